@@ -1,0 +1,3 @@
+#include "console/Version.h"
+
+int main() { return korvenal::console::doPrintVersion(); }

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "core/ActionState.h"
+#include "core/Workspace.h"
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+#include "platform/Table.h"
+
+namespace korvenal {
+
+/// A progress line: a text and a bar of 0 to 100.
+struct Progress {
+  std::string text;
+  int bar = 0;
+};
+
+/// How a line of the event grid looks.
+struct EventStyle {
+  enum class Color { Normal, Red, Blue };
+  enum class Background { None, Orange, Yellow, Green };
+  Color color = Color::Normal;
+  Background background = Background::None;
+};
+
+/// The grids of the run pages, by page: 0 backup, 1 restore, 2 erase. The one place where runs
+/// tell what they do; front ends show it.
+class RunGrids {
+ public:
+  RunGrids(ActionState& state, Desktop& desktop, const Clock& clock, Files& files,
+           const Workspace& workspace);
+
+  std::array<Table, 3> vsEvent;   ///< time "hh:mm:ss", text; cell data of column 1: the mark
+  std::array<Table, 3> vsOutput;  ///< one row a disc attempt, columns of the disc record
+  std::array<Table, 2> vsError;   ///< 0 verify report of a disc, 1 errors of a restore
+  std::array<Progress, 3> etProgress;
+  std::array<std::string, 2> PBErrorList;  ///< captions of the report tabs
+  bool OnlyShowErrorFile = false;
+
+  /// The one channel of run messages. A first character '*', '$', '?' or '%' is a mark. Yields:
+  /// callers hold no half-changed table across it.
+  void doEventMessage(const std::string& msg, bool shade = false);
+  /// The style of a row of vsEvent.
+  EventStyle styleOf(int page, int row) const;
+
+  /// Empties events, records and progress of a page.
+  void clearPage(int page);
+
+  /// The report of the n-th record: `vsError`[0] to its file, and back.
+  void doSaveDiscReport(int n);
+  void doShowDiscReport(int n);
+  /// Applies `OnlyShowErrorFile` to the rows of the report in view.
+  void doFilterReport();
+  /// Deletes the reports from 1 on, up to the first that does not exist.
+  void doDeleteRunLogs();
+  /// A path for the burn log: `TempFolder`, prefix, "Log", the date; a number when it is in use.
+  std::string doGetBurnLogPath(const std::string& prefix);
+
+ private:
+  ActionState& state_;
+  Desktop& desktop_;
+  const Clock& clock_;
+  Files& files_;
+  const Workspace& workspace_;
+  std::array<std::vector<EventStyle>, 3> styles_;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "core/ActionState.h"
+#include "device/DeviceSettings.h"
+#include "platform/BurnEngine.h"
+#include "platform/Desktop.h"
+
+namespace korvenal {
+
+/// Finds the burners of the machine and checks the chosen ones.
+class DriveDiscovery {
+ public:
+  DriveDiscovery(BurnEngine& engine, MountedDevices& devices, Desktop& desktop, ActionState& state,
+                 const DeviceSettings& settings);
+
+  /// Display names, slot 1 upward; slot 0 stays empty: "E: VENDOR PRODUCT".
+  std::array<std::string, 26> DriveNames;
+  int DriveCount = 0;
+  std::int16_t BurnerCount = 0;
+
+  std::int16_t doInitBurner();
+  /// Fills DriveNames; the number of burners.
+  int doListBurners();
+  /// True when all drives of the mode are there and can write the disc type (index of
+  /// `comboDiscType`). Tells which cannot, unless `IgnoreEvents` is set.
+  bool doCheckDevice(int discTypeIndex);
+
+  static std::string doCleanDriveName(std::string_view devicePath);
+  static std::string doCutDriveRevision(std::string_view text);
+
+ private:
+  BurnEngine& engine_;
+  MountedDevices& devices_;
+  Desktop& desktop_;
+  ActionState& state_;
+  const DeviceSettings& settings_;
+};
+
+}  // namespace korvenal

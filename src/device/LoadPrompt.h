@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+
+#include "core/ActionState.h"
+#include "core/RunGrids.h"
+#include "device/DeviceSettings.h"
+#include "device/DriveDiscovery.h"
+#include "platform/BurnEngine.h"
+#include "platform/Desktop.h"
+#include "platform/ImageTrays.h"
+
+namespace korvenal {
+
+/// What a run tells the prompt for discs, and what it gets back. A run keeps one for its life.
+struct DiscRequest {
+  bool FirstPrompt = false;  ///< the first prompt of an action is showing
+  // Burn.
+  int TotalDiscs = 0;
+  int DiscsBurned = 0;
+  int BurnFromDisc = 1;   ///< back: the next disc to write
+  int BurnToDisc = 1;     ///< back
+  std::string SizeHint;   ///< advice about a smaller disc; empty for none
+  int comboDiscType = 0;  ///< index into DiscTypeTexts
+  // Restore.
+  std::string RestoreDiscList;  ///< two digits a disc (disc 100: see RestoreRun), in visiting order
+  int RestoreDiscIndex = 0;     ///< entries done
+  // Erase.
+  bool SkipBlankDiscs = false;
+  // For the feeder of image drives: "Photos (2026-11-22-10-00-F)", the set that discs belong to;
+  // empty when unknown.
+  std::string setName;
+};
+
+/// The one way for a run to ask for discs.
+class LoadPrompt {
+ public:
+  /// Opens the device settings over the prompt; set by the wiring.
+  using OpenDeviceSettings = std::function<void()>;
+
+  LoadPrompt(ActionState& state, Desktop& desktop, RunGrids& grids, BurnEngine& engine,
+             ImageTrays& trays, DriveDiscovery& drives, const DeviceSettings& settings);
+
+  OpenDeviceSettings doDevice;
+
+  /// Shows the prompt; the caller has set `WorkerMode`. Reason: 0 first prompt of a run, 1 continue
+  /// after a disc, 2 mark the written disc and reload. `StopAction` set afterwards: given up.
+  void doAskLoadDisc(int reason, DiscRequest& request);
+
+ private:
+  ActionState& state_;
+  Desktop& desktop_;
+  RunGrids& grids_;
+  BurnEngine& engine_;
+  ImageTrays& trays_;
+  DriveDiscovery& drives_;
+  const DeviceSettings& settings_;
+};
+
+}  // namespace korvenal

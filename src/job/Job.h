@@ -1,0 +1,67 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "platform/Table.h"
+
+namespace korvenal {
+
+/// Columns of `vsContents`.
+enum ContentsColumn : int {
+  ContentsType = 0,      ///< "1" file, "0" folder
+  ContentsIcon = 1,
+  ContentsName = 2,      ///< the name on disc
+  ContentsSize = 3,
+  ContentsTypeName = 4,
+  ContentsModified = 5,
+  ContentsSubfolder = 6, ///< check state only
+  ContentsPath = 7,      ///< native path of the source
+  ContentsColumns = 13,
+};
+
+inline const std::string DiscTypeTexts[] = {"CD 700MB", "DVD 4.7GB", "DVD+R DL"};
+inline const std::string FileSystemTexts[] = {"Joliet", "UDF 1.50"};
+
+/// A backup job as its page shows it: the items and the options, under the names of the controls.
+struct Job {
+  Job();
+
+  Table vsContents;
+
+  std::string txJobName;
+  int optBackupType = 0;  ///< 0 Full, 1 Differential
+  bool chkDateFilter = false;
+  std::string txDateFilter = "0";  ///< days; "0" is off
+  std::array<bool, 4> chkAttribute{true, true, true, true};  ///< read-only, hidden, system, compressed
+  std::string comboInclude = "*";
+  std::string comboExclude;
+  int comboDiscType = 0;    ///< index into DiscTypeTexts
+  int optFileSystem = 0;    ///< index into FileSystemTexts
+  int optSplitAndSpan = 1;  ///< 0 don't split if possible, 1 split and span
+  std::string FileSize = "20 MB";
+  std::string DiscSize = "10 MB";
+  bool FinalizeDisc = false;
+  bool AutoErase = false;
+  bool SkipError = true;
+  bool BurnBackupIndex = true;
+  bool BurnRestoreKit = false;
+
+  bool Modified = false;
+  bool SavedOnce = false;
+  std::string JobFile;          ///< native path; empty for a job never saved
+  bool estimateShown = false;   ///< an estimate of just these contents is at hand
+
+  bool hasItems() const { return vsContents.hasData(); }
+  bool isDifferential() const { return optBackupType == 1; }
+  /// "Full" or "Differential".
+  std::string backupTypeText() const { return isDifferential() ? "Differential" : "Full"; }
+  const std::string& discTypeText() const;
+
+  /// Empties `vsContents` to its header row with the header texts and hidden columns.
+  void doInitContents();
+  void doMarkChanged(bool changed);
+  void doSetEstimated(bool shown) { estimateShown = shown; }
+};
+
+}  // namespace korvenal

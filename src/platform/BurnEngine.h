@@ -1,0 +1,115 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace korvenal {
+
+inline constexpr std::int64_t BlockBytes = 2048;  ///< a block, the unit of disc sizes
+
+/// What the plan knows of a source file. A file that looks otherwise when it is prepared or read
+/// counts as a file error: it is left out or padded when such files are to be skipped, and fails
+/// the burn otherwise.
+struct PlannedSource {
+  std::int64_t size = 0;                 ///< bytes of the whole source file
+  std::optional<std::int64_t> modified;  ///< seconds since 1970 UTC, when the plan knows it
+};
+
+/// What the logic asks of drives and discs. One device is selected at a time; all operations that
+/// name no drive act on it. One layout (the tree of the next track) is kept at a time. Flags are
+/// -1 for true and 0 for false; results are true when nonzero unless said otherwise. No operation
+/// raises, and none takes long, but for `do_Prepare`, `do_ImportSession` and the tray.
+///
+/// Burn and erase work in the background. Their callbacks run on the calling thread, inside
+/// `do_Deliver`, never at any other moment.
+class BurnEngine {
+ public:
+  /// The first value is the error code (0 success, low 16 bits count), the second is unused.
+  using FinishCallback = std::function<void(std::int32_t, std::int32_t)>;
+  using FileErrorCallback = std::function<void(std::int32_t, std::int32_t)>;
+
+  virtual ~BurnEngine() = default;
+
+  /// Runs the callbacks of background work since the last call. Every wait loop calls it.
+  virtual void do_Deliver() = 0;
+
+  // The library and the choice of a drive.
+  virtual std::int16_t do_InitializeASPI(int, const std::string&, int, const std::string&) = 0;
+  virtual void do_SetCacheSize(std::int32_t bytes) = 0;
+  virtual int do_SelectDeviceByLetter(char letter) = 0;
+  virtual int do_DeviceIsBurner() = 0;
+  /// Codes 13 to 18: a device that answers any of them writes DVD; 18 alone tells "DVD+R DL".
+  virtual int do_DeviceCan(std::uint8_t code) = 0;
+
+  // The drive and its tray.
+  virtual int do_TestUnitReady() = 0;
+  virtual void do_LockMedium() = 0;
+  virtual void do_UnlockMedium() = 0;
+  virtual void do_EjectMedium() = 0;
+  virtual void do_LoadMedium() = 0;
+  /// KB/s; 0, 0 asks for the maximum.
+  virtual void do_SetDeviceSpeed(std::int32_t read, std::int32_t write) = 0;
+  virtual std::int32_t do_GetWriteSpeed() = 0;
+  virtual std::int32_t do_GetReadSpeed() = 0;
+
+  // The loaded disc.
+  virtual std::uint8_t do_DiscIs() = 0;         ///< disc type code; 0: none or unknown
+  virtual std::int16_t do_Writable() = 0;       ///< above 0: more data can go on
+  virtual int do_Erasable() = 0;
+  virtual std::uint8_t do_SessionsOnDisc() = 0;  ///< 0 on a blank disc, 1 on a formatted DVD+RW
+  virtual std::int32_t do_GetTotalBlocksOnDisc() = 0;
+  virtual std::int32_t do_GetFreeBlocksOnDisc() = 0;
+
+  // The layout and the switches of the next burn.
+  virtual void do_ClearAll() = 0;
+  virtual void do_SetJolietFS(int on) = 0;
+  virtual void do_SetUDFBridge(int on) = 0;
+  virtual void do_SetBurnProof(int on) = 0;
+  virtual void do_SetPerformOPC(int on) = 0;
+  virtual void do_SetReplaceFile(int on) = 0;
+  virtual void do_SetTestWrite(int on) = 0;
+  virtual void do_SetFinalizeDisc(int on) = 0;
+  virtual void do_SetSkipFileOnError(int on) = 0;
+  virtual void do_SetFileError_Skip(int on) = 0;
+  virtual void do_SetVolumeID(const std::string& label) = 0;
+  virtual int do_ImportSession(std::uint8_t session, const std::string& path) = 0;
+  virtual void do_CreateDir(const std::string& parent, const std::string& name) = 0;
+  /// With `part` 0 the whole file, the last two values being 0. With `part` -1 the bytes from
+  /// `firstBlock` * 2048 on, `wholeGiB` * 1073741824 + `remainder` of them.
+  virtual void do_InsertFileWithName(const std::string& parent, const std::string& source,
+                                     const std::string& name, const std::string&, int part,
+                                     std::int64_t firstBlock, std::int64_t remainder,
+                                     std::int64_t wholeGiB) = 0;
+  /// Holds for the next `do_InsertFileWithName`, and for that one alone.
+  virtual void do_SetPlannedSource(const PlannedSource& planned) = 0;
+  /// Above 0: prepared. Lets `pump` run between bounded pieces of work; true from it stops.
+  virtual std::int32_t do_Prepare(const std::function<bool()>& pump) = 0;
+  virtual std::int32_t do_GetImageSize() = 0;  ///< blocks of the prepared track
+
+  // Burning and erasing.
+  virtual int do_Burn(FinishCallback finished, FileErrorCallback fileError, int,
+                      const std::string& logFile) = 0;
+  virtual void do_AbortBurn() = 0;
+  virtual std::int32_t do_GetBlocksWritten() = 0;
+  virtual std::int32_t do_GetState() = 0;  ///< 0: idle
+  virtual std::int16_t do_EraseDisc(int quick, FinishCallback finished) = 0;
+  virtual std::int32_t do_GetErrorNumber() = 0;
+  virtual std::string do_GetErrorString() = 0;
+
+  /// Disc paths ('\' between components) of the files whose place on the last burned disc holds
+  /// padding, because their source could not be read as planned.
+  virtual std::vector<std::string> do_GetSkippedFiles() = 0;
+};
+
+/// The system's list of drives: what stands behind a letter.
+class MountedDevices {
+ public:
+  virtual ~MountedDevices() = default;
+  /// A device path of the CD-ROM class, "SCSI#CDROM&VEN_x&PROD_y&REV_z#sr0"; empty for none.
+  virtual std::string devicePath(char letter) = 0;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace korvenal {
+
+/// A disc that is an image file, as a person sees it.
+struct ImageDisc {
+  std::string file;   ///< native path of the image; empty for no disc
+  std::string label;  ///< volume label; empty on a blank disc
+  std::uint8_t typeCode = 0;
+  std::int64_t capacityBlocks = 0;
+  int sessions = 0;
+  bool closed = false;  ///< takes no more data
+};
+
+/// The image drives: trays that hold one disc or none, and the shelf where the other discs lie.
+class ImageTrays {
+ public:
+  virtual ~ImageTrays() = default;
+  virtual bool isImageDrive(char letter) const = 0;
+  /// The letters offered, "V" first.
+  virtual std::vector<char> letters() const = 0;
+  /// True when discs are put in without asking.
+  virtual bool isFeederOn() const = 0;
+  virtual ImageDisc discIn(char letter) const = 0;
+  virtual bool isOpen(char letter) const = 0;
+  /// Native path of the shelf, with '/' at the end.
+  virtual std::string shelf() const = 0;
+  virtual std::vector<ImageDisc> discsOnShelf() const = 0;
+  /// Puts in a new blank disc of the type; `name` is its file name without extension, a number is
+  /// added when it is taken. `blocks` 0 is the capacity of real discs of that type. False when
+  /// the file could not be made or the drive is busy.
+  virtual bool insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
+                           std::int64_t blocks) = 0;
+  virtual bool insert(char letter, const std::string& file) = 0;
+  /// Takes the disc out, back to the shelf.
+  virtual bool remove(char letter) = 0;
+};
+
+}  // namespace korvenal

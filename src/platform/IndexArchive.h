@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+namespace korvenal {
+
+/// Zip archives of one file with a password (traditional PKWARE encryption, which every unpacker
+/// reads).
+class IndexArchive {
+ public:
+  virtual ~IndexArchive() = default;
+  /// Packs the file into a new archive, as an entry with the file's own name and no path.
+  /// 0 on success.
+  virtual int compress(const std::string& archive, const std::string& file,
+                       const std::string& password) = 0;
+  /// Unpacks the single entry of an archive (a native path or a path on a drive) to a new private
+  /// file at `file`. No more than `maxBytes` are written. 0 on success; on failure no file stays.
+  virtual int extract(const std::string& archive, const std::string& file,
+                      const std::string& password, long long maxBytes) = 0;
+  /// The name of the single entry; empty when the file is no such archive.
+  virtual std::string entryName(const std::string& archive) = 0;
+  /// Tells a zip archive from plain text by its first bytes.
+  virtual bool isArchive(const std::string& path) = 0;
+};
+
+}  // namespace korvenal

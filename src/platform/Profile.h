@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Files.h"
+
+namespace korvenal {
+
+/// A text file of sections in square brackets and `key=value` lines. It is read and written key by
+/// key; nothing of it is held in memory. Section and key names ignore case.
+class Profile {
+ public:
+  static constexpr int BufferChars = 512;  ///< a value that fills this counts as missing
+
+  Profile(Files& files, std::string file) : files_(files), file_(std::move(file)) {}
+
+  /// The value of the key. An empty value, a missing key and one of BufferChars bytes or more give
+  /// the default.
+  std::string doReadProfile(std::string_view section, std::string_view key,
+                            std::string_view defaultValue) const;
+  /// The number in the first `digits` characters of the value; text that is no number is 0.
+  std::int64_t doReadProfile(std::string_view section, std::string_view key,
+                             std::string_view defaultValue, int digits) const;
+  /// Writes one key, making file and section when needed. Errors are ignored. A line break in the
+  /// value becomes a blank.
+  void doWriteProfile(std::string_view section, std::string_view key, std::string_view value);
+
+  const std::string& file() const { return file_; }
+
+ private:
+  Files& files_;
+  std::string file_;
+};
+
+}  // namespace korvenal

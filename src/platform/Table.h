@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvenal {
+
+/// A grid of texts: the data store of the small tables of the program. Row 0 is the header; a
+/// table without data has one row. Reading a cell outside gives an empty text; writing one
+/// widens the table.
+class Table {
+ public:
+  /// The check state of a cell.
+  enum class Check : std::uint8_t { None = 0, Ticked = 1, Unticked = 2 };
+
+  Table() = default;
+  /// An empty table with these header texts.
+  explicit Table(std::vector<std::string> headers);
+
+  int Rows() const { return static_cast<int>(rows_.size()); }
+  int Cols() const { return cols_; }
+  bool hasData() const { return Rows() > 1; }
+  /// Cuts the table at the bottom or adds empty rows.
+  void setRows(int rows);
+  void setCols(int cols);
+  /// Cuts the table to its header row.
+  void clearData() { setRows(1); }
+
+  const std::string& text(int row, int col) const;
+  void setText(int row, int col, std::string text);
+  Check check(int row, int col) const;
+  void setCheck(int row, int col, Check check);
+  /// A hidden value beside the text; data-only files do not hold it.
+  const std::string& cellData(int row, int col) const;
+  void setCellData(int row, int col, std::string data);
+  bool isRowHidden(int row) const;
+  void setRowHidden(int row, bool hidden);
+  bool isColHidden(int col) const;
+  void setColHidden(int col, bool hidden);
+
+  /// Adds a row at the end and returns its number.
+  int addRow(std::vector<std::string> texts = {});
+  /// The new row gets the number `at`.
+  void insertRow(int at, std::vector<std::string> texts = {});
+  void removeRow(int at);
+  void moveRow(int from, int to);
+
+  /// The row that the person is on; 0 for none.
+  int Row = 0;
+  /// Grows with every change; a front end compares it to know whether to repaint.
+  std::uint64_t revision() const { return revision_; }
+
+  /// The data-only file form: UTF-8, one line a row, cells separated by a tab; backslash escapes
+  /// for tab (\t), line feed (\n), carriage return (\r) and backslash (\\). With check states one
+  /// more field a row holds one digit a column.
+  std::string saveData(bool withChecks = false) const;
+  /// Replaces all rows. False, leaving an empty table with one row, when the text is no such form
+  /// or holds more than `maxRows` rows.
+  bool loadData(std::string_view data, bool withChecks = false, int maxRows = 2'000'000);
+
+ private:
+  struct Cell {
+    std::string text;
+    std::string data;
+    Check check = Check::None;
+  };
+  struct RowData {
+    std::vector<Cell> cells;
+    bool hidden = false;
+  };
+
+  const Cell* cellAt(int row, int col) const;
+  Cell& cellFor(int row, int col);
+
+  std::vector<RowData> rows_ = std::vector<RowData>(1);
+  std::vector<bool> hiddenCols_;
+  int cols_ = 0;
+  std::uint64_t revision_ = 0;
+};
+
+}  // namespace korvenal
