@@ -20,7 +20,7 @@ TEST(SizeText, BigUnitsBeginAtExactlyOneOfThem) {
   EXPECT_EQ(formatSizeText(1073741823, true), "1.0 GB");
   EXPECT_EQ(formatSizeText(1073741824, true), "1.0 GB");
   EXPECT_EQ(formatSizeText(1536LL * 1048576, true), "1.5 GB");
-  EXPECT_EQ(formatSizeText(1024LL * 1024 * 1073741824, true), "1,048,576.0 GB");
+  EXPECT_EQ(formatSizeText(512LL * 1024 * 1073741824, true), "524,288.0 GB");
 }
 
 }  // namespace
