@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Files.h"
+
+namespace korvenal {
+
+/// An open file that is read at any place.
+class FileStream {
+ public:
+  virtual ~FileStream() = default;
+  /// What the file looks like: kind File, with size, date and permissions.
+  virtual const FileInfo& info() const = 0;
+  /// Reads up to `bytes` bytes from byte `offset` (from 0) on. The number read: 0 at and behind the
+  /// end, fewer than asked only there; a negative errno when the place cannot be read.
+  virtual std::int64_t read(std::int64_t offset, char* buffer, std::size_t bytes) = 0;
+};
+
+/// Reads the discs in the drives without mounting them. Disc paths have '\' between components and
+/// none at the start; one at the end is ignored; the empty path is the root. Names ignore no case.
+class DiscFiles {
+ public:
+  virtual ~DiscFiles() = default;
+  /// Kind Missing also when the drive holds no readable disc.
+  virtual FileInfo doGetInfo(char letter, std::string_view discPath) = 0;
+  /// Label, file system and room of the loaded disc; nothing when there is none.
+  virtual std::optional<VolumeInfo> doGetVolumeInfo(char letter) = 0;
+  /// Names in the folder, in the order of their bytes; empty on any failure.
+  virtual std::vector<std::string> listFolder(char letter, std::string_view discPath) = 0;
+  /// Null when the path is no readable file. The stream stays valid, failing its reads, when the
+  /// disc leaves the drive. Files are mostly opened in the order in which they lie on the disc.
+  virtual std::unique_ptr<FileStream> open(char letter, std::string_view discPath) = 0;
+};
+
+}  // namespace korvenal
