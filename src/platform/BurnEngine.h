@@ -56,8 +56,8 @@ class BurnEngine {
   virtual std::int32_t do_GetReadSpeed() = 0;
 
   // The loaded disc.
-  virtual std::uint8_t do_DiscIs() = 0;         ///< disc type code; 0: none or unknown
-  virtual std::int16_t do_Writable() = 0;       ///< above 0: more data can go on
+  virtual std::uint8_t do_DiscIs() = 0;    ///< disc type code; 0: none or unknown
+  virtual std::int16_t do_Writable() = 0;  ///< above 0: more data can go on
   virtual int do_Erasable() = 0;
   virtual std::uint8_t do_SessionsOnDisc() = 0;  ///< 0 on a blank disc, 1 on a formatted DVD+RW
   virtual std::int32_t do_GetTotalBlocksOnDisc() = 0;

@@ -84,6 +84,8 @@ std::string displayShort(UnixTime time) {
   return text;
 }
 
-std::string timeOfDay(UnixTime time) { return display(time).substr(11); }
+std::string timeOfDay(UnixTime time) {
+  return display(time).substr(11);
+}
 
 }  // namespace korvenal::Dates

@@ -99,7 +99,7 @@ class FileWriter {
   virtual ~FileWriter() = default;
   /// False when the bytes did not all arrive; `finish` then fails as well.
   virtual bool write(std::string_view bytes) = 0;
-  /// Flushes and closes; the outcome of everything written.
+  /// Closes the file; the outcome of everything written.
   virtual FileOutcome finish() = 0;
 };
 

@@ -18,8 +18,11 @@ class Fixed4 {
 
   constexpr Fixed4() = default;
   /// A whole number (of bytes, say).
-  constexpr Fixed4(std::int64_t whole)  // NOLINT(google-explicit-constructor): sizes read as numbers
-      : raw_(whole > MaxWhole ? RawMax : whole < -MaxWhole ? -RawMax : whole * Scale) {}
+  constexpr Fixed4(
+      std::int64_t whole)  // NOLINT(google-explicit-constructor): sizes read as numbers
+      : raw_(whole > MaxWhole    ? RawMax
+             : whole < -MaxWhole ? -RawMax
+                                 : whole * Scale) {}
 
   /// The stored 64-bit value, n * 10000.
   static constexpr Fixed4 ofRaw(std::int64_t raw) {

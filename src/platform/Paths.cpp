@@ -6,13 +6,19 @@ namespace korvenal::Paths {
 
 namespace {
 
-char separatorOf(std::string_view path) { return isNative(path) ? NativeSeparator : DiscSeparator; }
+char separatorOf(std::string_view path) {
+  return isNative(path) ? NativeSeparator : DiscSeparator;
+}
 
-char upperLetter(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+char upperLetter(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 }  // namespace
 
-bool isNative(std::string_view path) { return path.starts_with(NativeSeparator); }
+bool isNative(std::string_view path) {
+  return path.starts_with(NativeSeparator);
+}
 
 std::string_view doGetFilePart(std::string_view path) {
   const std::size_t at = path.rfind(separatorOf(path));

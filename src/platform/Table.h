@@ -43,12 +43,14 @@ class Table {
 
   /// Adds a row at the end and returns its number.
   int addRow(std::vector<std::string> texts = {});
-  /// The new row gets the number `at`.
+  /// The new row gets the number `at`, at least 1: the header stays where it is.
   void insertRow(int at, std::vector<std::string> texts = {});
+  /// Nothing happens for the header and for rows outside.
   void removeRow(int at);
+  /// Row `from` gets the number `to`; those between close up.
   void moveRow(int from, int to);
 
-  /// The row that the person is on; 0 for none.
+  /// The row that the person is on; 0 for none. It moves up when the table ends above it.
   int Row = 0;
   /// Grows with every change; a front end compares it to know whether to repaint.
   std::uint64_t revision() const { return revision_; }
@@ -57,8 +59,8 @@ class Table {
   /// for tab (\t), line feed (\n), carriage return (\r) and backslash (\\). With check states one
   /// more field a row holds one digit a column.
   std::string saveData(bool withChecks = false) const;
-  /// Replaces all rows. False, leaving an empty table with one row, when the text is no such form
-  /// or holds more than `maxRows` rows.
+  /// Replaces all rows, the header too; the table widens to the longest. False, leaving a table of
+  /// one row without texts, when the data is no such form or holds more than `maxRows` rows.
   bool loadData(std::string_view data, bool withChecks = false, int maxRows = 2'000'000);
 
  private:
@@ -72,8 +74,10 @@ class Table {
     bool hidden = false;
   };
 
+  static bool parseRow(std::string_view line, bool withChecks, RowData& row);
   const Cell* cellAt(int row, int col) const;
   Cell& cellFor(int row, int col);
+  void keepRowInside();
 
   std::vector<RowData> rows_ = std::vector<RowData>(1);
   std::vector<bool> hiddenCols_;

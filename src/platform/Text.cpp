@@ -41,7 +41,9 @@ std::string mapped(std::string_view text, CaseMapFunction function) {
   return std::string(text);
 }
 
-bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+bool isContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 /// Length in bytes of the well-formed UTF-8 character at the start of `rest`; 0 when malformed.
 /// The ranges are those of the Unicode Standard, table 3-7.
@@ -97,8 +99,12 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b) {
   return a == b || toUpper(a) == toUpper(b);
 }
 
-bool startsWith(std::string_view text, std::string_view prefix) { return text.starts_with(prefix); }
-bool endsWith(std::string_view text, std::string_view suffix) { return text.ends_with(suffix); }
+bool startsWith(std::string_view text, std::string_view prefix) {
+  return text.starts_with(prefix);
+}
+bool endsWith(std::string_view text, std::string_view suffix) {
+  return text.ends_with(suffix);
+}
 
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string result;

@@ -24,7 +24,7 @@ struct WalkEntry {
   std::string_view name;    ///< the last component, as its bytes are
   std::string_view folder;  ///< native path of the folder that holds it, with '/' at the end
   bool isFolder = false;
-  bool holdable = true;  ///< false: a disc cannot hold the name, or the entry is gone
+  bool holdable = true;   ///< false: a disc cannot hold the name, or the entry is gone
   std::int64_t size = 0;  ///< bytes; 0 for folders
   UnixTime modified = 0;
   std::int64_t modifiedNanoseconds = 0;

@@ -4,7 +4,9 @@
 
 namespace korvenal {
 
-UnixTime SystemClock::now() const { return ::time(nullptr); }
+UnixTime SystemClock::now() const {
+  return ::time(nullptr);
+}
 
 std::int64_t SystemClock::steadyMilliseconds() const {
   // The coarse clock is exact to some milliseconds and costs a tenth: loops ask it at every row.

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/linux/DiscFiles.h"
+
+namespace korvenal {
+
+/// Files by their native paths, and by paths on a drive for all that only reads.
+class LinuxFiles : public Files {
+ public:
+  /// Without `discs`, which must outlive this, no path on a drive exists.
+  explicit LinuxFiles(DiscFiles* discs) : discs_(discs) {}
+
+  FileInfo doGetInfo(const std::string& path) const override;
+  std::optional<VolumeInfo> doGetVolumeInfo(const std::string& path) const override;
+  std::optional<std::string> readAll(const std::string& path, std::int64_t maxBytes) const override;
+  std::vector<std::string> listFolder(const std::string& path) const override;
+
+  bool doDeleteFile(const std::string& path) override;
+  bool doCreateFolderPath(const std::string& path) override;
+  bool doRename(const std::string& from, const std::string& to) override;
+  void doClearReadOnly(const std::string& path) override;
+  /// Private to the user.
+  std::unique_ptr<FileWriter> doCreateFile(const std::string& path) override;
+  /// A link at the path stays one: what it leads to is replaced. An older file's permissions stay.
+  FileOutcome writeAll(const std::string& path, std::string_view content) override;
+
+ private:
+  DiscFiles* discs_;
+};
+
+}  // namespace korvenal
