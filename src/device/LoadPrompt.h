@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "core/ActionState.h"
 #include "core/RunGrids.h"
@@ -23,8 +25,9 @@ struct DiscRequest {
   std::string SizeHint;   ///< advice about a smaller disc; empty for none
   int comboDiscType = 0;  ///< index into DiscTypeTexts
   // Restore.
-  std::string RestoreDiscList;  ///< two digits a disc (disc 100: see RestoreRun), in visiting order
-  int RestoreDiscIndex = 0;     ///< entries done
+  std::vector<int> RestoreDiscList;  ///< disc numbers in visiting order; shown with two digits
+                                     ///< at least ("Backup #02", "Backup #100")
+  int RestoreDiscIndex = 0;          ///< entries done
   // Erase.
   bool SkipBlankDiscs = false;
   // For the feeder of image drives: "Photos (2026-11-22-10-00-F)", the set that discs belong to;
