@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "core/ActionState.h"
 #include "core/Workspace.h"
@@ -10,6 +11,10 @@
 #include "platform/Table.h"
 
 namespace korvenal {
+
+/// Headers of `vsOutput` and of the disc record that outlasts the program.
+inline const std::vector<std::string> DiscRecordHeaders = {
+    "Drive", "Disc#", "Output Time", "Action", "Backup Job", "Label ID", "Disc Type", "Note"};
 
 /// A progress line: a text and a bar of 0 to 100.
 struct Progress {
@@ -36,7 +41,9 @@ class RunGrids {
   std::array<Table, 3> vsOutput;  ///< one row a disc attempt, columns of the disc record
   std::array<Table, 2> vsError;   ///< 0 verify report of a disc, 1 errors of a restore
   std::array<Progress, 3> etProgress;
-  std::array<std::string, 2> PBErrorList;  ///< captions of the report tabs
+  /// Captions of the report tabs: "&Verify Report", followed by " - " and the label of the disc
+  /// in view.
+  std::array<std::string, 2> PBErrorList{"&Verify Report", "Error Record"};
   bool OnlyShowErrorFile = false;
 
   /// The one channel of run messages. A first character '*', '$', '?' or '%' is a mark. Yields:
@@ -51,7 +58,7 @@ class RunGrids {
   /// The report of the n-th record: `vsError`[0] to its file, and back.
   void doSaveDiscReport(int n);
   void doShowDiscReport(int n);
-  /// Applies `OnlyShowErrorFile` to the rows of the report in view.
+  /// Applies `OnlyShowErrorFile` to the rows of the report in view: hides the good ones ("PASS").
   void doFilterReport();
   /// Deletes the reports from 1 on, up to the first that does not exist.
   void doDeleteRunLogs();

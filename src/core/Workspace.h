@@ -22,10 +22,10 @@ struct Workspace {
   std::string gRecentFile;
   std::string gDiscLogFile;
   std::string gHelpFile;
-  std::string TempFolder;         ///< private scratch of runs
-  std::string AutoloaderFolder;   ///< named only, never made
-  std::string logFolder;          ///< "LOG": one report a disc of the run
-  std::string scratchFolder;      ///< "TMP": extraction of an index
+  std::string TempFolder;        ///< private scratch of runs
+  std::string AutoloaderFolder;  ///< named only, never made
+  std::string logFolder;         ///< "LOG": one report a disc of the run
+  std::string scratchFolder;     ///< "TMP": extraction of an index
 
   /// The report of the n-th record of the run, from 1.
   std::string runLog(int n) const { return logFolder + "$" + std::to_string(n) + ".log"; }

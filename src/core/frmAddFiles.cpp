@@ -20,7 +20,10 @@ std::string captionOf(int workerMode) {
 }  // namespace
 
 frmAddFiles::frmAddFiles(ActionState& state, Desktop& desktop, Work work)
-    : caption(captionOf(state.WorkerMode)), state_(state), desktop_(desktop), work_(std::move(work)) {}
+    : caption(captionOf(state.WorkerMode)),
+      state_(state),
+      desktop_(desktop),
+      work_(std::move(work)) {}
 
 void frmAddFiles::doActivate() {
   desktop_.doYield();
@@ -33,7 +36,9 @@ void frmAddFiles::doActivate() {
   doClose();
 }
 
-void frmAddFiles::CMD() { state_.StopAction = true; }
+void frmAddFiles::CMD() {
+  state_.StopAction = true;
+}
 
 void frmAddFiles::doShowLines(const std::string& first, const std::string& second) {
   MsgGrid = {first, second};

@@ -9,16 +9,31 @@ namespace korvenal {
 
 /// Columns of `vsContents`.
 enum ContentsColumn : int {
-  ContentsType = 0,      ///< "1" file, "0" folder
+  ContentsType = 0,  ///< "1" file, "0" folder
   ContentsIcon = 1,
-  ContentsName = 2,      ///< the name on disc
+  ContentsName = 2,  ///< the name on disc
   ContentsSize = 3,
   ContentsTypeName = 4,
   ContentsModified = 5,
-  ContentsSubfolder = 6, ///< check state only
-  ContentsPath = 7,      ///< native path of the source
+  ContentsSubfolder = 6,  ///< check state only
+  ContentsPath = 7,       ///< native path of the source
   ContentsColumns = 13,
 };
+
+/// Header cells of `vsContents` that carry the job's options in its file.
+enum ContentsHeaderCell : int {
+  HeaderProduct = 0,
+  HeaderJobName = 8,
+  HeaderInclude = 10,
+  HeaderExclude = 11,
+  HeaderOptions = 12,
+};
+
+/// A job takes so many items.
+inline constexpr int MaxItems = 10'000;
+/// Text of the date column for a source that is not there.
+inline const std::string NotExistingText = "<Not Existing>";
+inline const std::string NewJobName = "New Backup";
 
 inline const std::string DiscTypeTexts[] = {"CD 700MB", "DVD 4.7GB", "DVD+R DL"};
 inline const std::string FileSystemTexts[] = {"Joliet", "UDF 1.50"};
@@ -33,7 +48,8 @@ struct Job {
   int optBackupType = 0;  ///< 0 Full, 1 Differential
   bool chkDateFilter = false;
   std::string txDateFilter = "0";  ///< days; "0" is off
-  std::array<bool, 4> chkAttribute{true, true, true, true};  ///< read-only, hidden, system, compressed
+  std::array<bool, 4> chkAttribute{true, true, true,
+                                   true};  ///< read-only, hidden, system, compressed
   std::string comboInclude = "*";
   std::string comboExclude;
   int comboDiscType = 0;    ///< index into DiscTypeTexts
@@ -49,8 +65,9 @@ struct Job {
 
   bool Modified = false;
   bool SavedOnce = false;
-  std::string JobFile;          ///< native path; empty for a job never saved
-  bool estimateShown = false;   ///< an estimate of just these contents is at hand
+  std::string JobFile;         ///< native path; empty for a job never saved
+  bool estimateShown = false;  ///< an estimate of just these contents is at hand
+  bool onBackupPage = true;  ///< the page of the job is in view; only then is a change asked about
 
   bool hasItems() const { return vsContents.hasData(); }
   bool isDifferential() const { return optBackupType == 1; }
@@ -58,8 +75,11 @@ struct Job {
   std::string backupTypeText() const { return isDifferential() ? "Differential" : "Full"; }
   const std::string& discTypeText() const;
 
-  /// Empties `vsContents` to its header row with the header texts and hidden columns.
+  /// Gives `vsContents` its 13 columns, the header texts and the hidden columns. Rows stay, and so
+  /// do the hidden header cells, which carry the job's options while it is saved and loaded.
   void doInitContents();
+  /// True sets `Modified` and drops the estimate, which holds only for the contents it was made
+  /// for; false clears `Modified`.
   void doMarkChanged(bool changed);
   void doSetEstimated(bool shown) { estimateShown = shown; }
 };

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/Clock.h"
+
 namespace korvenal {
 
 /// A disc that is an image file, as a person sees it.
@@ -13,7 +15,8 @@ struct ImageDisc {
   std::uint8_t typeCode = 0;
   std::int64_t capacityBlocks = 0;
   int sessions = 0;
-  bool closed = false;  ///< takes no more data
+  bool closed = false;    ///< takes no more data
+  UnixTime modified = 0;  ///< of the image file: tells the newest set
 };
 
 /// The image drives: trays that hold one disc or none, and the shelf where the other discs lie.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
 #include <string>
+#include <vector>
 
 #include "core/RunGrids.h"
 #include "core/Workspace.h"
@@ -43,6 +43,14 @@ class Records {
   void doAddDiscLogRow(int runIndex, int row);
   /// A new row 1 of `vsRecent`, cut to its limit, and saved.
   void doAddRecent(std::vector<std::string> columns);
+
+  // What a person does with the records. The clearing ones ask first.
+  void doDeleteLogRow();  ///< the current row, if there is one
+  void doClearLog();
+  void doDeleteRecentRow();  ///< the current row, if there is one
+  void doClearRecent();
+  /// The job file of a row of `vsRecent`; empty when the row names none or it is gone.
+  std::string recentJobFile(int row) const;
 
  private:
   Files& files_;

@@ -1,0 +1,51 @@
+#include "core/TableExport.h"
+
+namespace korvenal {
+
+namespace {
+
+void appendCell(std::string& out, const std::string& text) {
+  for (const char c : text) out += c == '\t' || c == '\n' || c == '\r' ? ' ' : c;
+}
+
+void appendRow(std::string& out, const Table& table, int row) {
+  bool first = true;
+  for (int col = 0; col < table.Cols(); ++col) {
+    if (table.isColHidden(col)) continue;
+    if (!first) out += '\t';
+    first = false;
+    appendCell(out, table.text(row, col));
+  }
+  out += '\n';
+}
+
+void appendLines(std::string& out, const std::string& text) {
+  if (text.empty()) return;
+  out += text;
+  if (text.back() != '\n') out += '\n';
+}
+
+}  // namespace
+
+std::string exportText(const Table& table, const ExportFrame& frame) {
+  std::string out;
+  appendLines(out, frame.header);
+  for (int row = 0; row < table.Rows(); ++row)
+    if (!table.isRowHidden(row)) appendRow(out, table, row);
+  appendLines(out, frame.footer);
+  return out;
+}
+
+void doExportGrid(Desktop& desktop, Files& files, const Table& table, const ExportFrame& frame) {
+  if (!table.hasData()) return;
+  FileDialog dialog;
+  dialog.title = "Export to Text File";
+  dialog.filterName = "Text File(*.txt)";
+  dialog.pattern = "*.txt";
+  const std::string path = desktop.doAskSaveFile(dialog);
+  if (path.empty()) return;
+  const WaitPointer wait(desktop);
+  files.writeAll(path, exportText(table, frame));
+}
+
+}  // namespace korvenal

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/Table.h"
+
+namespace korvenal {
+
+/// What is written around the rows of an exported table. Either text may be empty.
+struct ExportFrame {
+  std::string header;
+  std::string footer;
+};
+
+/// A table as text for people and other programs: every row that is not hidden, the header row
+/// included, one line each; columns that are not hidden, joined by a tab. Tabs and line breaks
+/// inside a cell become blanks, so that a line stays a row.
+std::string exportText(const Table& table, const ExportFrame& frame = {});
+
+/// Asks for a file and writes the text there. Nothing is asked for a table without data.
+void doExportGrid(Desktop& desktop, Files& files, const Table& table,
+                  const ExportFrame& frame = {});
+
+}  // namespace korvenal
