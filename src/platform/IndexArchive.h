@@ -1,22 +1,26 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace korvenal {
 
 /// Zip archives of one file with a password (traditional PKWARE encryption, which every unpacker
-/// reads).
+/// reads). Packing and unpacking work beside the caller, who runs `pump` meanwhile (a yield; none
+/// when empty) and returns when the work is done.
 class IndexArchive {
  public:
+  using Pump = std::function<void()>;
+
   virtual ~IndexArchive() = default;
-  /// Packs the file into a new archive, as an entry with the file's own name and no path.
-  /// 0 on success.
+  /// Packs the native file into a new private archive, as an entry with the file's own name and no
+  /// path. 0 on success; on failure no archive stays.
   virtual int compress(const std::string& archive, const std::string& file,
-                       const std::string& password) = 0;
+                       const std::string& password, const Pump& pump = {}) = 0;
   /// Unpacks the single entry of an archive (a native path or a path on a drive) to a new private
   /// file at `file`. No more than `maxBytes` are written. 0 on success; on failure no file stays.
   virtual int extract(const std::string& archive, const std::string& file,
-                      const std::string& password, long long maxBytes) = 0;
+                      const std::string& password, long long maxBytes, const Pump& pump = {}) = 0;
   /// The name of the single entry; empty when the file is no such archive.
   virtual std::string entryName(const std::string& archive) = 0;
   /// Tells a zip archive from plain text by its first bytes.
