@@ -1,3 +1,5 @@
 #include "console/Version.h"
 
-int main() { return korvenal::console::doPrintVersion(); }
+int main() {
+  return korvenal::console::doPrintVersion();
+}

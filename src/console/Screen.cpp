@@ -1,0 +1,46 @@
+#include "console/Screen.h"
+
+#include "platform/Text.h"
+
+namespace korvenal::console {
+
+namespace {
+
+/// Columns that a progress line takes at most, so that it never wraps on a usual terminal.
+constexpr std::size_t ProgressBytes = 78;
+constexpr std::string_view WipeLine = "\r\x1b[K";
+
+}  // namespace
+
+void Screen::line(std::string_view text) {
+  wipeProgress();
+  for (const std::string& part : Text::split(text, '\n'))
+    out_ << Text::escapedForTerminal(part) << '\n';
+}
+
+void Screen::raw(std::string_view text) {
+  wipeProgress();
+  out_ << text;
+}
+
+void Screen::progress(std::string_view text) {
+  if (!terminal_) return;
+  const std::string line(Text::firstBytes(Text::escapedForTerminal(text), ProgressBytes));
+  if (line == shown_) return;
+  out_ << WipeLine << line;
+  shown_ = line;
+  out_.flush();
+}
+
+void Screen::flush() {
+  wipeProgress();
+  out_.flush();
+}
+
+void Screen::wipeProgress() {
+  if (shown_.empty()) return;
+  out_ << WipeLine;
+  shown_.clear();
+}
+
+}  // namespace korvenal::console
