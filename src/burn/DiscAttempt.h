@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_set>
+
+#include "records/Records.h"
+
+namespace korvenal {
+
+/// One try to write one disc of a backup in one drive. Every way out of it is a note in its record.
+struct DiscAttempt {
+  char letter = 0;
+  int number = 0;         ///< of the disc in the backup, from 1
+  std::uint8_t type = 0;  ///< disc type code
+  DiscRecord record;
+
+  bool blank = false;
+  bool needsErase = false;
+  bool needsFormat = false;
+  bool appending = false;  ///< earlier sessions stay on the disc
+
+  int files = 0;  ///< files that the plan puts on this disc
+  /// Files of this disc that went wrong: while burning, and anew while verifying.
+  std::int32_t FileErrorCount = 0;
+  /// Disc paths of files whose place on the disc holds padding.
+  std::unordered_set<std::string> padded;
+
+  bool success = false;
+  bool discError = false;  ///< counts towards the limit of failed discs
+  bool verified = false;   ///< the disc was read again
+
+  void doFail(std::string sentence) {
+    record.note = std::move(sentence);
+    discError = true;
+  }
+  void doStop() { record.note = "Action stop by user."; }
+  void doSucceed() {
+    record.note = "Success.";
+    success = true;
+  }
+};
+
+}  // namespace korvenal

@@ -1,0 +1,131 @@
+#include "burn/DiscBurner.h"
+
+#include "platform/Text.h"
+
+namespace korvenal {
+
+void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
+  services_.grids.doEventMessage("Burning backup disc #" + std::to_string(attempt.number) + "...");
+  doSetOptions(attempt);
+  doShowAndPost("Collecting disc track information...");
+  if (!layout_.doBuild(attempt)) {
+    attempt.doStop();
+    return;
+  }
+  if (!doPrepareTrack(attempt)) return;
+
+  services_.engine.do_SetVolumeID(attempt.record.label);
+  services_.grids.doEventMessage(texts_.doSetDriveSpeed(
+      attempt.type, {services_.devices.WriteSpeedDVD, services_.devices.WriteSpeedCD},
+      DiscTexts::Transfer::Writing));
+  services_.state.TaskDone = false;
+  services_.state.TaskError = 0;
+  monitor_.BurnPhase = 0;
+  const int sessionsBefore = services_.engine.do_SessionsOnDisc();
+  doShowAndPost("Allocating data buffer...");
+  // Every line posted so far was a chance to stop; a burn not begun spoils no disc.
+  if (doLeaveAtStop(attempt)) return;
+  if (!doStartBurn(attempt)) return;
+  doWaitForBurn();
+  doJudge(attempt, sessionsBefore, request);
+}
+
+void DiscBurner::doSetOptions(const DiscAttempt& attempt) {
+  BurnEngine& engine = services_.engine;
+  // These two kinds are never closed: they stay open to anything by their nature.
+  const bool staysOpen = attempt.type == DiscDvdRam || attempt.type == DiscDvdPlusRw;
+  monitor_.BurnFinalize = !staysOpen && services_.job.FinalizeDisc;
+  if (!staysOpen) engine.do_SetFinalizeDisc(monitor_.BurnFinalize ? -1 : 0);
+  // The setting of the program governs here, not the job's box of the same name.
+  const int skip = services_.settings.SkipError ? -1 : 0;
+  engine.do_SetSkipFileOnError(skip);
+  engine.do_SetFileError_Skip(skip);
+}
+
+bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
+  BurnEngine& engine = services_.engine;
+  services_.grids.etProgress[0] = {"Creating disc track image...", 0};
+  const std::int32_t prepared = engine.do_Prepare([this] {
+    services_.desktop.doYield();
+    return services_.state.StopAction;
+  });
+  services_.desktop.doYield();
+  if (doLeaveAtStop(attempt)) return false;
+  if (prepared <= 0) {
+    attempt.doFail("Error: Disc track preparation failed.");
+    return false;
+  }
+  monitor_.ImageBlocks = engine.do_GetImageSize();
+  if (monitor_.ImageBlocks <= 0) {
+    attempt.doFail("Error: Disc image creation failed.");
+    return false;
+  }
+  if (monitor_.ImageBlocks >= engine.do_GetFreeBlocksOnDisc()) {
+    attempt.doFail("Error: Disc free space not enough.");
+    return false;
+  }
+  return true;
+}
+
+bool DiscBurner::doStartBurn(DiscAttempt& attempt) {
+  BurnLogFile = services_.grids.doGetBurnLogPath("KORV_Error");
+  const int started = services_.engine.do_Burn(
+      work_.finished(),
+      [&attempt](std::int32_t, std::int32_t) { ++attempt.FileErrorCount; }, 0, BurnLogFile);
+  if (started == 0) attempt.doFail("Error: Data buffer allocated failed.");
+  return started != 0;
+}
+
+void DiscBurner::doWaitForBurn() {
+  monitor_.start();
+  work_.waitUntilDone([this] { monitor_.pump(); });
+  monitor_.stop();
+}
+
+void DiscBurner::doJudge(DiscAttempt& attempt, int sessionsBefore, DiscRequest& request) {
+  BurnEngine& engine = services_.engine;
+  Progress& progress =
+      services_.grids.etProgress[static_cast<std::size_t>(services_.state.ActionPage)];
+  const auto engineSentence = [this] {
+    return "Error: " + texts_.doGetDiscErrorText(DiscTexts::Transfer::Writing);
+  };
+  if (doLeaveAtStop(attempt)) return;
+  if (services_.state.TaskError != 0) {
+    attempt.doFail(engineSentence());
+    return;
+  }
+  // A disc that is written once must have gained a session.
+  const bool rewritable = attempt.record.discType.find("RW") != std::string::npos;
+  if (!rewritable && engine.do_SessionsOnDisc() == sessionsBefore) {
+    doFailBurn(attempt, "Error: Session creation failed.");
+    return;
+  }
+  progress.bar = 100;
+  if (texts_.doFormatSize(DiscTexts::UsedOnDisc, true, 0) == "0 KB") {
+    progress.text = "Error";
+    doFailBurn(attempt, engineSentence());
+    return;
+  }
+  for (const std::string& path : engine.do_GetSkippedFiles()) attempt.padded.insert(path);
+  request.DiscsBurned = attempt.number;
+  request.BurnFromDisc = attempt.number + 1;
+  progress.text = "100%";
+  attempt.doSucceed();
+}
+
+void DiscBurner::doFailBurn(DiscAttempt& attempt, std::string sentence) {
+  services_.state.TaskError = -1;
+  attempt.doFail(std::move(sentence));
+}
+
+bool DiscBurner::doLeaveAtStop(DiscAttempt& attempt) const {
+  if (services_.state.StopAction) attempt.doStop();
+  return services_.state.StopAction;
+}
+
+void DiscBurner::doShowAndPost(const std::string& text) {
+  services_.grids.etProgress[0].text = text;
+  services_.grids.doEventMessage(text);
+}
+
+}  // namespace korvenal

@@ -1,0 +1,42 @@
+#include "burn/DiscCheck.h"
+
+namespace korvenal {
+
+bool DiscCheck::isWritable(DiscAttempt& attempt) const {
+  attempt.type = services_.engine.do_DiscIs();
+  if (attempt.type == DiscUnknown) {
+    attempt.record.discType = "Unknown";
+    attempt.doFail("Error: Unknown disc type.");
+    return false;
+  }
+  if (!texts_.doIsDiscWritable(attempt.type)) {
+    attempt.record.discType = doGetDiscTypeName(attempt.type);
+    attempt.doFail("Error: Disc is not writable.");
+    return false;
+  }
+  return true;
+}
+
+bool DiscCheck::isUsable(DiscAttempt& attempt) const {
+  BurnEngine& engine = services_.engine;
+  const Job& job = services_.job;
+  attempt.record.discType = texts_.discText(attempt.type);
+  services_.grids.doEventMessage("Disc type:  " + attempt.record.discType);
+
+  const Fixed4 capacity = engine.do_GetTotalBlocksOnDisc() * BlockBytes;
+  if (services_.plan.doGetDiscSZ(attempt.number) > capacity) {
+    attempt.doFail("Error: Wrong disc type.");
+    return false;
+  }
+
+  attempt.blank = texts_.doIsDiscBlank(attempt.type);
+  attempt.needsErase = job.AutoErase && !attempt.blank && engine.do_Erasable() != 0;
+  attempt.needsFormat = attempt.type == DiscDvdPlusRw && engine.do_SessionsOnDisc() == 0;
+  // Only a backup of one disc may stand beside what a disc already holds.
+  const bool mayAppend = services_.plan.TotalDiscs == 1 && job.optFileSystem == 0;
+  if (attempt.blank || attempt.needsFormat || attempt.needsErase || mayAppend) return true;
+  attempt.doFail("Error: Disc is not empty.");
+  return false;
+}
+
+}  // namespace korvenal

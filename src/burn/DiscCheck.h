@@ -1,0 +1,25 @@
+#pragma once
+
+#include "burn/BurnServices.h"
+#include "burn/DiscAttempt.h"
+#include "burn/DiscTexts.h"
+
+namespace korvenal {
+
+/// Looks at a loaded disc before anything is done to it. What is found goes into the attempt; each
+/// question answered with false has put its sentence there.
+class DiscCheck {
+ public:
+  DiscCheck(BurnServices& services, DiscTexts& texts) : services_(services), texts_(texts) {}
+
+  /// Is this a disc that can be written at all?
+  bool isWritable(DiscAttempt& attempt) const;
+  /// Does it hold the plan, and may it be used as it is? Classifies the disc.
+  bool isUsable(DiscAttempt& attempt) const;
+
+ private:
+  BurnServices& services_;
+  DiscTexts& texts_;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "burn/BackgroundWork.h"
+#include "burn/BurnServices.h"
+#include "burn/DiscAttempt.h"
+#include "burn/DiscBurner.h"
+#include "burn/DiscCheck.h"
+#include "burn/DiscPreparation.h"
+#include "burn/DiscTexts.h"
+#include "burn/Verification.h"
+
+namespace korvenal {
+
+/// What went wrong in a run so far.
+struct RunFaults {
+  int discs = 0;        ///< attempts that failed
+  int files = 0;        ///< files that verification found wrong
+  int notVerified = 0;  ///< discs burned that could not be read again
+};
+
+/// Writes the next planned discs to whatever discs are loaded in the drives of the device mode,
+/// and leaves a record of every attempt.
+class DiscWriter {
+ public:
+  explicit DiscWriter(BurnServices& services);
+
+  std::int16_t DiscErrorCount = 0;  ///< failed discs of this run
+  RunFaults faults;
+
+  /// One load of the drives: pass after pass, until the plan is done, no drive took a disc, a stop,
+  /// or the limit of failed discs (`TaskError` is then set). Begins with disc `BurnFromDisc`; a
+  /// failed disc does not advance it.
+  void doWriteDiscs(DiscRequest& request);
+  /// Zeroes what is counted for one run.
+  void doClearCounts();
+  /// The plan is another one now.
+  void doForgetPlan() { verification_.doForgetPieces(); }
+
+ private:
+  enum class Next { Drive, Leave };
+
+  bool doPass(DiscRequest& request);
+  void doResetEngine();
+  Next doWriteDisc(char letter, DiscRequest& request);
+  void doAttemptDisc(DiscAttempt& attempt, DiscRequest& request);
+  std::string labelOf(int number) const;
+  void doSettle(DiscAttempt& attempt);
+  void doRecord(DiscAttempt& attempt);
+  bool isErrorLimitReached(const DiscAttempt& attempt);
+  std::int64_t errorLimit() const;
+
+  BurnServices& services_;
+  DiscTexts texts_;
+  BackgroundWork work_;
+  DiscCheck check_;
+  DiscPreparation preparation_;
+  DiscBurner burner_;
+  Verification verification_;
+  bool resetBeforeVerify_ = false;  ///< once set, holds for the rest of a load
+};
+
+}  // namespace korvenal

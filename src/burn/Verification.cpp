@@ -1,0 +1,151 @@
+#include "burn/Verification.h"
+
+#include <algorithm>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr int FilesPerStep = 10;
+const std::string Pass = "PASS";
+
+/// The name under which the index stands on a disc, in upper case.
+bool isIndexName(const std::string& upperName) {
+  return Text::endsWith(upperName, ".BDX") &&
+         (Text::startsWith(upperName, "_KORVEN") || Text::startsWith(upperName, "KORVEN"));
+}
+
+/// What the source column tells of the program's own files, which head disc 1.
+std::string friendlySource(const std::string& name, int disc, int reportRow) {
+  if (disc != 1) return {};
+  if (reportRow == 1 && isIndexName(Text::toUpper(name))) return "Backup Index";
+  if (reportRow <= 2 && name == KitFileName) return "ResotoreKit Installer";
+  return {};
+}
+
+/// Brackets the marking of files as saved.
+class SavedMarks {
+ public:
+  explicit SavedMarks(ArchiveBits& bits) : bits_(bits) { bits_.begin(); }
+  ~SavedMarks() { bits_.commit(); }
+  SavedMarks(const SavedMarks&) = delete;
+  SavedMarks& operator=(const SavedMarks&) = delete;
+
+ private:
+  ArchiveBits& bits_;
+};
+
+}  // namespace
+
+void Verification::doVerifyDisc(DiscAttempt& attempt, bool reset) {
+  RunGrids& grids = services_.grids;
+  services_.page.pbStopEnabled = false;
+  services_.page.OnlyShowErrorFileEnabled = false;
+  grids.PBErrorList[0] = "&Verify Report - " + attempt.record.label;
+  grids.vsError[0].clearData();
+  if (reset) doResetDisc();
+  services_.desktop.doYield();
+  if (services_.engine.do_TestUnitReady() == 0) {
+    grids.doEventMessage("Skip verifying backup files.");
+  } else {
+    services_.desktop.doYield();
+    grids.doEventMessage("Verifying backup files...");
+    doVerifyFiles(attempt);
+    attempt.verified = true;
+  }
+  services_.page.pbStopEnabled = true;
+  services_.page.OnlyShowErrorFileEnabled = true;
+  if (attempt.FileErrorCount > 0)
+    attempt.record.note = Text::counted(attempt.FileErrorCount, "backup file") + " error.";
+}
+
+void Verification::doResetDisc() {
+  services_.grids.etProgress[0] = {"Reset disc, please wait...", 0};
+  services_.grids.doEventMessage("Reset disc for verifying backup files...");
+  services_.engine.do_UnlockMedium();
+  services_.engine.do_EjectMedium();
+  services_.desktop.doYield();
+  services_.engine.do_LoadMedium();
+}
+
+void Verification::doVerifyFiles(DiscAttempt& attempt) {
+  const PlanTable& table = services_.plan.vsBuffer;
+  const SavedMarks marks(services_.bits);
+  int splitRow = 0;
+  int count = 0;
+  for (int row = 1; row < table.Rows(); ++row) {
+    const RowType type = table.row(row).type;
+    if (type == RowType::SplitFile) splitRow = row;
+    if (table.row(row).disc != attempt.number) continue;
+    if (type != RowType::File && type != RowType::Piece) continue;
+    if (++count % FilesPerStep == 0)
+      doShowPercent(static_cast<int>(
+          std::min<std::int64_t>(std::int64_t{count} * 100 / std::max(attempt.files, 1), 100)));
+
+    const std::string sourcePath = table.sourcePath(row);
+    const FileInfo source = services_.files.doGetInfo(sourcePath);
+    const std::string result = resultOf(attempt, row, source);
+    doAddVerifyRow(attempt.number, Paths::onDrive(attempt.letter, table.fileOnDisc(row)), result,
+                   sourcePath);
+    if (result != Pass) {
+      ++attempt.FileErrorCount;
+    } else if (services_.job.isDifferential()) {
+      doMarkSaved(row, splitRow, source);
+    }
+  }
+  doShowPercent(100);
+}
+
+std::string Verification::resultOf(const DiscAttempt& attempt, int row,
+                                   const FileInfo& source) const {
+  if (source.kind == FileInfo::Kind::Missing) return "Source not found";
+  const PlanTable& table = services_.plan.vsBuffer;
+  const std::string discPath = table.fileOnDisc(row);
+  // Padding of the right size stands where a source could not be read.
+  if (attempt.padded.contains(discPath)) return "Backup failed";
+  const FileInfo onDisc = services_.files.doGetInfo(Paths::onDrive(attempt.letter, discPath));
+  if (onDisc.kind == FileInfo::Kind::Missing) return "Backup failed";
+  return onDisc.kind == FileInfo::Kind::File && onDisc.size == table.row(row).size ? Pass
+                                                                                  : "Size error";
+}
+
+void Verification::doAddVerifyRow(int disc, const std::string& pathOnDisc,
+                                  const std::string& result, const std::string& source) {
+  Table& report = services_.grids.vsError[0];
+  const std::string name(Paths::doGetFilePart(pathOnDisc));
+  const int row = report.addRow({name, result, source});
+  report.setRowHidden(row,
+                      services_.grids.OnlyShowErrorFile && Text::toUpper(result) == Pass);
+  report.Row = row;
+  const std::string friendly = friendlySource(name, disc, row);
+  if (!friendly.empty()) report.setText(row, 2, friendly);
+}
+
+void Verification::doMarkSaved(int row, int splitRow, const FileInfo& source) {
+  const PlanTable& table = services_.plan.vsBuffer;
+  const bool piece = table.row(row).type == RowType::Piece;
+  if (piece && !isWholeFileSaved(row, splitRow)) return;
+  // What changed since the plan was made is not what stands on the disc: it stays to be saved.
+  const PlanTable::Row& planned = table.row(piece ? splitRow : row);
+  if (source.size != planned.size || (planned.dated && source.modified != planned.modified)) return;
+  services_.bits.doClearArchiveBit(std::string(Text::trim(table.sourcePath(row))), source);
+}
+
+bool Verification::isWholeFileSaved(int row, int splitRow) {
+  // A split file is saved with the last of its pieces, whatever disc each one is on.
+  if (splitRow == 0) return false;
+  const PlanTable& table = services_.plan.vsBuffer;
+  auto& passed = passedPieces_[splitRow];
+  passed.insert(table.range(row).number);
+  return static_cast<int>(passed.size()) == table.range(splitRow).number;
+}
+
+void Verification::doShowPercent(int percent) {
+  services_.grids.etProgress[0] = {std::to_string(percent) + "%", percent};
+  services_.desktop.doYield();
+}
+
+}  // namespace korvenal
