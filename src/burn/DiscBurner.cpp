@@ -70,8 +70,8 @@ bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
 bool DiscBurner::doStartBurn(DiscAttempt& attempt) {
   BurnLogFile = services_.grids.doGetBurnLogPath("KORV_Error");
   const int started = services_.engine.do_Burn(
-      work_.finished(),
-      [&attempt](std::int32_t, std::int32_t) { ++attempt.FileErrorCount; }, 0, BurnLogFile);
+      work_.finished(), [&attempt](std::int32_t, std::int32_t) { ++attempt.FileErrorCount; }, 0,
+      BurnLogFile);
   if (started == 0) attempt.doFail("Error: Data buffer allocated failed.");
   return started != 0;
 }

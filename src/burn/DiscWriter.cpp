@@ -97,9 +97,8 @@ DiscWriter::Next DiscWriter::doWriteDisc(char letter, DiscRequest& request) {
   if (!state.StopAction) {
     services_.grids.doEventMessage((attempt.discError ? "*" : "") + attempt.record.note);
     if (freeBytes > Fixed4(0))
-      services_.grids.doEventMessage(
-          "Disc free space remaining:  " +
-          texts_.doFormatSize(DiscTexts::GivenSize, true, freeBytes));
+      services_.grids.doEventMessage("Disc free space remaining:  " +
+                                     texts_.doFormatSize(DiscTexts::GivenSize, true, freeBytes));
   }
   state.TaskError = 0;
   if (isErrorLimitReached(attempt)) return Next::Leave;

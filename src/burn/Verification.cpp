@@ -109,7 +109,7 @@ std::string Verification::resultOf(const DiscAttempt& attempt, int row,
   const FileInfo onDisc = services_.files.doGetInfo(Paths::onDrive(attempt.letter, discPath));
   if (onDisc.kind == FileInfo::Kind::Missing) return "Backup failed";
   return onDisc.kind == FileInfo::Kind::File && onDisc.size == table.row(row).size ? Pass
-                                                                                  : "Size error";
+                                                                                   : "Size error";
 }
 
 void Verification::doAddVerifyRow(int disc, const std::string& pathOnDisc,
@@ -117,8 +117,7 @@ void Verification::doAddVerifyRow(int disc, const std::string& pathOnDisc,
   Table& report = services_.grids.vsError[0];
   const std::string name(Paths::doGetFilePart(pathOnDisc));
   const int row = report.addRow({name, result, source});
-  report.setRowHidden(row,
-                      services_.grids.OnlyShowErrorFile && Text::toUpper(result) == Pass);
+  report.setRowHidden(row, services_.grids.OnlyShowErrorFile && Text::toUpper(result) == Pass);
   report.Row = row;
   const std::string friendly = friendlySource(name, disc, row);
   if (!friendly.empty()) report.setText(row, 2, friendly);

@@ -6,10 +6,10 @@ namespace korvenal {
 
 /// What a run sets of the buttons of its page; front ends show them so.
 struct RunPage {
-  bool buttonsVisible = true;   ///< `PBSTART`, `PBSaveJob`, `PBBack`, `PBNext`
-  bool ProgressPanel = false;   ///< the progress line is shown
+  bool buttonsVisible = true;  ///< `PBSTART`, `PBSaveJob`, `PBBack`, `PBNext`
+  bool ProgressPanel = false;  ///< the progress line is shown
   bool pbStopVisible = false;
-  bool pbStopEnabled = false;   ///< pressing it does something
+  bool pbStopEnabled = false;  ///< pressing it does something
   bool OnlyShowErrorFileEnabled = true;
 };
 
