@@ -22,6 +22,7 @@ class DriveDiscovery {
   int DriveCount = 0;
   std::int16_t BurnerCount = 0;
 
+  /// Brings the engine up, as before each look at the drives; nonzero: ready.
   std::int16_t doInitBurner();
   /// Fills DriveNames; the number of burners.
   int doListBurners();
@@ -29,10 +30,19 @@ class DriveDiscovery {
   /// `comboDiscType`). Tells which cannot, unless `IgnoreEvents` is set.
   bool doCheckDevice(int discTypeIndex);
 
+  /// True when the selected drive writes any kind of DVD. All codes are asked.
+  bool doWritesDvd();
+
+  /// "VENDOR PRODUCT" of a device path of the CD-ROM class.
   static std::string doCleanDriveName(std::string_view devicePath);
+  /// The text before its last blank.
   static std::string doCutDriveRevision(std::string_view text);
 
  private:
+  bool isFound(char letter) const;
+  /// The chosen drives that cannot write the disc type: "E:F:".
+  std::string doFindIncapable(int discTypeIndex);
+
   BurnEngine& engine_;
   MountedDevices& devices_;
   Desktop& desktop_;

@@ -30,9 +30,15 @@ struct DiscRequest {
   int RestoreDiscIndex = 0;          ///< entries done
   // Erase.
   bool SkipBlankDiscs = false;
-  // For the feeder of image drives: "Photos (2026-11-22-10-00-F)", the set that discs belong to;
-  // empty when unknown.
+  /// For the feeder of image drives: "Photos (2026-11-22-10-00-F)", the set that discs belong to;
+  /// empty when unknown.
   std::string setName;
+
+  /// The k-th entry of the restore list, from 1; 0 beyond its end.
+  int restoreDisc(int k) const {
+    const bool inside = k >= 1 && k <= static_cast<int>(RestoreDiscList.size());
+    return inside ? RestoreDiscList[static_cast<std::size_t>(k - 1)] : 0;
+  }
 };
 
 /// The one way for a run to ask for discs.

@@ -1,7 +1,5 @@
 #include "job/Job.h"
 
-#include <algorithm>
-
 namespace korvenal {
 
 namespace {
@@ -14,11 +12,6 @@ constexpr const char* ContentsHeaders[] = {
 
 Job::Job() {
   doInitContents();
-}
-
-const std::string& Job::discTypeText() const {
-  const int last = static_cast<int>(std::size(DiscTypeTexts)) - 1;
-  return DiscTypeTexts[std::clamp(comboDiscType, 0, last)];
 }
 
 void Job::doInitContents() {

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "core/DiscTypes.h"
 #include "platform/Table.h"
 
 namespace korvenal {
@@ -35,7 +36,6 @@ inline constexpr int MaxItems = 10'000;
 inline const std::string NotExistingText = "<Not Existing>";
 inline const std::string NewJobName = "New Backup";
 
-inline const std::string DiscTypeTexts[] = {"CD 700MB", "DVD 4.7GB", "DVD+R DL"};
 inline const std::string FileSystemTexts[] = {"Joliet", "UDF 1.50"};
 
 /// A backup job as its page shows it: the items and the options, under the names of the controls.
@@ -73,7 +73,7 @@ struct Job {
   bool isDifferential() const { return optBackupType == 1; }
   /// "Full" or "Differential".
   std::string backupTypeText() const { return isDifferential() ? "Differential" : "Full"; }
-  const std::string& discTypeText() const;
+  const std::string& discTypeText() const { return discTypeTextOf(comboDiscType); }
 
   /// Gives `vsContents` its 13 columns, the header texts and the hidden columns. Rows stay, and so
   /// do the hidden header cells, which carry the job's options while it is saved and loaded.

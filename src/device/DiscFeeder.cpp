@@ -1,0 +1,148 @@
+#include "device/DiscFeeder.h"
+
+#include <algorithm>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace korvenal {
+
+namespace {
+
+/// Between the name of a set and the number of a disc in the names of image files.
+constexpr std::string_view DiscWord = " disc ";
+
+std::string discName(const std::string& setName, int disc) {
+  return (setName.empty() ? std::string("Backup") : setName) + std::string(DiscWord) +
+         Text::zeroPadded(disc, 2);
+}
+
+std::string_view nameOf(const ImageDisc& disc) {
+  return Paths::doGetFilePart(disc.file);
+}
+bool isBlank(const ImageDisc& disc) {
+  return disc.sessions == 0 && !disc.closed;
+}
+
+bool isOfSet(const ImageDisc& disc, const std::string& setName) {
+  return !setName.empty() && Text::startsWith(nameOf(disc), setName + std::string(DiscWord));
+}
+
+/// A blank disc that was put in for another disc of a plan: its name would tell lies.
+bool isMeantForAnother(const ImageDisc& disc, const std::string& name) {
+  const std::string_view own = nameOf(disc);
+  return own.find(DiscWord) != std::string_view::npos && !Text::startsWith(own, name);
+}
+
+}  // namespace
+
+std::uint8_t DiscFeeder::blankTypeFor(int comboDiscType) {
+  constexpr std::uint8_t CdR = 2, DvdR = 5, DvdPlusRDl = 12;
+  switch (comboDiscType) {
+    case 0:
+      return CdR;
+    case 1:
+      return DvdR;
+    default:
+      return DvdPlusRDl;
+  }
+}
+
+bool DiscFeeder::mayServe(char letter) const {
+  return trays_.isImageDrive(letter) && !kept_.contains(letter);
+}
+
+void DiscFeeder::doFeedBlanks(const DiscRequest& request, int from, int to) {
+  if (!trays_.isFeederOn()) return;
+  const std::uint8_t typeCode = blankTypeFor(request.comboDiscType);
+  int disc = from;
+  for (const char letter : drives_) {
+    if (disc > to) return;
+    const std::string name = discName(request.setName, disc++);
+    if (!mayServe(letter)) continue;
+    const ImageDisc inside = trays_.discIn(letter);
+    const bool usable = !inside.file.empty() && isBlank(inside) && !isMeantForAnother(inside, name);
+    if (!usable) doChangeToBlank(letter, typeCode, name);
+  }
+}
+
+void DiscFeeder::doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name) {
+  // One that was made for this very disc and never written lies ready after a stopped run.
+  for (const ImageDisc& disc : trays_.discsOnShelf()) {
+    if (!isBlank(disc) || disc.typeCode != typeCode || !Text::startsWith(nameOf(disc), name))
+      continue;
+    doChangeTo(letter, disc.file);
+    return;
+  }
+  if (!trays_.discIn(letter).file.empty() && !trays_.remove(letter)) return;
+  trays_.insertBlank(letter, typeCode, name, 0);
+}
+
+void DiscFeeder::doFeedRestore(const DiscRequest& request) {
+  if (!trays_.isFeederOn()) return;
+  std::vector<std::string> missing;
+  for (int k = 1; k <= static_cast<int>(drives_.size()); ++k) {
+    const int disc = request.restoreDisc(request.RestoreDiscIndex + k);
+    if (disc > 0) missing.push_back(labelOf(disc));
+  }
+  // What is already in stays where it is; the other wanted discs share the remaining drives.
+  std::string free;
+  for (const char letter : drives_) {
+    const ImageDisc inside = trays_.isImageDrive(letter) ? trays_.discIn(letter) : ImageDisc{};
+    const bool ofSet = request.setName.empty() || isOfSet(inside, request.setName);
+    const auto wanted = std::find(missing.begin(), missing.end(), inside.label);
+    if (!inside.file.empty() && ofSet && wanted != missing.end())
+      missing.erase(wanted);
+    else if (mayServe(letter))
+      free += letter;
+  }
+  for (const std::string& label : missing) {
+    if (free.empty()) return;
+    const std::string file = findOnShelf(label, request.setName);
+    if (!file.empty() && doChangeTo(free.front(), file)) free.erase(0, 1);
+  }
+}
+
+void DiscFeeder::doFeedIndexDisc() {
+  if (!trays_.isFeederOn()) return;
+  const std::string label = labelOf(1);
+  char target = 0;
+  for (const char letter : drives_) {
+    if (!trays_.isImageDrive(letter)) continue;
+    if (trays_.discIn(letter).label == label) return;
+    if (target == 0 && mayServe(letter)) target = letter;
+  }
+  if (target == 0) return;
+  std::string file = findOnShelf(label, "");
+  if (file.empty()) {
+    // Without any first disc a single written one can only be what is meant.
+    int written = 0;
+    for (const ImageDisc& disc : trays_.discsOnShelf()) {
+      if (isBlank(disc)) continue;
+      file = disc.file;
+      ++written;
+    }
+    if (written != 1 || !trays_.discIn(target).label.empty()) return;
+  }
+  doChangeTo(target, file);
+}
+
+std::string DiscFeeder::findOnShelf(const std::string& label, const std::string& setName) const {
+  const ImageDisc* best = nullptr;
+  const std::vector<ImageDisc> shelf = trays_.discsOnShelf();
+  for (const ImageDisc& disc : shelf) {
+    if (disc.label != label) continue;
+    const bool ofSet = isOfSet(disc, setName);
+    const bool bestOfSet = best && isOfSet(*best, setName);
+    if (!best || ofSet > bestOfSet || (ofSet == bestOfSet && disc.modified > best->modified))
+      best = &disc;
+  }
+  return best ? best->file : std::string();
+}
+
+bool DiscFeeder::doChangeTo(char letter, const std::string& file) {
+  if (!trays_.discIn(letter).file.empty() && !trays_.remove(letter)) return false;
+  return trays_.insert(letter, file);
+}
+
+}  // namespace korvenal

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "device/LoadPrompt.h"
+#include "platform/ImageTrays.h"
+
+namespace korvenal {
+
+/// Puts the obvious disc into image drives, so that nobody is asked for what is plain: a blank disc
+/// for a burn, the wanted label for a restore, the first disc of the newest set for reading an
+/// index. It never writes over a disc: one that is in the way goes out to the shelf first. Drives
+/// that a person has served in the prompt are left alone, and real drives always are.
+class DiscFeeder {
+ public:
+  explicit DiscFeeder(ImageTrays& trays) : trays_(trays) {}
+
+  /// The letters of the drives that the prompt lists, in order.
+  void doUseDrives(std::string letters) { drives_ = std::move(letters); }
+  /// A person chose what lies in this drive.
+  void doKeep(char letter) { kept_.insert(letter); }
+
+  /// Blank discs for the discs `from` to `to` of the plan, one a drive.
+  void doFeedBlanks(const DiscRequest& request, int from, int to);
+  /// The next discs of the restore list, one a drive.
+  void doFeedRestore(const DiscRequest& request);
+  void doFeedIndexDisc();
+
+  /// The disc that a burn of this disc type (index) gets.
+  static std::uint8_t blankTypeFor(int comboDiscType);
+  static std::string labelOf(int disc) { return "Backup #" + std::to_string(disc); }
+
+ private:
+  bool mayServe(char letter) const;
+  void doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name);
+  bool doChangeTo(char letter, const std::string& file);
+  /// Of the discs with the label the one that fits the set; else the newest. Empty: none.
+  std::string findOnShelf(const std::string& label, const std::string& setName) const;
+
+  ImageTrays& trays_;
+  std::string drives_;
+  std::set<char> kept_;
+};
+
+}  // namespace korvenal

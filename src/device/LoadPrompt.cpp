@@ -1,0 +1,35 @@
+#include "device/LoadPrompt.h"
+
+#include "device/frmLoadDisc.h"
+
+namespace korvenal {
+
+LoadPrompt::LoadPrompt(ActionState& state, Desktop& desktop, RunGrids& grids, BurnEngine& engine,
+                       ImageTrays& trays, DriveDiscovery& drives, const DeviceSettings& settings)
+    : state_(state),
+      desktop_(desktop),
+      grids_(grids),
+      engine_(engine),
+      trays_(trays),
+      drives_(drives),
+      settings_(settings) {}
+
+void LoadPrompt::doAskLoadDisc(int reason, DiscRequest& request) {
+  state_.IgnoreEvents = true;
+  if (state_.WorkerMode != WorkerReadIndex) grids_.doEventMessage("Ask for loading disc...");
+  {
+    frmLoadDisc form({.state = state_,
+                      .desktop = desktop_,
+                      .engine = engine_,
+                      .trays = trays_,
+                      .drives = drives_,
+                      .settings = settings_,
+                      .openDeviceSettings = doDevice},
+                     request, reason);
+    desktop_.doShowModal(form);
+  }
+  state_.IgnoreEvents = false;
+  desktop_.doYield();
+}
+
+}  // namespace korvenal

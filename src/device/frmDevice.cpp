@@ -1,0 +1,200 @@
+#include "device/frmDevice.h"
+
+#include <algorithm>
+
+namespace korvenal {
+
+namespace {
+
+std::vector<std::string> speedChoices(int fastest) {
+  std::vector<std::string> choices = {"Max.", "High", "Medium", "Low"};
+  for (int multiple = fastest; multiple >= 2; multiple -= 2)
+    choices.push_back(std::to_string(multiple) + "x");
+  return choices;
+}
+
+}  // namespace
+
+const std::vector<std::string>& frmDevice::speedChoicesCD() {
+  static const std::vector<std::string> choices = speedChoices(52);
+  return choices;
+}
+
+const std::vector<std::string>& frmDevice::speedChoicesDVD() {
+  static const std::vector<std::string> choices = speedChoices(20);
+  return choices;
+}
+
+frmDevice::frmDevice(DeviceServices services) : services_(services) {
+  const DeviceSettings& settings = services_.settings;
+  OptDevice = static_cast<int>(settings.DeviceMode);
+  ReadSpeedCD = static_cast<int>(settings.ReadSpeedCD);
+  WriteSpeedCD = static_cast<int>(settings.WriteSpeedCD);
+  ReadSpeedDVD = static_cast<int>(settings.ReadSpeedDVD);
+  WriteSpeedDVD = static_cast<int>(settings.WriteSpeedDVD);
+  chkSingleEject = settings.SingleEject == 1;
+  chkSSkipEjectFirst = settings.SingleSkipEjectFirst == 1;
+  chkMultiEject = settings.MultiEject == 1;
+  chkMSkipEjectFirst = settings.MultiSkipEjectFirst == 1;
+  MultiErrorMax = static_cast<int>(settings.MultiErrorMax);
+  AutoloaderErrorMax = static_cast<int>(settings.AutoloaderErrorMax);
+  AutoloaderBadDisc = settings.AutoloaderBadDisc == 1;
+  AutoloaderCommand = settings.AutoloaderCommand;
+}
+
+void frmDevice::doActivate() {
+  doFillDriveLists();
+  doTakeStoredDrives();
+  if (services_.drives.DriveCount == 1) {
+    OptDevice = 0;
+    // There is nothing to choose: a first start needs no more than OK.
+    if (services_.settings.SingleDrive.empty()) singleDrive = 1;
+  }
+  doRepaint();
+}
+
+void frmDevice::doFillDriveLists() {
+  const WaitPointer wait(services_.desktop);
+  services_.drives.BurnerCount = services_.drives.doInitBurner();
+  services_.drives.DriveCount = services_.drives.doListBurners();
+  driveChoices = {"Nil"};
+  for (const std::string& name : services_.drives.DriveNames)
+    if (!name.empty()) driveChoices.push_back(name);
+}
+
+void frmDevice::doTakeStoredDrives() {
+  const DeviceSettings& settings = services_.settings;
+  singleDrive = choiceOf(settings.SingleDrive);
+  for (std::size_t i = 0; i < multiDrive.size(); ++i)
+    multiDrive[i] = choiceOf(settings.MultiDrive[i]);
+  AL01 = choiceOf(settings.AutoloaderDrive);
+}
+
+int frmDevice::choiceOf(const std::string& letter) const {
+  for (std::size_t i = 1; i < driveChoices.size() && !letter.empty(); ++i)
+    if (driveChoices[i].front() == letter.front()) return static_cast<int>(i);
+  return 0;
+}
+
+std::string frmDevice::letterOf(int choice) const {
+  if (choice < 1 || choice >= static_cast<int>(driveChoices.size())) return {};
+  return driveChoices[static_cast<std::size_t>(choice)].substr(0, 1);
+}
+
+void frmDevice::pbRefresh() {
+  if (services_.state.ActionRunning) return;
+  {
+    const FlagScope running(services_.state.ActionRunning);
+    refreshEnabled = false;
+    const std::string single = letterOf(singleDrive), autoloader = letterOf(AL01);
+    std::array<std::string, 5> multi;
+    for (std::size_t i = 0; i < multi.size(); ++i) multi[i] = letterOf(multiDrive[i]);
+    doFillDriveLists();
+    singleDrive = choiceOf(single);
+    AL01 = choiceOf(autoloader);
+    for (std::size_t i = 0; i < multi.size(); ++i) multiDrive[i] = choiceOf(multi[i]);
+    refreshEnabled = true;
+  }
+  const int count = services_.drives.DriveCount;
+  std::string text = "No CD/DVD drive connected.";
+  if (count > 0) {
+    text = "This system has " + std::to_string(count) + " CD/DVD drive" + (count > 1 ? "s" : "") +
+           " connected.";
+    for (std::size_t i = 1; i < driveChoices.size(); ++i) text += "\n" + driveChoices[i];
+  }
+  services_.desktop.doShowMessage(
+      {.text = text, .title = "Drive Information", .icon = MessageIcon::Information});
+  doRepaint();
+}
+
+void frmDevice::doCheckSingleEject(bool on) {
+  chkSingleEject = on;
+  if (!on) chkSSkipEjectFirst = false;
+}
+
+void frmDevice::doCheckSingleSkipFirst(bool on) {
+  chkSSkipEjectFirst = on;
+  if (on) chkSingleEject = true;
+}
+
+void frmDevice::doCheckMultiEject(bool on) {
+  chkMultiEject = on;
+  if (!on) chkMSkipEjectFirst = false;
+}
+
+void frmDevice::doCheckMultiSkipFirst(bool on) {
+  chkMSkipEjectFirst = on;
+  if (on) chkMultiEject = true;
+}
+
+void frmDevice::doDriveTray(int choice, bool close) {
+  const std::string letter = letterOf(choice);
+  if (letter.empty()) return;
+  const WaitPointer wait(services_.desktop);
+  if (services_.engine.do_SelectDeviceByLetter(letter.front()) == 0) return;
+  if (close) {
+    services_.engine.do_LoadMedium();
+  } else {
+    services_.engine.do_UnlockMedium();
+    services_.engine.do_EjectMedium();
+  }
+}
+
+void frmDevice::doSaveAndClose() {
+  if (doSaveDevices()) doClose();
+}
+
+bool frmDevice::doSaveDevices() {
+  if (OptDevice == 1 && !doCheckMultiDrives()) return false;
+  doWriteSettings();
+  return true;
+}
+
+bool frmDevice::doCheckMultiDrives() {
+  std::vector<int> chosen;
+  std::copy_if(multiDrive.begin(), multiDrive.end(), std::back_inserter(chosen),
+               [this](int choice) { return !letterOf(choice).empty(); });
+  if (chosen.size() < 2) {
+    const Answer answer = services_.desktop.doShowMessage(
+        {.text = "Please select at least two drives in \"Multiple-drive\" mode.\n"
+                 "Do you want to change to \"Single-drive\" mode?",
+         .title = "Error",
+         .icon = MessageIcon::Warning,
+         .buttons = MessageButtons::YesNo});
+    if (answer == Answer::Yes) OptDevice = 0;
+    doRepaint();
+    return false;
+  }
+  std::sort(chosen.begin(), chosen.end());
+  if (std::adjacent_find(chosen.begin(), chosen.end()) == chosen.end()) return true;
+  services_.desktop.doShowMessage(
+      {.text = "Drive name duplicated.", .title = "Error", .icon = MessageIcon::Stop});
+  return false;
+}
+
+void frmDevice::doWriteSettings() {
+  const WaitPointer wait(services_.desktop);
+  DeviceSettings& settings = services_.settings;
+  settings.DeviceMode = OptDevice;
+  settings.ReadSpeedCD = ReadSpeedCD;
+  settings.WriteSpeedCD = WriteSpeedCD;
+  settings.ReadSpeedDVD = ReadSpeedDVD;
+  settings.WriteSpeedDVD = WriteSpeedDVD;
+  settings.SingleDrive = letterOf(singleDrive);
+  settings.SingleEject = chkSingleEject ? 1 : 0;
+  settings.SingleSkipEjectFirst = chkSSkipEjectFirst ? 1 : 0;
+  for (std::size_t i = 0; i < multiDrive.size(); ++i)
+    settings.MultiDrive[i] = letterOf(multiDrive[i]);
+  settings.MultiErrorMax = MultiErrorMax;
+  settings.MultiEject = chkMultiEject ? 1 : 0;
+  settings.MultiSkipEjectFirst = chkMSkipEjectFirst ? 1 : 0;
+  settings.AutoloaderDrive = letterOf(AL01);
+  settings.AutoloaderErrorMax = AutoloaderErrorMax;
+  settings.AutoloaderBadDisc = AutoloaderBadDisc ? 1 : 0;
+  settings.AutoloaderCommand = AutoloaderCommand;
+  settings.doWriteDvcData(services_.profile);
+  // The stored values count from here on, mended as at every start.
+  settings.doReadDvcData(services_.profile);
+}
+
+}  // namespace korvenal

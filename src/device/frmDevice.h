@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "core/ActionState.h"
+#include "device/DeviceSettings.h"
+#include "device/DriveDiscovery.h"
+#include "platform/BurnEngine.h"
+#include "platform/Desktop.h"
+#include "platform/Form.h"
+#include "platform/Profile.h"
+
+namespace korvenal {
+
+struct DeviceServices {
+  ActionState& state;
+  Desktop& desktop;
+  BurnEngine& engine;
+  DriveDiscovery& drives;
+  DeviceSettings& settings;
+  Profile& profile;
+};
+
+/// The device settings. Every way out saves; the form refuses to close while the drives of
+/// Multiple-drive mode are too few or alike.
+class frmDevice : public Form {
+ public:
+  explicit frmDevice(DeviceServices services);
+
+  /// What a drive list offers: "Nil", then the drives found ("E: VENDOR PRODUCT").
+  std::vector<std::string> driveChoices{"Nil"};
+  /// "Max.", "High", "Medium", "Low", then "52x" down to "2x"; for DVD from "20x".
+  static const std::vector<std::string>& speedChoicesCD();
+  static const std::vector<std::string>& speedChoicesDVD();
+
+  // Indices into the lists above.
+  int OptDevice = 0;  ///< the page in view: 0 Single-drive, 1 Multiple-drive, 2 Autoloader
+  int singleDrive = 0;
+  std::array<int, 5> multiDrive{};
+  int AL01 = 0;
+  int ReadSpeedCD = 0, WriteSpeedCD = 0, ReadSpeedDVD = 0, WriteSpeedDVD = 0;
+  bool chkSingleEject = true, chkSSkipEjectFirst = true;
+  bool chkMultiEject = true, chkMSkipEjectFirst = false;
+  int MultiErrorMax = 1, AutoloaderErrorMax = 1;  ///< 1 to 5 discs
+  bool AutoloaderBadDisc = true;
+  std::array<std::string, 5> AutoloaderCommand;
+  bool refreshEnabled = true;
+
+  void doActivate() override;
+  void doCloseBox() override { doSaveAndClose(); }
+
+  void pbOK() { doSaveAndClose(); }
+  void pbCancel() { doSaveAndClose(); }
+  void pbRefresh();
+  // The two boxes of a pair follow each other.
+  void doCheckSingleEject(bool on);
+  void doCheckSingleSkipFirst(bool on);
+  void doCheckMultiEject(bool on);
+  void doCheckMultiSkipFirst(bool on);
+  /// Opens or closes the tray of the drive that a list shows; nothing for "Nil".
+  void doDriveTray(int choice, bool close);
+
+ private:
+  void doFillDriveLists();
+  void doTakeStoredDrives();
+  void doSaveAndClose();
+  /// Whether the form may close.
+  bool doSaveDevices();
+  bool doCheckMultiDrives();
+  void doWriteSettings();
+  int choiceOf(const std::string& letter) const;
+  std::string letterOf(int choice) const;
+
+  DeviceServices services_;
+};
+
+}  // namespace korvenal

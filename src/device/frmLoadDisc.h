@@ -1,0 +1,114 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "device/DiscFeeder.h"
+#include "device/LoadPrompt.h"
+#include "platform/Form.h"
+#include "platform/Table.h"
+
+namespace korvenal {
+
+/// What the prompt works with.
+struct LoadDiscServices {
+  ActionState& state;
+  Desktop& desktop;
+  BurnEngine& engine;
+  ImageTrays& trays;
+  DriveDiscovery& drives;
+  const DeviceSettings& settings;
+  LoadPrompt::OpenDeviceSettings openDeviceSettings;
+};
+
+/// The prompt for discs: says what to load, serves the trays, and lets the run go on when at least
+/// one drive is ready. Which disc was loaded is not looked at. Outcome: `StopAction` set means
+/// given up; else the request holds the disc range or the box of the erase.
+class frmLoadDisc : public Form {
+ public:
+  static constexpr int MaxDrives = 5;
+
+  /// What the person sees of one drive. Rows count from 0; `vsDrive` has row + 1.
+  struct DriveButtons {
+    bool shown = false;
+    bool enabled = false;
+  };
+
+  frmLoadDisc(LoadDiscServices services, DiscRequest& request, int reason);
+
+  std::array<std::string, 3> DESC;  ///< the sentence; captions beside FromDisc and ToDisc
+  bool BackupDiscShown = false;     ///< the frame with the disc range
+  bool ToDiscShown = false;         ///< with its caption DESC[2]
+  int discChoices = 0;              ///< both lists hold 1 to this number
+  int FromDisc = 0;                 ///< disc numbers, from 1
+  int ToDisc = 0;
+  bool ckSkipBlankShown = false;
+  bool ckSkipBlank = false;
+  std::string DiscInfo;     ///< the hint; empty hides it with its icon
+  std::string DriveAction;  ///< the status line
+  std::string pbStopCaption = "&Stop";
+  Table vsDrive;  ///< header and five rows: "E:", model
+  std::array<DriveButtons, MaxDrives> driveButtons;
+  bool trayButtonsShown = false;  ///< pbEject and pbCloseTray
+  bool commandsEnabled = false;   ///< pbOK, pbEject, pbCloseTray and the buttons of drives
+  int deviceMode = 0;             ///< for the picture of pbSetDevice
+
+  void doActivate() override;
+  void doCloseBox() override;
+
+  void pbOK();
+  void pbStop();
+  void pbEject();
+  void pbCloseTray();
+  void multiEject(int row);
+  void multiClose(int row);
+  void pbSetDevice();
+  /// The person picked another first disc.
+  void doChooseFromDisc(int disc);
+
+  // Image drives, as real ones are served by hand. Each counts as the person's own choice, which
+  // the feeder does not touch. False: not possible now.
+  bool isImageDrive(int row) const;
+  ImageDisc discInTray(int row) const;
+  std::vector<ImageDisc> discsOnShelf() const { return services_.trays.discsOnShelf(); }
+  bool doInsertBlank(int row, std::uint8_t typeCode, const std::string& name, std::int64_t blocks);
+  bool doInsertFromShelf(int row, const std::string& file);
+  bool doTakeOut(int row);
+
+  int purpose() const { return purpose_; }  ///< a WorkerModeValue
+  bool isBusy() const { return busy_; }
+
+ private:
+  void doBuildPrompt();
+  void doBuildBurnPrompt(const std::string& prefix);
+  void doBuildRestorePrompt(const std::string& prefix);
+  void doFillDrives();
+  void doFeed();
+  void doEjectTrays();
+  void doCloseTrays(bool showMessage);
+  void doDriveTray(char letter, bool close);
+  bool doWaitForDisc();
+  bool isDriveUsable(char letter);
+  void doCheckErasable(char letter);
+  void doEnableCommands(bool enabled);
+  void doShowStatus(const std::string& text);
+  void doGiveUp();
+  char letterOf(int row) const;
+  int modeDrives() const { return services_.settings.driveCount(); }
+
+  LoadDiscServices services_;
+  DiscRequest& request_;
+  DiscFeeder feeder_;
+  int purpose_;
+  int loadReason_;
+  bool activated_ = false;
+  bool busy_ = false;
+  int traysToUse_ = 0;
+  int driveCount_ = 0;
+  bool cancelRequested_ = false;
+  bool ejectAtPrompt_ = false;
+  bool skipFirstEject_ = false;
+};
+
+}  // namespace korvenal
