@@ -1,6 +1,7 @@
 #include "platform/Text.h"
 
 #include <unicode/ucasemap.h>
+#include <unicode/uchar.h>
 
 #include <charconv>
 #include <cmath>
@@ -97,6 +98,28 @@ std::string toLower(std::string_view text) {
 
 bool equalsIgnoreCase(std::string_view a, std::string_view b) {
   return a == b || toUpper(a) == toUpper(b);
+}
+
+std::u32string foldedCharacters(std::string_view text) {
+  constexpr char32_t MalformedByte = 0x110000;
+  std::u32string characters;
+  characters.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = characterLength(text);
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (length == 0) {
+      characters += MalformedByte + lead;
+    } else {
+      // Of the lead byte of n bytes, the lowest 7 - n bits belong to the character.
+      char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
+      for (std::size_t i = 1; i < length; ++i)
+        character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
+      characters +=
+          static_cast<char32_t>(u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
+    }
+    text.remove_prefix(length == 0 ? 1 : length);
+  }
+  return characters;
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) {

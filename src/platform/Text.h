@@ -16,6 +16,9 @@ std::string_view trim(std::string_view text);
 std::string toUpper(std::string_view text);
 std::string toLower(std::string_view text);
 bool equalsIgnoreCase(std::string_view a, std::string_view b);
+/// The characters with their case taken away, one for one. A byte that belongs to no well-formed
+/// character becomes a value above U+10FFFF of its own.
+std::u32string foldedCharacters(std::string_view text);
 
 bool startsWith(std::string_view text, std::string_view prefix);
 bool endsWith(std::string_view text, std::string_view suffix);

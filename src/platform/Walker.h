@@ -33,7 +33,8 @@ struct WalkEntry {
   std::string path() const { return std::string(folder).append(name); }
 };
 
-/// Why a walk passed over something that the filters would have let through.
+/// Why a walk passed over something that the filters would have let through. An unreadable folder
+/// may have been read in part; what was read of it is reported.
 enum class WalkSkip { LinkToFolder, BrokenLink, Socket, Pipe, Device, UnreadableFolder };
 
 /// Receives a walk. A folder's contents come between its `enterFolder` and its `report`; entries
@@ -47,10 +48,14 @@ class WalkSink {
   virtual bool report(const WalkEntry& entry) = 0;
   /// Something that is not backed up, by its native path. False ends the walk.
   virtual bool skipped(WalkSkip reason, const std::string& path) = 0;
+  /// Comes now and then while nothing passes the filters, so that a long walk can yield. False ends
+  /// the walk.
+  virtual bool pause() { return true; }
 };
 
 /// Walks folders with filters; it reads nothing but the folders themselves, and never follows a
-/// link to a folder below the start. Entries that the filters exclude are not reported.
+/// link to a folder below the start. Entries that the filters exclude are not reported, nor those
+/// that are gone when the walk comes to them.
 class Walker {
  public:
   virtual ~Walker() = default;

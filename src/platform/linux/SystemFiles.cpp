@@ -45,7 +45,8 @@ FileInfo::Kind kindOf(unsigned mode) {
 
 }  // namespace
 
-FileInfo infoOf(const struct statx& status, std::string_view name) {
+FileInfo infoOf(const struct statx& status, std::string_view path) {
+  const std::string_view name = path.substr(path.rfind('/') + 1);
   FileInfo info;
   info.kind = kindOf(status.stx_mode);
   if (info.kind == FileInfo::Kind::File)
@@ -66,7 +67,7 @@ FileInfo infoOf(const struct statx& status, std::string_view name) {
 FileInfo infoAt(int folder, const std::string& name, int flags) {
   struct statx status {};
   if (::statx(folder, name.c_str(), flags | AT_NO_AUTOMOUNT, InfoFields, &status) != 0) return {};
-  return infoOf(status, Paths::doGetFilePart(name));
+  return infoOf(status, name);
 }
 
 bool isUsable(std::string_view path) {
@@ -102,7 +103,7 @@ std::unique_ptr<FileStream> openStream(const std::string& path, DiscFiles* discs
   if (!file) return nullptr;
   struct statx status {};
   if (::statx(file.get(), "", AT_EMPTY_PATH, InfoFields, &status) != 0) return nullptr;
-  const FileInfo info = infoOf(status, Paths::doGetFilePart(path));
+  const FileInfo info = infoOf(status, path);
   if (info.kind != FileInfo::Kind::File) return nullptr;
   return std::make_unique<NativeStream>(std::move(file), info);
 }

@@ -16,8 +16,8 @@ namespace korvenal::SystemFiles {
 inline constexpr unsigned InfoFields =
     STATX_TYPE | STATX_MODE | STATX_MTIME | STATX_SIZE | STATX_INO;
 
-/// `name` is the entry's own name: it tells a hidden one.
-FileInfo infoOf(const struct statx& status, std::string_view name);
+/// `path` is the entry's name or its native path: the name tells a hidden one.
+FileInfo infoOf(const struct statx& status, std::string_view path);
 /// The entry `name` in an open folder, or a whole path with AT_FDCWD. `flags` as for statx. Kind
 /// Missing on any failure.
 FileInfo infoAt(int folder, const std::string& name, int flags);
