@@ -32,6 +32,8 @@ enum ContentsHeaderCell : int {
 
 /// A job takes so many items.
 inline constexpr int MaxItems = 10'000;
+/// The longest date filter.
+inline constexpr int MaxFilterDays = 9999;
 /// Text of the date column for a source that is not there.
 inline const std::string NotExistingText = "<Not Existing>";
 inline const std::string NewJobName = "New Backup";

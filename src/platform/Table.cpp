@@ -197,6 +197,18 @@ void Table::moveRow(int from, int to) {
   ++revision_;
 }
 
+void Table::arrangeRows(const std::vector<int>& rows) {
+  std::vector<RowData> arranged;
+  arranged.reserve(rows.size() + 1);
+  arranged.push_back(std::move(rows_.front()));
+  for (const int row : rows)
+    if (row >= 1 && row < Rows())
+      arranged.push_back(std::move(rows_[static_cast<std::size_t>(row)]));
+  rows_ = std::move(arranged);
+  keepRowInside();
+  ++revision_;
+}
+
 void Table::keepRowInside() {
   Row = std::min(Row, Rows() - 1);
 }

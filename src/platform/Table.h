@@ -49,6 +49,9 @@ class Table {
   void removeRow(int at);
   /// Row `from` gets the number `to`; those between close up.
   void moveRow(int from, int to);
+  /// Brings the data rows into the order in which `rows` names them, each once; rows that it does
+  /// not name go. Linear, unlike many moves.
+  void arrangeRows(const std::vector<int>& rows);
 
   /// The row that the person is on; 0 for none. It moves up when the table ends above it.
   int Row = 0;

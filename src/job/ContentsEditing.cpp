@@ -1,0 +1,161 @@
+#include "job/ContentsEditing.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "core/Workspace.h"
+#include "job/ItemFacts.h"
+#include "platform/Fixed4.h"
+#include "platform/Text.h"
+
+namespace korvenal {
+
+namespace {
+
+/// What is left of a typed name: forbidden characters are dropped as they are typed, but those that
+/// the name brought along from its source stay.
+std::string typedName(std::string_view typed, const std::string& before) {
+  std::string name;
+  for (const char c : typed)
+    if (ForbiddenChars.find(c) == std::string::npos || before.find(c) != std::string::npos)
+      name += c;
+  return std::string(Text::trim(name));
+}
+
+/// The number of KB that a size text stands for.
+double kilobytes(const std::string& text) {
+  const double number = Fixed4::parse(Text::replaceAll(text, ",", "")).toDouble();
+  if (Text::endsWith(text, "MB")) return number * 1024;
+  if (Text::endsWith(text, "GB")) return number * 1048576;
+  return number;
+}
+
+/// 1 to `count`, ordered by the keys of the rows, which come in the same order.
+template <typename Key>
+std::vector<int> sortedRows(const std::vector<Key>& keys, bool descending) {
+  std::vector<int> order(keys.size());
+  std::iota(order.begin(), order.end(), 1);
+  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+    const Key& first = keys[static_cast<std::size_t>((descending ? b : a) - 1)];
+    const Key& second = keys[static_cast<std::size_t>((descending ? a : b) - 1)];
+    return first < second;
+  });
+  return order;
+}
+
+}  // namespace
+
+JobCommands ContentsEditing::doUpdateJobCommands() const {
+  const Table& contents = job_.vsContents;
+  const bool current = isRow(contents.Row);
+  return {.items = contents.hasData(),
+          .moveUp = current && contents.Row > 1,
+          .moveDown = current && contents.Row<contents.Rows() - 1, .randomize = contents.Rows()> 2};
+}
+
+bool ContentsEditing::doRename(int row, std::string_view typed) {
+  Table& contents = job_.vsContents;
+  if (!isRow(row)) return false;
+  const std::string name = typedName(typed, contents.text(row, ContentsName));
+  if (name.empty() || !isItemName(name)) return false;
+  const std::string folded = Text::toUpper(name);
+  for (int other = 1; other < contents.Rows(); ++other) {
+    if (other == row || Text::toUpper(contents.text(other, ContentsName)) != folded) continue;
+    desktop_.doShowMessage(
+        {.text = "Name duplicated!", .title = "Error", .icon = MessageIcon::Stop});
+    return false;
+  }
+  contents.setText(row, ContentsName, name);
+  return true;
+}
+
+void ContentsEditing::doDeleteItem() {
+  Table& contents = job_.vsContents;
+  if (!isRow(contents.Row)) return;
+  contents.removeRow(contents.Row);
+  job_.doMarkChanged(true);
+}
+
+void ContentsEditing::doDeleteKey() {
+  if (!doUpdateJobCommands().items) return;
+  if (isConfirmed({.text = "Do you want to delete selected item?",
+                   .title = "Confirm",
+                   .icon = MessageIcon::Question,
+                   .buttons = MessageButtons::YesNo}))
+    doDeleteItem();
+}
+
+void ContentsEditing::doClearAllFiles() {
+  if (!isConfirmed({.text = "Are you sure you want to clear all items in current backup contents?",
+                    .title = "Confirm Clear All",
+                    .icon = MessageIcon::Question,
+                    .buttons = MessageButtons::YesNo,
+                    .noPreselected = true}))
+    return;
+  job_.doMarkChanged(true);
+  job_.vsContents.clearData();
+}
+
+void ContentsEditing::doMoveUp() {
+  if (doUpdateJobCommands().moveUp) doSwapWith(job_.vsContents.Row - 1);
+}
+
+void ContentsEditing::doMoveDown() {
+  if (doUpdateJobCommands().moveDown) doSwapWith(job_.vsContents.Row + 1);
+}
+
+void ContentsEditing::doSwapWith(int other) {
+  job_.vsContents.moveRow(job_.vsContents.Row, other);
+  job_.vsContents.Row = other;
+  job_.Modified = true;  // the estimate stays: the same items fill the same discs
+}
+
+void ContentsEditing::doRandomize() {
+  if (!doUpdateJobCommands().randomize) return;
+  const WaitPointer wait(desktop_);
+  const FlagScope ignore(state_.IgnoreEvents);
+  const int count = job_.vsContents.Rows() - 1;
+  std::vector<int> order(static_cast<std::size_t>(count));
+  std::iota(order.begin(), order.end(), 1);
+  std::uniform_int_distribution<int> draw(0, count - 1);
+  for (int i = 0; i < count; ++i) {
+    const int target = draw(random_) - 1;  // the draw 0 leaves the row where it is
+    const auto begin = order.begin();
+    if (target > i)
+      std::rotate(begin + i, begin + i + 1, begin + target + 1);
+    else if (target >= 0)
+      std::rotate(begin + target, begin + i, begin + i + 1);
+  }
+  job_.vsContents.arrangeRows(order);
+  job_.vsContents.Row = 1;
+  job_.Modified = true;
+  desktop_.doYield();
+}
+
+void ContentsEditing::doSortColumn(int col) {
+  Table& contents = job_.vsContents;
+  if (col == ContentsIcon) col = ContentsName;
+  if (col != ContentsName && col != ContentsSize && col != ContentsModified) return;
+  const bool descending = contents.cellData(0, col) == "1";
+  contents.setCellData(0, col, descending ? "0" : "1");
+  if (col == ContentsSize) {
+    std::vector<double> sizes;
+    for (int row = 1; row < contents.Rows(); ++row)
+      sizes.push_back(kilobytes(contents.text(row, col)));
+    doArrange(sortedRows(sizes, descending));
+    return;
+  }
+  std::vector<std::string> texts;
+  for (int row = 1; row < contents.Rows(); ++row)
+    texts.push_back(Text::toUpper(contents.text(row, col)));
+  doArrange(sortedRows(texts, descending));
+}
+
+void ContentsEditing::doArrange(const std::vector<int>& order) {
+  Table& contents = job_.vsContents;
+  const auto current = std::find(order.begin(), order.end(), contents.Row);
+  contents.arrangeRows(order);
+  if (current != order.end()) contents.Row = static_cast<int>(current - order.begin()) + 1;
+}
+
+}  // namespace korvenal

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "core/ActionState.h"
+#include "job/Job.h"
+#include "platform/Desktop.h"
+
+namespace korvenal {
+
+/// Which buttons of the item table may act now.
+struct JobCommands {
+  bool items = false;  ///< delete, rename, clear all, save, estimate
+  bool moveUp = false;
+  bool moveDown = false;
+  bool randomize = false;
+};
+
+/// What a person does to the items in the table. Rows count from 1.
+class ContentsEditing {
+ public:
+  ContentsEditing(ActionState& state, Desktop& desktop, Job& job)
+      : state_(state), desktop_(desktop), job_(job) {}
+
+  JobCommands doUpdateJobCommands() const;
+
+  /// A name as typed, trimmed and without forbidden characters. An empty one leaves the old name;
+  /// one that another row bears is refused with a message. True when the name stands.
+  bool doRename(int row, std::string_view typed);
+  /// The button: removes the current row without a question.
+  void doDeleteItem();
+  /// The Delete key: asks first.
+  void doDeleteKey();
+  void doClearAllFiles();
+  void doMoveUp();
+  void doMoveDown();
+  void doRandomize();
+  /// A click on a header cell: name, size and date sort, and turn round at the next click.
+  void doSortColumn(int col);
+
+ private:
+  bool isRow(int row) const { return row >= 1 && row < job_.vsContents.Rows(); }
+  bool isConfirmed(const MessageBox& question) {
+    return desktop_.doShowMessage(question) == Answer::Yes;
+  }
+  void doSwapWith(int other);
+  void doArrange(const std::vector<int>& order);
+
+  ActionState& state_;
+  Desktop& desktop_;
+  Job& job_;
+  std::minstd_rand random_;  ///< never seeded: every start gives the same orders
+};
+
+}  // namespace korvenal
