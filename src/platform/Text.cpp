@@ -207,7 +207,9 @@ std::string grouped(std::int64_t number) {
 
 std::string groupedOneDecimal(double number) {
   const auto tenths = static_cast<std::int64_t>(std::llround(number * 10.0));
-  return grouped(tenths / 10) + "." + std::to_string(std::abs(tenths % 10));
+  // The whole part 0 has no sign of its own.
+  const char* sign = tenths < 0 && tenths > -10 ? "-" : "";
+  return sign + grouped(tenths / 10) + "." + std::to_string(std::abs(tenths % 10));
 }
 
 std::string counted(std::int64_t count, std::string_view noun) {

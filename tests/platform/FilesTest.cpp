@@ -1,8 +1,11 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/Descriptor.h"
 #include "platform/linux/LinuxFiles.h"
+#include "platform/linux/SystemFiles.h"
 #include "support/TempDir.h"
 
 namespace korvenal {
@@ -76,6 +79,19 @@ TEST_F(FilesTest, AFailedWriteAllLeavesNothingBehind) {
   EXPECT_EQ(files_.writeAll(folder_ / "taken", "x").code, EISDIR);
   EXPECT_EQ(files_.writeAll(folder_ / "missing/file", "x").code, ENOENT);
   EXPECT_EQ(files_.listFolder(folder_.path()), std::vector<std::string>{"taken"});
+}
+
+TEST_F(FilesTest, AFullDiskHasACodeOfItsOwn) {
+  const Descriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
+  const FileOutcome outcome = SystemFiles::outcomeOf(SystemFiles::writeFully(full.get(), "x", 1));
+  EXPECT_EQ(outcome.code, FileOutcome::DiskFull);
+  EXPECT_FALSE(outcome.text.empty());
+  EXPECT_EQ(SystemFiles::outcomeOf(EDQUOT).code, FileOutcome::DiskFull);
+  for (int error = 1; error < 200; ++error) {
+    if (error == ENOSPC || error == EDQUOT) continue;
+    EXPECT_NE(SystemFiles::outcomeOf(error).code, FileOutcome::DiskFull) << error;
+    EXPECT_FALSE(SystemFiles::outcomeOf(error)) << error;
+  }
 }
 
 TEST_F(FilesTest, ANewFileIsPrivateAndNeverFollowsALink) {

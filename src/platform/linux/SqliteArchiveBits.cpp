@@ -1,0 +1,141 @@
+#include "platform/linux/SqliteArchiveBits.h"
+
+#include <unistd.h>
+
+namespace korvenal {
+
+namespace {
+
+constexpr int Layout = 1;  ///< stands in the file as `user_version`
+constexpr const char* CreateTable =
+    "CREATE TABLE saved (path BLOB PRIMARY KEY, size INTEGER, seconds INTEGER, "
+    "nanoseconds INTEGER, inode INTEGER) WITHOUT ROWID; PRAGMA user_version = 1";
+
+/// Puts a statement back for its next use, whatever became of this one.
+class Use {
+ public:
+  Use(sqlite3_stmt* statement, const std::string& path) : statement_(statement) {
+    // A blob: paths need not be UTF-8.
+    sqlite3_bind_blob64(statement_, 1, path.data(), path.size(), SQLITE_STATIC);
+  }
+  ~Use() {
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
+  }
+  Use(const Use&) = delete;
+  Use& operator=(const Use&) = delete;
+
+  int step() { return sqlite3_step(statement_); }
+
+ private:
+  sqlite3_stmt* statement_;
+};
+
+std::int64_t inodeOf(const FileInfo& info) {
+  return static_cast<std::int64_t>(info.inode);
+}
+
+}  // namespace
+
+SqliteArchiveBits::SqliteArchiveBits(std::string file) : file_(std::move(file)) {}
+
+SqliteArchiveBits::~SqliteArchiveBits() = default;
+
+bool SqliteArchiveBits::doHasArchiveBit(const std::string& path, const FileInfo& info) {
+  if (!isOpen()) return true;
+  int result = SQLITE_ERROR;
+  bool same = false;
+  {
+    Use find(find_.get(), path);
+    result = find.step();
+    const auto column = [&](int at) { return sqlite3_column_int64(find_.get(), at); };
+    same = result == SQLITE_ROW && column(0) == info.size.whole() && column(1) == info.modified &&
+           column(2) == info.modifiedNanoseconds && column(3) == inodeOf(info);
+  }
+  if (result != SQLITE_ROW && result != SQLITE_DONE) fail(result);
+  return !same;
+}
+
+void SqliteArchiveBits::doClearArchiveBit(const std::string& path, const FileInfo& info) {
+  if (info.kind != FileInfo::Kind::File || !isOpen()) return;
+  int result = SQLITE_ERROR;
+  {
+    Use store(store_.get(), path);
+    const std::int64_t values[] = {info.size.whole(), info.modified, info.modifiedNanoseconds,
+                                   inodeOf(info)};
+    for (int i = 0; i < 4; ++i) sqlite3_bind_int64(store_.get(), i + 2, values[i]);
+    result = store.step();
+  }
+  if (result != SQLITE_DONE) fail(result);
+}
+
+void SqliteArchiveBits::begin() {
+  bracketed_ = true;
+  if (isOpen() && sqlite3_get_autocommit(database_.get()) != 0) run("BEGIN");
+}
+
+void SqliteArchiveBits::commit() {
+  bracketed_ = false;
+  if (database_ && sqlite3_get_autocommit(database_.get()) == 0 && !run("COMMIT"))
+    fail(sqlite3_errcode(database_.get()));
+}
+
+bool SqliteArchiveBits::isOpen() {
+  while (!database_ && attemptsLeft_ > 0) {
+    --attemptsLeft_;
+    const int result = open();
+    if (result != SQLITE_OK) fail(result);
+  }
+  return database_ != nullptr;
+}
+
+int SqliteArchiveBits::open() {
+  sqlite3* opened = nullptr;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  const int result = sqlite3_open_v2(file_.c_str(), &opened, flags, nullptr);
+  database_.reset(opened);
+  if (result != SQLITE_OK) return result;
+  // Locked once for as long as it is open: a lock for each of a million questions takes longer
+  // than the answers.
+  if (!run("PRAGMA locking_mode = EXCLUSIVE")) return sqlite3_errcode(opened);
+  if (const int error = checkLayout(); error != SQLITE_OK) return error;
+  find_ = prepare("SELECT size, seconds, nanoseconds, inode FROM saved WHERE path = ?1");
+  store_ = prepare("INSERT OR REPLACE INTO saved VALUES (?1, ?2, ?3, ?4, ?5)");
+  // Without its table the file is as useless as a damaged one.
+  if (!find_ || !store_) return SQLITE_NOTADB;
+  if (bracketed_) run("BEGIN");
+  return SQLITE_OK;
+}
+
+int SqliteArchiveBits::checkLayout() {
+  const Statement ask = prepare("PRAGMA user_version");
+  if (!ask || sqlite3_step(ask.get()) != SQLITE_ROW) return sqlite3_errcode(database_.get());
+  const int layout = sqlite3_column_int(ask.get(), 0);
+  if (layout == 0 && !run(CreateTable)) return sqlite3_errcode(database_.get());
+  return layout == 0 || layout == Layout ? SQLITE_OK : SQLITE_NOTADB;
+}
+
+void SqliteArchiveBits::fail(int code) {
+  find_.reset();
+  store_.reset();
+  database_.reset();
+  const int kind = code & 0xFF;  // without what the library adds to tell more
+  if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB) {
+    ::unlink(file_.c_str());
+    ::unlink((file_ + "-journal").c_str());
+  } else {
+    attemptsLeft_ = 0;
+  }
+}
+
+bool SqliteArchiveBits::run(const char* statement) {
+  return sqlite3_exec(database_.get(), statement, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+SqliteArchiveBits::Statement SqliteArchiveBits::prepare(const char* statement) {
+  sqlite3_stmt* prepared = nullptr;
+  sqlite3_prepare_v3(database_.get(), statement, -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+  return Statement(prepared);
+}
+
+}  // namespace korvenal

@@ -1,0 +1,74 @@
+#include "platform/Text.h"
+
+#include <gmock/gmock.h>
+
+namespace korvenal {
+
+using testing::ElementsAre;
+
+TEST(Text, CutsFallBetweenCharacters) {
+  const std::string text =
+      "a\xE2\x82\xAC"
+      "b";  // a, the euro sign of three bytes, b
+  EXPECT_EQ(Text::firstBytes(text, 3), "a");
+  EXPECT_EQ(Text::firstBytes(text, 4), "a\xE2\x82\xAC");
+  EXPECT_EQ(Text::lastBytes(text, 3), "b");
+  EXPECT_EQ(Text::lastBytes(text, 4),
+            "\xE2\x82\xAC"
+            "b");
+  EXPECT_EQ(Text::firstBytes(text, 99), text);
+  EXPECT_EQ(Text::doMidBytes(text, 2, 3), "\xE2\x82\xAC");
+  EXPECT_EQ(Text::doMidBytes(text, 2, 2), "");
+  EXPECT_EQ(Text::doMidBytes("abc", 2, 1), "");  // one byte or less is empty
+  EXPECT_EQ(Text::doMidBytes("abc", 0, 3) + Text::doMidBytes("abc", 4, 3), "");
+}
+
+TEST(Text, KnowsWellFormedUtf8) {
+  for (const char* good : {"", "plain", "\xC3\xA4", "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF"})
+    EXPECT_TRUE(Text::isUtf8(good)) << good;
+  // Stray and missing bytes, overlong forms, a surrogate, and what lies above the last character.
+  for (const char* bad : {"\x80", "\xC3", "a\xE2\x82", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80",
+                          "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80"})
+    EXPECT_FALSE(Text::isUtf8(bad));
+}
+
+TEST(Text, IgnoresCaseBeyondAscii) {
+  EXPECT_TRUE(Text::equalsIgnoreCase("\xC3\x84pfel", "\xC3\xA4PFEL"));
+  EXPECT_FALSE(Text::equalsIgnoreCase("a", "b"));
+  // A capital may take more bytes than its small letter.
+  EXPECT_EQ(Text::toUpper("\xC9\xA5"), "\xEA\x9E\x8D");
+  EXPECT_EQ(Text::toUpper("stra\xC3\x9F"
+                          "e"),
+            "STRASSE");
+}
+
+TEST(Text, NumbersAreReadUpToTheFirstOtherCharacter) {
+  EXPECT_EQ(Text::toInteger(" +12 MB"), 12);
+  EXPECT_EQ(Text::toInteger("-7"), -7);
+  EXPECT_EQ(Text::toInteger("x"), 0);
+  EXPECT_EQ(Text::toInteger("99999999999999999999"), INT64_MAX);
+  EXPECT_EQ(Text::toInteger("-99999999999999999999"), INT64_MIN);
+}
+
+TEST(Text, NumbersAreWrittenInGroups) {
+  EXPECT_EQ(Text::grouped(999), "999");
+  EXPECT_EQ(Text::grouped(-1234567), "-1,234,567");
+  EXPECT_EQ(Text::grouped(-123), "-123");
+  EXPECT_EQ(Text::groupedOneDecimal(1023.95), "1,024.0");
+  EXPECT_EQ(Text::groupedOneDecimal(-0.5), "-0.5");
+  EXPECT_EQ(Text::zeroPadded(7, 3) + Text::zeroPadded(1234, 3), "0071234");
+}
+
+TEST(Text, SplitsAndReplaces) {
+  EXPECT_THAT(Text::split("a;;b;", ';'), ElementsAre("a", "", "b", ""));
+  EXPECT_EQ(Text::replaceAll("aaa", "aa", "b"), "ba");
+  EXPECT_EQ(Text::replaceAll("abc", "", "x"), "abc");
+  EXPECT_EQ(Text::trim(" \t\na b\r "), "a b");
+}
+
+TEST(Text, NothingActsOnATerminal) {
+  EXPECT_EQ(Text::escapedForTerminal("a\x1B[2J\t\n\x7F\xC2\x9B\xFF\xC3\xA4"),
+            "a\\x1B[2J\\t\\n\\x7F\\xC2\\x9B\\xFF\xC3\xA4");
+}
+
+}  // namespace korvenal
