@@ -1,0 +1,70 @@
+#pragma once
+
+#include <string>
+
+#include "burn/DiscTexts.h"
+#include "records/Records.h"
+#include "restore/FileRestore.h"
+#include "restore/RestoreServices.h"
+
+namespace korvenal {
+
+/// What failed in a restore, for whoever has to tell how it ended.
+struct RestoreFaults {
+  int discs = 0;  ///< attempts with a disc that brought nothing
+  int files = 0;
+};
+
+/// Restores from the discs in the drives, as far as they are the wanted ones. A disc is known by
+/// its volume label alone.
+class DiscRestore {
+ public:
+  explicit DiscRestore(const RestoreServices& services);
+  DiscRestore(const DiscRestore&) = delete;
+  DiscRestore& operator=(const DiscRestore&) = delete;
+
+  int DiscErrorCount = 0;  ///< discs that failed in this run
+  RestoreFaults faults;
+
+  /// A new run: counts and the open split file are forgotten.
+  void doBeginRun();
+  /// Takes every wanted disc that lies in a drive, in the order of the list, and returns when the
+  /// next one has to be asked for, the list is done, or `StopAction` or `TaskError` is set.
+  void doRestoreDiscs();
+
+ private:
+  enum class Next { Drive, EndRun };
+
+  /// One disc in the work, up to its record.
+  struct Attempt {
+    DiscInHand disc;
+    DiscRecord record;
+    RestoreCounts counts;
+    bool failed = false;
+  };
+
+  bool isListDone() const;
+  bool isOver() const;
+  int wantedDisc() const;
+  void doSetUpEngine();
+  /// True when the wanted disc was found in a drive.
+  bool doPassOverDrives(TargetFolder& target);
+  bool isWantedDiscIn(const DiscInHand& disc);
+  Next doRestoreDisc(const DiscInHand& disc, TargetFolder& target);
+  /// False when the person does not want to go on.
+  bool doTryDisc(Attempt& attempt, TargetFolder& target);
+  bool doConfirmMissing(int disc, const WantedCount& count);
+  void doFail(Attempt& attempt, const std::string& note);
+  void doJudge(Attempt& attempt);
+  void doCompleteNote(Attempt& attempt) const;
+  void doRecord(Attempt& attempt);
+  Next doAfterDisc(const Attempt& attempt);
+  bool ejectsAfterDisc() const;
+  std::int64_t errorMaximum() const;
+
+  const RestoreServices& services_;
+  DiscTexts texts_;
+  FileRestore files_;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,280 @@
+#include "restore/IndexOpening.h"
+
+#include <limits>
+
+#include "core/DateText.h"
+#include "core/SizeText.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "platform/Walker.h"
+
+namespace korvenal {
+
+namespace {
+
+// In pieces, so that no compiler takes "??-" for a trigraph.
+constexpr const char* IndexPatterns[] = {
+    "_KORVEN{*(????"
+    "-??"
+    "-??"
+    "-??"
+    "-??"
+    "-?)}.bdx",
+    "KORVEN{*(????"
+    "-??"
+    "-??"
+    "-??"
+    "-??"
+    "-?)}.bdx"};
+constexpr std::string_view NameHead = "KORVEN{";
+constexpr std::string_view NameTail = "}.bdx";
+constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)"
+constexpr const char* FormatError = "Backup index file format error.";
+
+bool isIndexName(std::string_view name) {
+  return matchesPattern(name, IndexPatterns[0]) || matchesPattern(name, IndexPatterns[1]);
+}
+
+/// The part of an index's file name between "{" and "}".
+std::string namePart(std::string_view fileName) {
+  if (fileName.starts_with('_')) fileName.remove_prefix(1);
+  if (fileName.size() <= NameHead.size() + NameTail.size()) return {};
+  fileName.remove_prefix(NameHead.size());
+  fileName.remove_suffix(NameTail.size());
+  return std::string(fileName);
+}
+
+/// "Photos (2026-11-22-10-00-F)" of the name of an index file; empty for any other name.
+std::string setNameOf(std::string_view fileName) {
+  if (!isIndexName(fileName)) return {};
+  std::string name = namePart(fileName);
+  return name.insert(name.size() - StampBytes, 1, ' ');
+}
+
+bool isDifferentialName(std::string_view fileName) {
+  constexpr std::size_t FromEnd = 7;
+  return fileName.size() >= FromEnd && fileName[fileName.size() - FromEnd] == 'D';
+}
+
+RestoreIcons iconsFor(int rows) {
+  if (rows < 1024) return RestoreIcons::ByType;
+  return rows > 4096 ? RestoreIcons::None : RestoreIcons::Stock;
+}
+
+int progressStep(int rows) {
+  return rows > 20000 ? 500 : rows > 2000 ? 200 : 100;
+}
+
+/// A file that goes away with its scope.
+class TemporaryFile {
+ public:
+  TemporaryFile(Files& files, std::string path) : files_(files), path_(std::move(path)) {}
+  ~TemporaryFile() { files_.doDeleteFile(path_); }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  const std::string& path() const { return path_; }
+
+ private:
+  Files& files_;
+  std::string path_;
+};
+
+}  // namespace
+
+IndexOpening::IndexOpening(const IndexServices& services, RestorePage& page,
+                           RestoreSelection& selection, AskLoadDisc askLoadDisc)
+    : services_(services),
+      page_(page),
+      selection_(selection),
+      askLoadDisc_(std::move(askLoadDisc)) {}
+
+bool IndexOpening::doReadBackupIndex(bool quiet) {
+  if (services_.state.ActionRunning) return false;
+  const FlagScope running(services_.state.ActionRunning);
+  vsTXT.clear();
+  if (doFindBackupIndex(quiet) == Search::AskAgain) {
+    if (!doAskForFirstDisc()) return false;
+    doFindBackupIndex(false);
+  }
+  if (!vsTXT.hasRows()) return false;
+  const bool filled = doFillRestoreTable();
+  doAfterOpening();
+  return filled;
+}
+
+bool IndexOpening::doOpenIndexFile(const std::string& path) {
+  if (services_.state.ActionRunning) return false;
+  const FlagScope running(services_.state.ActionRunning);
+  vsTXT.clear();
+  if (!doReadLOG2(path)) return false;
+  const bool filled = doFillRestoreTable();
+  doAfterOpening();
+  return filled;
+}
+
+FoundIndexes IndexOpening::doSearchIndexFiles() const {
+  FoundIndexes found;
+  for (int i = 0; i < services_.devices.driveCount(); ++i) {
+    const char letter = services_.devices.letter(i);
+    const std::string root = Paths::onDrive(letter, "");
+    if (!services_.files.doFolderExists(root)) continue;
+    for (const std::string& name : services_.files.listFolder(root)) {
+      if (!isIndexName(name)) continue;
+      const FileInfo info = services_.files.doGetInfo(root + name);
+      if (info.kind != FileInfo::Kind::File || (info.attributes & AttributeSystem) != 0) continue;
+      found.push_back({std::string(1, letter) + ":", namePart(name)});
+    }
+  }
+  return found;
+}
+
+IndexOpening::Search IndexOpening::doFindBackupIndex(bool quiet) {
+  const FlagScope loading(page_.IndexLoading);
+  FoundIndexes indexes;
+  {
+    const WaitPointer wait(services_.desktop);
+    indexes = doSearchIndexFiles();
+  }
+  if (indexes.empty()) {
+    if (quiet) return Search::AskAgain;
+    services_.desktop.doShowMessage(
+        {.text = "Backup index file not found in drive (" + services_.devices.DriveLetters + ").",
+         .title = "Read Index",
+         .icon = MessageIcon::Stop});
+    return Search::Done;
+  }
+  if (indexes.size() > 1) {
+    doChooseIndex(indexes);
+    return Search::Done;
+  }
+  const std::string before = page_.vsBackupIndex;
+  page_.vsBackupIndex = "Open backup index in (" + indexes[0].drive + ")...";
+  services_.desktop.doYield();
+  doReadLOG2(pathOf(indexes[0]));
+  page_.vsBackupIndex = before;
+  return Search::Done;
+}
+
+void IndexOpening::doChooseIndex(const FoundIndexes& indexes) {
+  const bool wasIgnoring = services_.state.IgnoreEvents;
+  services_.state.IgnoreEvents = true;
+  frmReadLog form(indexes, [this](const FoundIndex& found) { doReadLOG2(pathOf(found)); });
+  services_.desktop.doShowModal(form);
+  services_.state.IgnoreEvents = wasIgnoring;
+}
+
+bool IndexOpening::doAskForFirstDisc() {
+  if (services_.state.IgnoreEvents) return false;  // a dialog is open already
+  services_.state.StopAction = false;
+  services_.state.WorkerMode = WorkerReadIndex;
+  DiscRequest request;
+  request.FirstPrompt = true;
+  askLoadDisc_(0, request);
+  if (services_.state.StopAction) return false;
+  services_.desktop.doYield();
+  vsTXT.clear();
+  return true;
+}
+
+std::string IndexOpening::pathOf(const FoundIndex& found) const {
+  const std::string tail = std::string(NameHead) + found.name + std::string(NameTail);
+  const std::string path = found.drive + "\\" + tail;
+  return services_.files.doFileExists(path) ? path : found.drive + "\\_" + tail;
+}
+
+bool IndexOpening::doReadLOG2(const std::string& path) {
+  const WaitPointer wait(services_.desktop);
+  page_.IndexPath = path;
+  if (!services_.files.doFileExists(path)) return false;
+  if (doLoadIndexFile(path)) return true;
+  doFormatError();
+  return false;
+}
+
+bool IndexOpening::doLoadIndexFile(const std::string& path) {
+  constexpr std::int64_t Limit = RestoreTree::MaxTextBytes;
+  vsTXT.clear();
+  std::string name = path;
+  std::optional<std::string> text;
+  if (services_.archive.isArchive(path)) {
+    name = services_.archive.entryName(path);
+    const TemporaryFile extracted(services_.files,
+                                  services_.workspace.TempFolder + "KorvenalIndex.txt");
+    const auto pump = [this] { services_.desktop.doRest(); };
+    if (services_.archive.extract(path, extracted.path(), IndexPassword, Limit, pump) == 0)
+      text = services_.files.readAll(extracted.path(), Limit);
+  } else {
+    text = services_.files.readAll(path, Limit);
+  }
+  if (!text) return false;
+  page_.IsDifferential = isDifferentialName(name);
+  return vsTXT.load(std::move(*text));
+}
+
+bool IndexOpening::doFillRestoreTable() {
+  const FlagScope loading(page_.IndexLoading);
+  const WaitPointer wait(services_.desktop);
+  selection_.doInitRestoreGrid();
+  page_.OutlineDepth = std::numeric_limits<int>::min();
+  page_.icons = iconsFor(vsTXT.rows());
+  const int step = progressStep(vsTXT.rows());
+  const auto progress = [this, step](int line, int lines) {
+    if (line % step != 0) return;
+    const auto percent = static_cast<int>(static_cast<std::int64_t>(line) * 100 / lines);
+    page_.vsBackupIndex = "Reading backup index " + std::to_string(percent) + "%...";
+    page_.vsBackupIndexBar = percent;
+    services_.desktop.doYield();
+  };
+  const IndexFilling filling = fillRestoreTree(vsTXT, page_.vsRestore, progress);
+  page_.OutlineDepth = filling.outlineDepth;
+  showHeader(filling);
+  page_.setName = setNameOf(Paths::doGetFilePart(page_.IndexPath));
+  page_.vsBackupIndexBar = 0;
+  selection_.doSetRestoreButtons();
+  // What stands can be restored; that something is missing must not stay unknown.
+  if (filling.tooDeep) doFormatError();
+  return true;
+}
+
+void IndexOpening::showHeader(const IndexFilling& filling) {
+  const IndexHeader& header = filling.header;
+  const std::int64_t files = header.files - (filling.holdsKit ? 1 : 0);
+  page_.txJobName = header.jobName;
+  page_.vsBackupIndex = "Backup index of \"" + header.jobName + "\"";
+  std::string facts = std::string(page_.IsDifferential ? "Differential" : "Full") +
+                      " backup:  " + Text::counted(header.discs, "disc") + ", " +
+                      Text::counted(files, "file");
+  if (header.splits > 0) facts += ", " + Text::counted(header.splits, "file") + " split";
+  page_.vsBackupInfo[0] = facts + ", " + formatSizeText(header.size, true) + ".";
+  page_.vsBackupInfo[1] =
+      "Backup created by:  " + (header.owner.empty() ? "<Unknown>" : header.owner) +
+      ", Backup time: " + doGetFileDateString(header.created);
+  selection_.doShowRestoreTotals();
+}
+
+void IndexOpening::doAfterOpening() {
+  if (!page_.vsRestore.hasData()) return;
+  const Answer all =
+      services_.desktop.doShowMessage({.text = "Do you want to restore all backup items?",
+                                       .title = "Select All ?",
+                                       .icon = MessageIcon::Question,
+                                       .buttons = MessageButtons::YesNo});
+  if (all == Answer::Yes) selection_.doSelectAllRows();
+  if (page_.txRestoreTo.empty()) doBrowseTarget();
+}
+
+void IndexOpening::doBrowseTarget() {
+  const std::string& start =
+      page_.txRestoreTo.empty() ? services_.workspace.homeFolder : page_.txRestoreTo;
+  const std::string chosen = services_.desktop.doAskFolder("Restore to", start);
+  if (chosen.empty()) return;
+  page_.txRestoreTo = chosen;
+  services_.settings.profile().doWriteProfile("Restore", "Target", chosen);
+}
+
+void IndexOpening::doFormatError() {
+  services_.desktop.doShowMessage(
+      {.text = FormatError, .title = "Error", .icon = MessageIcon::Stop});
+}
+
+}  // namespace korvenal

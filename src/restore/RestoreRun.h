@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "device/LoadPrompt.h"
+#include "restore/DiscRestore.h"
+#include "restore/RestoreServices.h"
+
+namespace korvenal {
+
+/// How a press of the restore button ended.
+struct RestoreResult {
+  enum class End {
+    Refused,  ///< nothing was begun; a message told why, or an action was at work
+    Stopped,
+    Failed,  ///< too many discs failed, or the target is full
+    Finished,
+  };
+  End end = End::Refused;
+  RestoreFaults faults;
+};
+
+/// A restore from the press of the button to its last disc. The discs wanted are listed once for a
+/// selection; a stopped restore goes on, at the next press, with the disc where it ended.
+class RestoreRun {
+ public:
+  /// What a run asks of subjects beside it; set by the wiring. All but the first two may be empty.
+  struct Steps {
+    std::function<bool(bool anyDisc)> doEnsureDevice;
+    std::function<void(int reason, DiscRequest&)> doAskLoadDisc;
+    std::function<void()> doBrowseTarget;   ///< asks for the target folder
+    std::function<void()> doShowSelection;  ///< leads back to the first step of the page
+  };
+
+  RestoreRun(const RestoreServices& services, Steps steps);
+  RestoreRun(const RestoreRun&) = delete;
+  RestoreRun& operator=(const RestoreRun&) = delete;
+
+  RestoreResult doStartRestore();
+
+  /// Lists the discs that the selection needs, in visiting order. A disc wanted again after
+  /// another stands in the list twice. False when stopped, or when the index wants more visits
+  /// than any backup can.
+  bool doGetRestoreDisc();
+  /// The selection is to change: the list of discs no longer holds.
+  void doRemovePartRows();
+
+ private:
+  using End = RestoreResult::End;
+
+  bool isRefused();
+  bool doRefuse(const std::string& text, const std::string& title);
+  bool doCollect();
+  bool doAddDiscs(int row);
+  End doRunRestore();
+  End doRestoreLoop();
+  void doAskLoadDisc(int reason);
+  bool isFirstDiscInDrive() const;
+  void doPlayChime();
+
+  RestoreServices services_;
+  Steps steps_;
+  DiscRequest request_;
+  DiscRestore discs_;
+};
+
+}  // namespace korvenal
