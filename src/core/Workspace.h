@@ -9,8 +9,6 @@ namespace korvenal {
 inline const std::string gProductName = "Korvenal to DVD 2.0";
 /// Characters that job names and item names may not hold; the dot is among them on purpose.
 inline const std::string ForbiddenChars = "./\\:*?\"<>|";
-/// Password of every backup index. It keeps the casual browser out and nothing more.
-inline const std::string IndexPassword = "ZEPHOR";
 inline const std::string KitFileName = "_RestoreKit_Installer.exe";
 /// Bytes: the largest file that goes on a disc whole.
 inline constexpr std::int64_t LargeFileLimit = 2147483648;

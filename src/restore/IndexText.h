@@ -18,7 +18,7 @@ enum IndexField : int {
   IndexStart = 7,
   IndexEnd = 8,
   IndexDisc = 9,
-  IndexFields = 10,
+  IndexFieldCount = 10,
 
   IndexHeadStamp = 0,
   IndexHeadJob = 1,
@@ -30,7 +30,7 @@ enum IndexField : int {
 };
 
 /// One line of an index: views into its text.
-using IndexLine = std::array<std::string_view, IndexFields>;
+using IndexLine = std::array<std::string_view, IndexFieldCount>;
 
 /// The text of a backup index: one line a row, ended by a line feed with or without a carriage
 /// return before it, fields separated by tabs, no quoting. Nothing but these characters separates.
