@@ -41,8 +41,9 @@ enum PlanColumn : int {
 };
 
 /// The columns that go into the index, in the order of its fields.
-inline constexpr int IndexedPlanColumns[] = {PlanFlag,     PlanName,  PlanOrigin, PlanSize, PlanType,
-                                             PlanModified, PlanSplit, PlanStart,  PlanEnd,  PlanDisc};
+inline constexpr int IndexedPlanColumns[] = {PlanFlag, PlanName,     PlanOrigin, PlanSize,
+                                             PlanType, PlanModified, PlanSplit,  PlanStart,
+                                             PlanEnd,  PlanDisc};
 
 /// The plan: one row for every folder, file, split file and piece in burn order. A million rows
 /// are common, so a row holds numbers and links: names are kept once, as components in one arena,
@@ -55,9 +56,10 @@ class PlanTable {
   /// A folder that rows lie in: its name on disc and where it came from. Link 1 is the disc root.
   struct Folder {
     Link parent = NoLink;
-    Link name = NoLink;      ///< component on disc; NoLink for the root and for a dropped top folder
+    Link name = NoLink;  ///< component on disc; NoLink for the root and for a dropped top folder
     Link original = NoLink;  ///< component before shortening; equal to `name` when not shortened
     Link source = NoLink;    ///< native path when this is a job item; else below the parent's
+    bool renamed = false;    ///< this folder or one above was shortened; kept by the table
   };
 
   struct Row {
@@ -71,9 +73,9 @@ class PlanTable {
     Link source = NoLink;    ///< native path when it is not that below the folder's source
     Link range = NoLink;     ///< pieces and split files: their numbers, see `Range`
     RowType type = RowType::None;
-    bool itemFlag = false;   ///< Flag "1"; else "2"
-    bool dated = false;      ///< `modified` holds a date
-    std::uint8_t disc = 0;   ///< 1 to 100; 0: none yet
+    bool itemFlag = false;  ///< Flag "1"; else "2"
+    bool dated = false;     ///< `modified` holds a date
+    std::uint8_t disc = 0;  ///< 1 to 100; 0: none yet
   };
 
   /// Piece: number, first and last byte (1-based). Split file, once counted: number of pieces,
@@ -108,14 +110,22 @@ class PlanTable {
   void appendText(std::string& out, int at, int column) const;
   const Range& range(int at) const { return ranges_[rows_[static_cast<std::size_t>(at)].range]; }
 
-  // Building, for the subjects of this folder.
+  // Building, for the subjects of this folder. Links stay valid until `clear`; views of texts only
+  // until the next `addText`.
   std::vector<Row>& rows() { return rows_; }
   const std::vector<Row>& rows() const { return rows_; }
+  /// `text` is no view of a text of this table. Texts are cut at 65535 bytes.
   Link addText(std::string_view text);
   std::string_view textOf(Link link) const;
   Link addFolder(const Folder& folder);
   Folder& folder(Link link) { return folders_[link]; }
   const Folder& folder(Link link) const { return folders_[link]; }
+  /// Brings `renamed` of all folders up to date after components were shortened.
+  void settleRenames();
+  /// Appends the path of a folder on disc, '\' at its end; nothing for the root.
+  void appendFolderPath(std::string& out, Link folder, bool original) const;
+  /// Takes out the rows of type None, but for the header.
+  void dropEmptyRows();
   Link addRange(const Range& range);
   Range& rangeOf(Link link) { return ranges_[link]; }
   static constexpr Link DiscRoot = 1;
@@ -124,8 +134,11 @@ class PlanTable {
   std::size_t memoryBytes() const;
 
  private:
-  void appendFolderPath(std::string& out, Link folder, bool original) const;
+  void appendName(std::string& out, const Row& row) const;
+  void appendOrigin(std::string& out, const Row& row) const;
+  void appendSource(std::string& out, const Row& row) const;
   void appendSourceFolder(std::string& out, Link folder) const;
+  void appendRange(std::string& out, const Row& row, int column) const;
 
   std::vector<Row> rows_;
   std::vector<Folder> folders_;
@@ -145,14 +158,14 @@ struct Plan {
   Fixed4 IndexSizePreliminary;         ///< bytes of the index when disc 1 was filled
   Fixed4 IndexSizeFinal;               ///< bytes of the index that is burned
 
-  int ScanMode = 0;            ///< 0 backup run, 1 estimate
-  bool IndexOnDiscs = false;   ///< the discs carry an index
+  int ScanMode = 0;           ///< 0 backup run, 1 estimate
+  bool IndexOnDiscs = false;  ///< the discs carry an index
   bool IsDifferential = false;
-  UnixTime RunDate = 0;        ///< the moment the scan began
-  std::string RunStamp;        ///< "yyyy-mm-dd-hh-nn-F" or "-D"
-  std::string IndexDiscName;   ///< name of the index on disc 1
-  std::string IndexTempPath;   ///< the finished index
-  std::string IndexZipPath;    ///< the archive while it is made
+  UnixTime RunDate = 0;                   ///< the moment the scan began
+  std::string RunStamp;                   ///< "yyyy-mm-dd-hh-nn-F" or "-D"
+  std::string IndexDiscName;              ///< name of the index on disc 1
+  std::string IndexTempPath;              ///< the finished index
+  std::string IndexZipPath;               ///< the archive while it is made
   std::vector<std::string> skippedNotes;  ///< lines about what the walk had to pass over
 
   /// Planned bytes of disc 1 to 100; 0 for any other number.

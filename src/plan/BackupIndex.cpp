@@ -1,0 +1,129 @@
+#include "plan/BackupIndex.h"
+
+#include <algorithm>
+
+#include "plan/DateDigits.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr std::size_t BufferBytes = 1048576;
+constexpr const char* LineEnd = "\r\n";
+
+bool isIndexed(const PlanTable::Row& row) {
+  return row.type <= RowType::Piece;
+}
+
+/// A field can hold no tab and no line break.
+std::string asField(std::string_view text) {
+  std::string field(Text::trim(text));
+  std::replace_if(
+      field.begin(), field.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+  return field;
+}
+
+std::string headerLine(const Plan& plan, const BackupIndex::Header& header) {
+  const auto& rows = plan.vsBuffer.rows();
+  const auto lines = rows.size() > 2 ? std::count_if(rows.begin() + 2, rows.end(), isIndexed) : 0;
+  const std::string user = header.userName.empty() ? "" : "\\*" + asField(header.userName);
+  const std::string fields[IndexFields] = {IndexStamp,
+                                           asField(header.jobName) + user,
+                                           std::to_string(plan.TotalFiles),
+                                           plan.TotalSize.toText(),
+                                           "0",
+                                           Dates::digits(plan.RunDate),
+                                           std::to_string(plan.TotalSplits),
+                                           std::to_string(header.pieces),
+                                           std::to_string(lines),
+                                           std::to_string(plan.TotalDiscs)};
+  std::string line;
+  for (const std::string& field : fields) line.append(line.empty() ? "" : "\t").append(field);
+  return line + LineEnd;
+}
+
+/// Makes the lines of rows. Neighbours mostly share a folder, whose path is kept.
+class IndexLines {
+ public:
+  explicit IndexLines(const PlanTable& table) : table_(table) {}
+
+  void append(std::string& out, int at) {
+    const PlanTable::Row& row = table_.row(at);
+    enter(row.folder);
+    for (const int column : IndexedPlanColumns) {
+      if (column != PlanFlag) out += '\t';
+      appendField(out, at, row, column);
+    }
+    out += LineEnd;
+  }
+
+ private:
+  void enter(PlanTable::Link folder) {
+    if (folder == folder_) return;
+    folder_ = folder;
+    path_.clear();
+    table_.appendFolderPath(path_, folder, false);
+  }
+
+  void appendField(std::string& out, int at, const PlanTable::Row& row, int column) {
+    if (column == PlanName) {
+      out += path_;
+      out += table_.textOf(row.name);
+      if (row.type == RowType::Folder || row.type == RowType::SplitFile)
+        out += Paths::DiscSeparator;
+    } else if (column == PlanModified) {
+      if (row.dated) dates_.append(out, row.modified);
+    } else {
+      table_.appendText(out, at, column);
+    }
+  }
+
+  const PlanTable& table_;
+  PlanTable::Link folder_ = PlanTable::NoLink;
+  std::string path_;
+  DateDigits dates_;
+};
+
+}  // namespace
+
+Fixed4 BackupIndex::doWriteBackupIndex(const Plan& plan, const Header* header) {
+  if (plan.vsBuffer.Rows() + (header != nullptr ? 1 : 0) < 3) return {};
+  files_.doDeleteFile(plan.IndexTempPath);
+  if (!writeText(plan, header)) {
+    // A shorter file would pass for a whole index.
+    files_.doDeleteFile(plan.IndexTempPath);
+    return {};
+  }
+  files_.doDeleteFile(plan.IndexZipPath);
+  const int result = archive_.compress(plan.IndexZipPath, plan.IndexTempPath, IndexPassword,
+                                       [this] { desktop_.doYield(); });
+  if (result == 0) {
+    desktop_.doYield();
+    if (files_.doFileExists(plan.IndexZipPath))
+      files_.doRename(plan.IndexZipPath, plan.IndexTempPath);
+  }
+  return files_.doGetFileSize(plan.IndexTempPath);
+}
+
+bool BackupIndex::writeText(const Plan& plan, const Header* header) {
+  const auto file = files_.doCreateFile(plan.IndexTempPath);
+  if (!file) return false;
+  std::string buffer;
+  buffer.reserve(BufferBytes + BufferBytes / 4);
+  if (header != nullptr) buffer = headerLine(plan, *header);
+  IndexLines lines(plan.vsBuffer);
+  for (int row = 2; row < plan.vsBuffer.Rows(); ++row) {
+    desktop_.doYield();
+    if (state_.StopAction) return false;
+    if (!isIndexed(plan.vsBuffer.row(row))) continue;
+    lines.append(buffer, row);
+    if (buffer.size() < BufferBytes) continue;
+    if (!file->write(buffer)) return false;
+    buffer.clear();
+  }
+  return file->write(buffer) && file->finish();
+}
+
+}  // namespace korvenal

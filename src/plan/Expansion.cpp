@@ -1,0 +1,270 @@
+#include "plan/Expansion.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr std::int64_t MostDays = 100'000;  ///< beyond it no file can lie
+
+std::vector<std::string> patternsOf(const std::string& list) {
+  std::vector<std::string> patterns;
+  for (const std::string& part : Text::split(list, ';'))
+    if (const std::string_view pattern = Text::trim(part); !pattern.empty())
+      patterns.emplace_back(pattern);
+  return patterns;
+}
+
+std::uint32_t excludedAttributes(const Job& job) {
+  static constexpr std::uint32_t ByBox[] = {AttributeReadOnly, AttributeHidden, AttributeSystem,
+                                            AttributeCompressed};
+  std::uint32_t excluded = AttributeVolumeLabel | AttributeDevice;
+  for (std::size_t box = 0; box < job.chkAttribute.size(); ++box)
+    if (!job.chkAttribute[box]) excluded |= ByBox[box];
+  return excluded;
+}
+
+}  // namespace
+
+std::optional<UnixTime> earliestDateOf(const Job& job, UnixTime now) {
+  using namespace std::chrono;
+  const std::int64_t days = std::min(Text::toInteger(job.txDateFilter), MostDays);
+  if (days <= 0) return std::nullopt;
+  // By the calendar, not by seconds: the time of day stays over a change of the clocks.
+  const Dates::Fields f = Dates::fieldsOf(now);
+  const sys_days today =
+      year{f.year} / month{static_cast<unsigned>(f.month)} / day{static_cast<unsigned>(f.day)};
+  const year_month_day date{today - std::chrono::days{days}};
+  return Dates::fromDigits(Text::zeroPadded(static_cast<int>(date.year()), 4) +
+                           Text::zeroPadded(static_cast<unsigned>(date.month()), 2) +
+                           Text::zeroPadded(static_cast<unsigned>(date.day()), 2) +
+                           Dates::digits(now).substr(8));
+}
+
+WalkFilters filtersOf(const Job& job, UnixTime now) {
+  WalkFilters filters;
+  filters.include = patternsOf(job.comboInclude);
+  if (filters.include.empty()) filters.include = {"*"};
+  filters.exclude = patternsOf(job.comboExclude);
+  filters.earliest = earliestDateOf(job, now);
+  filters.excludeAttributes = excludedAttributes(job);
+  return filters;
+}
+
+Expansion::Expansion(const SourceScanServices& services, const Job& job, Plan& plan,
+                     frmAddFiles& worker)
+    : services_(services),
+      job_(job),
+      plan_(plan),
+      table_(plan.vsBuffer),
+      worker_(worker),
+      filters_(filtersOf(job, plan.RunDate)),
+      dropTopFolder_(job.vsContents.Rows() == 2 && services.settings.ExcludeTopFolder) {}
+
+Expansion::Outcome Expansion::run() {
+  ActionState& state = services_.state;
+  for (int item = 1; item < job_.vsContents.Rows(); ++item) {
+    expandItem(item);
+    services_.desktop.doYield();
+    if (state.LimitExceeded) return Outcome::TooManyRows;
+    if (state.StopAction) return Outcome::Stopped;
+  }
+  finish();
+  return Outcome::Done;
+}
+
+void Expansion::finish() {
+  worker_.doShowPath("");
+  table_.dropEmptyRows();
+  if (dropTopFolder_ && table_.hasData()) table_.rows().erase(table_.rows().begin() + 1);
+  noteSkipped();
+}
+
+void Expansion::expandItem(int item) {
+  const std::string path(Paths::withoutEnd(job_.vsContents.text(item, ContentsPath)));
+  worker_.doShowPath(path);
+  const FileInfo info = services_.files.doGetInfo(path);
+  if (info.kind == FileInfo::Kind::Missing || services_.state.StopAction) return;
+  if (!Paths::isHoldable(itemName(item, path))) {
+    worker_.IgnoreUnicode(path);
+    return;
+  }
+  if (info.kind == FileInfo::Kind::Folder)
+    expandFolder(item, path, info);
+  else
+    expandFile(item, path);
+}
+
+std::string Expansion::itemName(int item, const std::string& path) const {
+  const std::string& given = job_.vsContents.text(item, ContentsName);
+  if (!given.empty()) return given;
+  const std::string_view own = Paths::doGetFilePart(path);
+  return own.empty() ? "root" : std::string(own);
+}
+
+void Expansion::expandFolder(int item, const std::string& path, const FileInfo& info) {
+  if (filters_.earliest && info.modified < *filters_.earliest) return;
+
+  const PlanTable::Link name = table_.addText(itemName(item, path));
+  const PlanTable::Link shown = dropTopFolder_ ? PlanTable::NoLink : name;
+  PlanTable::Folder folder{.parent = PlanTable::DiscRoot, .name = shown, .original = shown};
+  folder.source = table_.addText(path);
+  here_ = table_.addFolder(folder);
+
+  PlanTable::Row row;
+  row.type = RowType::Folder;
+  row.itemFlag = true;
+  row.modified = info.modified;
+  row.dated = true;
+  row.folder = PlanTable::DiscRoot;
+  row.name = row.original = name;
+  row.own = here_;
+  table_.rows().push_back(row);
+  ++bufferRows_;
+
+  const bool descend = job_.vsContents.check(item, ContentsSubfolder) == Table::Check::Ticked;
+  services_.walker.walk(path, descend, filters_, *this);
+  open_.clear();
+}
+
+void Expansion::expandFile(int item, const std::string& path) {
+  dropTopFolder_ = false;
+  if (!services_.files.doFolderExists(std::string(Paths::doGetFolderPart(path)))) return;
+  here_ = PlanTable::DiscRoot;
+  fileItemName_ = itemName(item, path);
+  fileItemPath_ = &path;
+  services_.walker.walkFile(path, filters_, *this);
+  fileItemPath_ = nullptr;
+}
+
+void Expansion::enterFolder(const WalkEntry& entry) {
+  PlanTable::Folder folder{.parent = here_};
+  folder.name = folder.original = table_.addText(entry.name);
+  const PlanTable::Link link = table_.addFolder(folder);
+  open_.push_back({table_.Rows(), link, entry.folder.size()});
+  table_.rows().emplace_back();
+  here_ = link;
+}
+
+bool Expansion::report(const WalkEntry& entry) {
+  addReported(entry);
+  return pause();
+}
+
+bool Expansion::pause() {
+  services_.desktop.doYield();
+  return !services_.state.StopAction;
+}
+
+void Expansion::addReported(const WalkEntry& entry) {
+  if (entry.isFolder)
+    addReportedFolder(entry);
+  else if (!entry.holdable)
+    worker_.IgnoreUnicode(entry.path());
+  else
+    addReportedFile(entry);
+}
+
+bool Expansion::isOpen(const WalkEntry& entry) const {
+  return !open_.empty() && open_.back().pathLength == entry.folder.size() &&
+         table_.textOf(table_.folder(open_.back().link).name) == entry.name;
+}
+
+PlanTable::Row Expansion::rowOf(const WalkEntry& entry) const {
+  PlanTable::Row row;
+  row.type = entry.isFolder ? RowType::Folder : RowType::File;
+  row.size = Fixed4(entry.isFolder ? 0 : entry.size);
+  row.modified = entry.modified;
+  row.dated = true;
+  row.itemFlag = fileItemPath_ != nullptr;
+  row.folder = here_;
+  return row;
+}
+
+void Expansion::addReportedFolder(const WalkEntry& entry) {
+  OpenFolder open{table_.Rows(), PlanTable::NoLink, 0};
+  if (isOpen(entry)) {
+    open = open_.back();
+    open_.pop_back();
+    here_ = table_.folder(open.link).parent;
+  }
+  if (!entry.holdable) {
+    worker_.IgnoreUnicode(entry.path());
+    return;
+  }
+  if (open.link == PlanTable::NoLink) {
+    PlanTable::Folder folder{.parent = here_};
+    folder.name = folder.original = table_.addText(entry.name);
+    open.link = table_.addFolder(folder);
+    table_.rows().emplace_back();
+  }
+  PlanTable::Row row = rowOf(entry);
+  row.name = row.original = table_.folder(open.link).name;
+  row.own = open.link;
+  table_.row(open.row) = row;
+  countRow();
+}
+
+void Expansion::addReportedFile(const WalkEntry& entry) {
+  if (plan_.IsDifferential && !passesDifferential(entry)) return;
+  PlanTable::Row row = rowOf(entry);
+  row.name = row.original =
+      table_.addText(fileItemPath_ != nullptr ? std::string_view(fileItemName_) : entry.name);
+  if (fileItemPath_ != nullptr) row.source = table_.addText(*fileItemPath_);
+  table_.rows().push_back(row);
+  plan_.TotalSize += row.size;
+  countRow();
+}
+
+bool Expansion::passesDifferential(const WalkEntry& entry) const {
+  FileInfo info;
+  info.kind = FileInfo::Kind::File;
+  info.size = Fixed4(entry.size);
+  info.modified = entry.modified;
+  info.modifiedNanoseconds = entry.modifiedNanoseconds;
+  info.inode = entry.inode;
+  return services_.archiveBits.doHasArchiveBit(entry.path(), info);
+}
+
+void Expansion::countRow() {
+  ++bufferRows_;
+  if (bufferRows_ + 1 > MaxTableRows)
+    services_.state.StopAction = services_.state.LimitExceeded = true;
+}
+
+bool Expansion::skipped(WalkSkip reason, const std::string& path) {
+  ++skippedCounts_[static_cast<std::size_t>(reason)];
+  if (reason == WalkSkip::UnreadableFolder) unreadable_.push_back(path);
+  return pause();
+}
+
+void Expansion::noteSkipped() {
+  struct Kind {
+    WalkSkip reason;
+    const char* one;
+    const char* many;
+  };
+  static constexpr Kind Kinds[] = {
+      {WalkSkip::LinkToFolder, " link to a folder", " links to folders"},
+      {WalkSkip::BrokenLink, " broken link", " broken links"},
+      {WalkSkip::Socket, " socket", " sockets"},
+      {WalkSkip::Pipe, " pipe", " pipes"},
+      {WalkSkip::Device, " device", " devices"}};
+  std::string counts;
+  for (const Kind& kind : Kinds) {
+    const int count = skippedCounts_[static_cast<std::size_t>(kind.reason)];
+    if (count == 0) continue;
+    counts +=
+        (counts.empty() ? "" : ", ") + std::to_string(count) + (count == 1 ? kind.one : kind.many);
+  }
+  if (!counts.empty()) plan_.skippedNotes.push_back("Not backed up:  " + counts + ".");
+  for (const std::string& path : unreadable_)
+    plan_.skippedNotes.push_back("Folder not readable, its contents are not backed up:  " + path);
+}
+
+}  // namespace korvenal

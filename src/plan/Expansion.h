@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/frmAddFiles.h"
+#include "job/Job.h"
+#include "plan/Plan.h"
+#include "plan/SourceScanServices.h"
+
+namespace korvenal {
+
+/// The earliest date that a job's date filter lets through: the same time of day, so many days
+/// before `now`. Nothing when the filter is off.
+std::optional<UnixTime> earliestDateOf(const Job& job, UnixTime now);
+/// The filters of a job as a walk takes them.
+WalkFilters filtersOf(const Job& job, UnixTime now);
+
+/// The first step of a plan: every item of the job becomes the rows of what lies in it. A
+/// sub-folder's row stands above its contents at once: its place is kept when it is entered, and
+/// taken when the walk reports it.
+class Expansion : private WalkSink {
+ public:
+  enum class Outcome { Done, Stopped, TooManyRows };
+  static constexpr int MaxTableRows = 1'000'000;  ///< the header row counts
+
+  Expansion(const SourceScanServices& services, const Job& job, Plan& plan, frmAddFiles& worker);
+
+  /// Fills `vsBuffer`, `TotalSize` and `skippedNotes`. A top folder that is to be left out has no
+  /// row afterwards.
+  Outcome run();
+
+ private:
+  struct OpenFolder {
+    int row;  ///< the place kept
+    PlanTable::Link link;
+    std::size_t pathLength;  ///< of the folder that holds it, to know its report again
+  };
+
+  void enterFolder(const WalkEntry& folder) override;
+  bool report(const WalkEntry& entry) override;
+  bool skipped(WalkSkip reason, const std::string& path) override;
+  bool pause() override;
+
+  void expandItem(int item);
+  void expandFolder(int item, const std::string& path, const FileInfo& info);
+  void expandFile(int item, const std::string& path);
+  void addReported(const WalkEntry& entry);
+  void addReportedFolder(const WalkEntry& entry);
+  void addReportedFile(const WalkEntry& entry);
+  void countRow();
+  bool isOpen(const WalkEntry& entry) const;
+  bool passesDifferential(const WalkEntry& entry) const;
+  PlanTable::Row rowOf(const WalkEntry& entry) const;
+  std::string itemName(int item, const std::string& path) const;
+  void finish();
+  void noteSkipped();
+
+  const SourceScanServices& services_;
+  const Job& job_;
+  Plan& plan_;
+  PlanTable& table_;
+  frmAddFiles& worker_;
+  const WalkFilters filters_;
+
+  bool dropTopFolder_ = false;
+  int bufferRows_ = 0;                          ///< rows reported so far, items' own included
+  PlanTable::Link here_ = PlanTable::DiscRoot;  ///< the folder whose entries come now
+  std::vector<OpenFolder> open_;
+  const std::string* fileItemPath_ = nullptr;  ///< set while a file item is expanded
+  std::string fileItemName_;
+  std::array<int, 6> skippedCounts_{};  ///< by WalkSkip
+  std::vector<std::string> unreadable_;
+};
+
+}  // namespace korvenal

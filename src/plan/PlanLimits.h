@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace korvenal {
+
+// The measures of a plan, in bytes unless their names say otherwise.
+inline constexpr int MaxDiscs = 100;
+inline constexpr std::int64_t DiscReserve = 16777216;  ///< counted as used at the start of a disc
+inline constexpr std::int64_t EntryOverhead = 4096;    ///< added for every row on a disc
+inline constexpr std::int64_t SplitMargin = 8192;      ///< kept free when a file is cut
+inline constexpr std::int64_t SectorSize = 2048;  ///< a piece that fills a disc is whole sectors
+inline constexpr std::int64_t PieceSize = 1073741824;  ///< of a file cut for its file system
+inline constexpr std::int64_t PieceMax = 1084227584;   ///< a rest up to this stays one piece
+
+}  // namespace korvenal

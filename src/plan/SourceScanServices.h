@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/ActionState.h"
+#include "core/RunGrids.h"
+#include "core/Settings.h"
+#include "core/Workspace.h"
+#include "platform/ArchiveBits.h"
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/IndexArchive.h"
+#include "platform/Walker.h"
+
+namespace korvenal {
+
+/// What planning needs of the rest of the program. All of it outlives the scan.
+struct SourceScanServices {
+  ActionState& state;
+  const Settings& settings;
+  const Workspace& workspace;
+  Desktop& desktop;
+  const Clock& clock;
+  Files& files;
+  Walker& walker;
+  ArchiveBits& archiveBits;
+  IndexArchive& archive;
+  RunGrids& grids;
+};
+
+}  // namespace korvenal
