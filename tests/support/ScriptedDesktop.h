@@ -18,10 +18,10 @@ class ScriptedDesktop : public Desktop {
     std::string text;
   };
 
-  std::vector<Asked> asked;        ///< every message box, in order
-  std::deque<Answer> answers;      ///< taken by message boxes, one each
-  bool answerAllOk = false;        ///< with no answers left: OK or Yes instead of a failure
-  std::deque<std::string> files;   ///< taken by file and folder dialogs
+  std::vector<Asked> asked;           ///< every message box, in order
+  std::deque<Answer> answers;         ///< taken by message boxes, one each
+  bool answerAllOk = false;           ///< with no answers left: OK or Yes instead of a failure
+  std::deque<std::string> files;      ///< taken by file and folder dialogs
   std::function<void(Form&)> onForm;  ///< handles a form after its activation
   std::function<void(int)> onYield;   ///< called with the number of the yield, from 1
   int yields = 0;
