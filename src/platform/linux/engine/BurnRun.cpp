@@ -1,0 +1,239 @@
+#include "platform/linux/engine/BurnRun.h"
+
+#include <fcntl.h>
+#include <libburn/libburn.h>
+#include <libisofs/libisofs.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <system_error>
+
+#include "platform/BurnEngine.h"
+#include "platform/linux/Descriptor.h"
+#include "platform/linux/engine/TrackFeed.h"
+
+namespace korvenal {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto PollEvery = 5ms;
+constexpr auto LongestFarewell = 5s;  ///< from the drive's idle state to the end of its worker
+
+/// The drive as the burning library holds it.
+class GrabbedDrive {
+ public:
+  explicit GrabbedDrive(const std::string& address) {
+    std::string copy = address;
+    if (burn::burn_drive_scan_and_grab(&list_, copy.data(), 0) != 1) list_ = nullptr;
+  }
+  ~GrabbedDrive() {
+    if (list_ == nullptr) return;
+    burn::burn_drive_release(drive(), 0);
+    burn::burn_drive_info_free(list_);
+  }
+  GrabbedDrive(const GrabbedDrive&) = delete;
+  GrabbedDrive& operator=(const GrabbedDrive&) = delete;
+
+  explicit operator bool() const { return list_ != nullptr; }
+  burn::burn_drive* drive() const { return list_[0].drive; }
+
+ private:
+  burn::burn_drive_info* list_ = nullptr;
+};
+
+/// A disc with one session of one data track, as the burning library wants it told.
+class DiscModel {
+ public:
+  explicit DiscModel(burn::burn_source* source) {
+    burn::burn_track_define_data(track_, 0, 0, 1, BURN_MODE1);
+    ready_ = burn::burn_track_set_source(track_, source) == burn::BURN_SOURCE_OK &&
+             burn::burn_disc_add_session(disc_, session_, BURN_POS_END) == 1 &&
+             burn::burn_session_add_track(session_, track_, BURN_POS_END) == 1;
+  }
+  ~DiscModel() {
+    burn::burn_track_free(track_);
+    burn::burn_session_free(session_);
+    burn::burn_disc_free(disc_);
+  }
+  DiscModel(const DiscModel&) = delete;
+  DiscModel& operator=(const DiscModel&) = delete;
+
+  bool isReady() const { return ready_; }
+  burn::burn_disc* disc() const { return disc_; }
+  off_t bytesWritten() const {
+    off_t read = 0;
+    off_t written = 0;
+    burn::burn_track_get_counters(track_, &read, &written);
+    return written;
+  }
+
+ private:
+  burn::burn_disc* disc_ = burn::burn_disc_create();
+  burn::burn_session* session_ = burn::burn_session_create();
+  burn::burn_track* track_ = burn::burn_track_create();
+  bool ready_ = false;
+};
+
+struct OptionsRelease {
+  void operator()(burn::burn_write_opts* options) const { burn::burn_write_opts_free(options); }
+};
+using OptionsPtr = std::unique_ptr<burn::burn_write_opts, OptionsRelease>;
+
+OptionsPtr writeOptions(burn::burn_drive* drive, const BurnOptions& wanted,
+                        const TrackPlace& place) {
+  OptionsPtr options(burn::burn_write_opts_new(drive));
+  if (!options) return nullptr;
+  burn::burn_write_opts_set_underrun_proof(options.get(), wanted.underrunProof ? 1 : 0);
+  burn::burn_write_opts_set_perform_opc(options.get(), wanted.calibrate ? 1 : 0);
+  burn::burn_write_opts_set_simulate(options.get(), wanted.simulate ? 1 : 0);
+  if (place.imageFile.empty()) {
+    burn::burn_write_opts_set_multi(options.get(), wanted.closeDisc ? 0 : 1);
+  } else {
+    burn::burn_write_opts_set_start_byte(options.get(), place.startBlock * BlockBytes);
+    // One flush of our own at the end instead of one every 16 MiB.
+    burn::burn_write_opts_set_stdio_fsync(options.get(), -1);
+  }
+  return options;
+}
+
+std::string textOf(int error) {
+  return std::system_category().message(error);
+}
+
+}  // namespace
+
+BurnRun::BurnRun(std::shared_ptr<PreparedTrack> track, TrackPlace place, BurnOptions options)
+    : track_(std::move(track)),
+      place_(std::move(place)),
+      options_(std::move(options)),
+      thread_([this] { work(); }) {}
+
+BurnRun::~BurnRun() {
+  abort();
+  thread_.join();
+}
+
+void BurnRun::abort() {
+  aborted_ = true;
+  track_->context.giveUp();
+}
+
+void BurnRun::fail(int error, const std::string& text) {
+  if (result_.error != 0) return;  // the first cause counts
+  result_.error = error;
+  result_.text = text;
+}
+
+void BurnRun::failBy(const std::vector<LibraryMessage>& failures) {
+  for (const LibraryMessage& failure : failures)
+    if (failure.osError != 0) fail(failure.osError, textOf(failure.osError));
+  if (!failures.empty()) fail(WriteFailed, failures.front().text);
+}
+
+void BurnRun::work() {
+  result_.closeDisc = options_.closeDisc;
+  result_.endBlock = place_.startBlock + track_->blocks;
+  result_.started = false;
+  if (write() && !place_.imageFile.empty()) activate();
+  if (aborted_ && result_.error != 0) {
+    result_.error = Aborted;
+    result_.text = textOf(Aborted);
+  }
+  done_ = true;
+}
+
+bool BurnRun::write() {
+  std::vector<LibraryMessage> failures = DiscLibraries::takeFailures();
+  failures.clear();  // what others left behind
+  iso_image_set_volume_id(track_->image.get(), options_.label.c_str());
+  const WriteOptionsPtr treeOptions = track_->writeOptions();
+  ::burn_source* tree = nullptr;
+  if (!treeOptions ||
+      iso_image_create_burn_source(track_->image.get(), treeOptions.get(), &tree) < 0) {
+    failBy(DiscLibraries::takeFailures());
+    fail(WriteFailed, "The image cannot be made");
+    return false;
+  }
+  // Two headers declare the one C struct in different name spaces.
+  TrackFeed feed(reinterpret_cast<burn::burn_source*>(tree));
+  const GrabbedDrive drive(place_.address);
+  const DiscModel model(feed.source());
+  const OptionsPtr options = drive ? writeOptions(drive.drive(), options_, place_) : nullptr;
+  std::array<char, BURN_REASONS_LEN> reasons{};
+  if (!options || !model.isReady() ||
+      burn::burn_write_opts_auto_write_type(options.get(), model.disc(), reasons.data(), 0) ==
+          burn::BURN_WRITE_NONE) {
+    failBy(DiscLibraries::takeFailures());
+    fail(WriteFailed, reasons[0] != '\0' ? reasons.data() : "The drive cannot be used");
+    return false;
+  }
+  if (aborted_) {
+    fail(Aborted, textOf(Aborted));
+    return false;
+  }
+  result_.started = true;
+  burn::burn_disc_write(options.get(), model.disc());
+
+  bool cancelled = false;
+  bool ended = false;
+  auto idleSince = std::chrono::steady_clock::time_point::max();
+  for (;;) {
+    ended = DiscLibraries::takeBurnMessages(failures) || ended;
+    burn::burn_progress progress{};
+    const auto status = burn::burn_drive_get_status(drive.drive(), &progress);
+    if (progress.sector > 0 && progress.sectors > 0)
+      written_ = std::max<std::int64_t>(
+          written_, track_->gap + std::min<std::int64_t>(progress.sector, track_->blocks));
+    if (status == burn::BURN_DRIVE_IDLE) {
+      // The worker goes on for a moment; a burn begun in between would be refused in silence.
+      const auto now = std::chrono::steady_clock::now();
+      idleSince = std::min(idleSince, now);
+      if (ended || now - idleSince > LongestFarewell) break;
+    } else if ((aborted_ || !failures.empty()) && !cancelled) {
+      cancelled = true;
+      burn::burn_drive_cancel(drive.drive());
+      feed.cancel();
+    }
+    std::this_thread::sleep_for(PollEvery);
+  }
+  DiscLibraries::takeBurnMessages(failures);
+  failBy(failures);
+  if (cancelled) fail(WriteFailed, "The burn was cancelled");
+  if (burn::burn_drive_wrote_well(drive.drive()) != 1)
+    fail(WriteFailed, "The drive reports a failure");
+  if (model.bytesWritten() != track_->blocks * BlockBytes)
+    fail(WriteFailed, "Not all of the track was written");
+  if (result_.error != 0) return false;
+  written_ = track_->imageBlocks();
+  return true;
+}
+
+/// Makes the finished track the one that readers of the image find.
+bool BurnRun::activate() {
+  const Descriptor file(::open(place_.imageFile.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat status {};
+  if (!file || ::fstat(file.get(), &status) != 0) {
+    fail(errno, textOf(errno));
+    return false;
+  }
+  if (status.st_size < (place_.startBlock + track_->blocks) * BlockBytes) {
+    fail(WriteFailed, "The image is shorter than the track");
+    return false;
+  }
+  // In this order no crash leaves a pointer to a track that is not all there.
+  const auto& head = track_->head;
+  if (::fsync(file.get()) != 0 ||
+      ::pwrite(file.get(), head.data(), head.size(), 0) != static_cast<ssize_t>(head.size()) ||
+      ::fsync(file.get()) != 0) {
+    fail(errno != 0 ? errno : EIO, textOf(errno != 0 ? errno : EIO));
+    return false;
+  }
+  return true;
+}
+
+}  // namespace korvenal

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "platform/linux/engine/DiscLibraries.h"
+#include "platform/linux/engine/Drive.h"
+#include "platform/linux/engine/IsoLayout.h"
+
+namespace korvenal {
+
+/// The switches of one burn.
+struct BurnOptions {
+  std::string label;
+  bool closeDisc = false;
+  bool underrunProof = true;
+  bool calibrate = true;
+  bool simulate = false;
+};
+
+/// One burn on a thread of its own. The starter polls; nothing is called back.
+class BurnRun {
+ public:
+  /// Error number of a burn that was told to stop.
+  static constexpr int Aborted = 125;
+  /// "Disc writing failed."
+  static constexpr int WriteFailed = 14848;
+
+  BurnRun(std::shared_ptr<PreparedTrack> track, TrackPlace place, BurnOptions options);
+  /// Aborts, and waits for the end.
+  ~BurnRun();
+  BurnRun(const BurnRun&) = delete;
+  BurnRun& operator=(const BurnRun&) = delete;
+
+  /// Takes effect within a second.
+  void abort();
+  bool isDone() const { return done_; }
+  std::int64_t blocksWritten() const { return written_; }
+  /// Only when it is done.
+  const DriveResult& result() const { return result_; }
+  PreparedTrack& track() { return *track_; }
+
+ private:
+  void work();
+  bool write();
+  bool activate();
+  void fail(int error, const std::string& text);
+  void failBy(const std::vector<LibraryMessage>& failures);
+
+  std::shared_ptr<PreparedTrack> track_;
+  TrackPlace place_;
+  BurnOptions options_;
+  DriveResult result_;
+  std::atomic<bool> aborted_ = false;
+  std::atomic<bool> done_ = false;
+  std::atomic<std::int64_t> written_ = 0;
+  std::thread thread_;  ///< last: it uses all of the above
+};
+
+}  // namespace korvenal

@@ -1,0 +1,75 @@
+#include "platform/linux/engine/DiscLibraries.h"
+
+#include <libburn/libburn.h>
+#include <libisofs/libisofs.h>
+
+#include <array>
+
+namespace korvenal {
+
+namespace {
+
+// The libraries take changeable strings that they do not change.
+char* changeable(const char* text) {
+  return const_cast<char*>(text);
+}
+
+/// "Write thread on drive N ended": the drive is truly idle from here on.
+constexpr int WorkerEnded = 0x00020178;
+
+bool isFailure(const char* severity) {
+  int number = 0;
+  int failure = 0;
+  iso_text_to_sev(changeable(severity), &number);
+  iso_text_to_sev(changeable("FAILURE"), &failure);
+  return number >= failure;
+}
+
+}  // namespace
+
+DiscLibraries::DiscLibraries() {
+  // The locale is the program's business, not the library's.
+  if (iso_init_with_flag(1) < 0) return;
+  iso_set_local_charset(changeable("UTF-8"), 0);
+  iso_set_msgs_severities(changeable("FAILURE"), changeable("NEVER"), changeable(""));
+  // Without this an unreadable source is filled with zeros and the burn reports success.
+  iso_set_abort_severity(changeable("MISHAP"));
+  if (burn::burn_initialize() == 0) {
+    iso_finish();
+    return;
+  }
+  burn::burn_msgs_set_severities(changeable("DEBUG"), changeable("NEVER"), changeable(""));
+  ready_ = true;
+}
+
+DiscLibraries::~DiscLibraries() {
+  if (!ready_) return;
+  takeFailures();
+  burn::burn_finish();
+  iso_finish();
+}
+
+bool DiscLibraries::takeBurnMessages(std::vector<LibraryMessage>& failures) {
+  std::array<char, BURN_MSGS_MESSAGE_LEN> text{};
+  std::array<char, 80> severity{};
+  int code = 0;
+  int osError = 0;
+  int image = 0;
+  bool ended = false;
+  while (iso_obtain_msgs(changeable("FAILURE"), &code, &image, text.data(), severity.data()) == 1)
+    failures.push_back({code, 0, text.data()});
+  while (burn::burn_msgs_obtain(changeable("DEBUG"), &code, text.data(), &osError,
+                                severity.data()) == 1) {
+    if (code == WorkerEnded) ended = true;
+    if (isFailure(severity.data())) failures.push_back({code, osError, text.data()});
+  }
+  return ended;
+}
+
+std::vector<LibraryMessage> DiscLibraries::takeFailures() {
+  std::vector<LibraryMessage> failures;
+  takeBurnMessages(failures);
+  return failures;
+}
+
+}  // namespace korvenal

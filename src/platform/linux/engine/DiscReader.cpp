@@ -1,0 +1,308 @@
+#include "platform/linux/engine/DiscReader.h"
+
+#include <libisofs/libisofs.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+
+#include "platform/Paths.h"
+#include "platform/linux/engine/IsoSource.h"
+#include "platform/linux/engine/VolumeLabel.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr std::size_t MaxEntriesKept = 200'000;  ///< over all folders kept, but for the last
+constexpr std::size_t MaxEntriesPerFolder = 4'000'000;
+constexpr std::int64_t MaxFolderBytes = std::int64_t{1} << 30;
+constexpr std::size_t MaxDepth = 1000;
+
+struct SourceRelease {
+  void operator()(IsoFileSource* source) const { iso_file_source_unref(source); }
+};
+using SourcePtr = std::unique_ptr<IsoFileSource, SourceRelease>;
+
+SourcePtr shared(IsoFileSource* source) {
+  iso_file_source_ref(source);
+  return SourcePtr(source);
+}
+
+FileInfo infoOf(const struct stat& status, std::string_view name) {
+  FileInfo info;
+  info.kind = S_ISDIR(status.st_mode)   ? FileInfo::Kind::Folder
+              : S_ISREG(status.st_mode) ? FileInfo::Kind::File
+                                        : FileInfo::Kind::Other;
+  if (info.kind == FileInfo::Kind::File) info.size = static_cast<std::int64_t>(status.st_size);
+  info.modified = status.st_mtime;
+  info.inode = status.st_ino;
+  info.permissions = status.st_mode & 0777;
+  if ((status.st_mode & 0222) == 0) info.attributes |= AttributeReadOnly;
+  if (!name.empty() && name[0] == '.') info.attributes |= AttributeHidden;
+  if (info.kind == FileInfo::Kind::Folder) info.attributes |= AttributeFolder;
+  if (info.kind == FileInfo::Kind::Other) info.attributes |= AttributeDevice;
+  return info;
+}
+
+}  // namespace
+
+/// What the library keeps of the disc; streams share it with the reader.
+struct DiscReader::Volume {
+  explicit Volume(std::unique_ptr<BlockReader> disc)
+      : cache(std::make_shared<BlockCache>(std::move(disc))) {}
+  ~Volume() {
+    root.reset();
+    if (files != nullptr) iso_filesystem_unref(files);
+  }
+  Volume(const Volume&) = delete;
+  Volume& operator=(const Volume&) = delete;
+
+  bool mount(std::uint32_t start);
+
+  std::shared_ptr<BlockCache> cache;
+  IsoImageFilesystem* files = nullptr;
+  SourcePtr root;
+};
+
+bool DiscReader::Volume::mount(std::uint32_t start) {
+  const DataSourcePtr source = newDataSource(cache);
+  const ReadOptionsPtr options = newReadOptions(start);
+  if (!source || !options) return false;
+  if (iso_image_filesystem_new(source.get(), options.get(), 0, &files) < 0) {
+    files = nullptr;
+    return false;
+  }
+  IsoFileSource* top = nullptr;
+  if (files->get_root(files, &top) < 0) return false;
+  root.reset(top);
+  return true;
+}
+
+/// The entries of a folder, sorted by the bytes of their names.
+struct DiscReader::Folder {
+  struct Entry {
+    std::string name;
+    FileInfo info;
+    SourcePtr source;
+  };
+  std::vector<Entry> entries;
+
+  static FolderPtr read(IsoFileSource* source);
+  const Entry* find(std::string_view name) const;
+};
+
+DiscReader::FolderPtr DiscReader::Folder::read(IsoFileSource* source) {
+  struct stat status {};
+  if (iso_file_source_lstat(source, &status) < 0 || !S_ISDIR(status.st_mode) ||
+      status.st_size > MaxFolderBytes || iso_file_source_open(source) < 0)
+    return nullptr;
+  auto folder = std::make_shared<Folder>();
+  IsoFileSource* child = nullptr;
+  int more = 0;
+  while ((more = iso_file_source_readdir(source, &child)) == 1) {
+    SourcePtr owner(child);
+    char* name = iso_file_source_get_name(child);
+    if (name == nullptr || iso_file_source_lstat(child, &status) < 0 ||
+        folder->entries.size() >= MaxEntriesPerFolder) {
+      std::free(name);
+      continue;
+    }
+    folder->entries.push_back({name, infoOf(status, name), std::move(owner)});
+    std::free(name);
+  }
+  iso_file_source_close(source);
+  if (more < 0) return nullptr;
+  std::stable_sort(folder->entries.begin(), folder->entries.end(),
+                   [](const Entry& a, const Entry& b) { return a.name < b.name; });
+  return folder;
+}
+
+const DiscReader::Folder::Entry* DiscReader::Folder::find(std::string_view name) const {
+  const auto place =
+      std::lower_bound(entries.begin(), entries.end(), name,
+                       [](const Entry& entry, std::string_view key) { return entry.name < key; });
+  return place != entries.end() && place->name == name ? &*place : nullptr;
+}
+
+namespace {
+
+class DiscStream : public FileStream {
+ public:
+  DiscStream(std::shared_ptr<void> volume, const BlockCache& cache, SourcePtr source,
+             const FileInfo& info)
+      : volume_(std::move(volume)), cache_(cache), source_(std::move(source)), info_(info) {}
+  ~DiscStream() override { iso_file_source_close(source_.get()); }
+
+  const FileInfo& info() const override { return info_; }
+  std::int64_t read(std::int64_t offset, char* buffer, std::size_t bytes) override;
+
+ private:
+  std::shared_ptr<void> volume_;  ///< keeps what the source reads from
+  const BlockCache& cache_;
+  SourcePtr source_;
+  FileInfo info_;
+  std::int64_t position_ = 0;
+};
+
+std::int64_t DiscStream::read(std::int64_t offset, char* buffer, std::size_t bytes) {
+  if (cache_.isDetached()) return -ENXIO;
+  const std::int64_t size = info_.size.whole();
+  if (offset < 0) return -EINVAL;
+  if (offset >= size) return 0;
+  // Asking for exactly what is there spares the library's look at the block behind the end.
+  bytes = static_cast<std::size_t>(
+      std::min<std::int64_t>(size - offset, static_cast<std::int64_t>(bytes)));
+  if (offset != position_ && iso_file_source_lseek(source_.get(), offset, 0) != offset) return -EIO;
+  position_ = -1;
+  std::size_t done = 0;
+  while (done < bytes) {
+    const int got = iso_file_source_read(source_.get(), buffer + done, bytes - done);
+    if (got <= 0) return -EIO;
+    done += static_cast<std::size_t>(got);
+  }
+  position_ = offset + static_cast<std::int64_t>(bytes);
+  return static_cast<std::int64_t>(bytes);
+}
+
+}  // namespace
+
+std::shared_ptr<DiscReader> DiscReader::open(std::unique_ptr<BlockReader> disc,
+                                             std::uint32_t start) {
+  if (!disc) return nullptr;
+  const auto head = readVolumeHead(*disc, start);
+  if (!head) return nullptr;
+  auto volume = std::make_shared<Volume>(std::move(disc));
+  if (!volume->mount(start)) return nullptr;
+  std::shared_ptr<DiscReader> reader(new DiscReader(std::move(volume)));
+  reader->label_ = head->label;
+  reader->volumeBlocks_ = head->blocks;
+  return reader;
+}
+
+DiscReader::~DiscReader() = default;
+
+void DiscReader::detach() {
+  volume_->cache->detach();
+  folders_.clear();
+  order_.clear();
+  entriesKept_ = 0;
+  last_.reset();
+}
+
+DiscReader::FolderPtr DiscReader::keep(std::string_view path, FolderPtr folder) {
+  entriesKept_ += folder->entries.size() + 1;
+  while (entriesKept_ > MaxEntriesKept && !order_.empty()) {
+    const auto oldest = folders_.find(order_.front());
+    entriesKept_ -= oldest->second->entries.size() + 1;
+    folders_.erase(oldest);
+    order_.pop_front();
+  }
+  order_.emplace_back(path);
+  folders_.emplace(path, folder);
+  return folder;
+}
+
+DiscReader::FolderPtr DiscReader::folderAt(std::string_view path) {
+  if (volume_->cache->isDetached() || path.starts_with(Paths::DiscSeparator)) return nullptr;
+  if (last_ && lastPath_ == path) return last_;
+  FolderPtr folder;
+  std::size_t depth = 0;
+  for (std::size_t end = 0;; ++depth) {
+    // Each round: the folder at the first `end` bytes of the path.
+    const std::string_view prefix = path.substr(0, end);
+    const auto known = folders_.find(prefix);
+    if (known != folders_.end()) {
+      folder = known->second;
+    } else {
+      IsoFileSource* source = volume_->root.get();
+      if (end > 0) {
+        const std::size_t cut = prefix.rfind(Paths::DiscSeparator);
+        const auto name = cut == std::string_view::npos ? prefix : prefix.substr(cut + 1);
+        const Folder::Entry* entry = folder->find(name);
+        if (entry == nullptr || entry->info.kind != FileInfo::Kind::Folder) return nullptr;
+        source = entry->source.get();
+      }
+      FolderPtr fresh = Folder::read(source);
+      if (!fresh) return nullptr;
+      folder = keep(prefix, std::move(fresh));
+    }
+    if (end == path.size()) break;
+    if (depth >= MaxDepth) return nullptr;
+    const std::size_t next = path.find(Paths::DiscSeparator, end == 0 ? 0 : end + 1);
+    end = next == std::string_view::npos ? path.size() : next;
+  }
+  lastPath_ = path;
+  last_ = folder;
+  return folder;
+}
+
+namespace {
+
+struct PathParts {
+  std::string_view folder;
+  std::string_view name;
+};
+
+PathParts partsOf(std::string_view discPath) {
+  const std::size_t cut = discPath.rfind(Paths::DiscSeparator);
+  if (cut == std::string_view::npos) return {{}, discPath};
+  return {discPath.substr(0, cut), discPath.substr(cut + 1)};
+}
+
+std::string_view withoutSeparators(std::string_view discPath) {
+  while (!discPath.empty() && discPath.back() == Paths::DiscSeparator) discPath.remove_suffix(1);
+  return discPath;
+}
+
+}  // namespace
+
+FileInfo DiscReader::info(std::string_view discPath) {
+  discPath = withoutSeparators(discPath);
+  if (volume_->cache->isDetached()) return {};
+  if (discPath.empty()) {
+    struct stat status {};
+    if (iso_file_source_lstat(volume_->root.get(), &status) < 0) return {};
+    return infoOf(status, {});
+  }
+  const PathParts parts = partsOf(discPath);
+  const FolderPtr folder = folderAt(parts.folder);
+  const Folder::Entry* entry = folder ? folder->find(parts.name) : nullptr;
+  return entry != nullptr ? entry->info : FileInfo();
+}
+
+std::vector<std::string> DiscReader::list(std::string_view discPath) {
+  std::vector<std::string> names;
+  const FolderPtr folder = folderAt(withoutSeparators(discPath));
+  if (!folder) return names;
+  names.reserve(folder->entries.size());
+  for (const Folder::Entry& entry : folder->entries) names.push_back(entry.name);
+  return names;
+}
+
+std::unique_ptr<FileStream> DiscReader::openFile(std::string_view discPath) {
+  const PathParts parts = partsOf(discPath);
+  FolderPtr folder = folderAt(parts.folder);
+  const Folder::Entry* entry = folder ? folder->find(parts.name) : nullptr;
+  if (entry == nullptr || entry->info.kind != FileInfo::Kind::File) return nullptr;
+  SourcePtr source = shared(entry->source.get());
+  if (iso_file_source_open(source.get()) < 0) {
+    // Open already: a file that is read twice at once needs a second object of the library.
+    folder = freshFolderAt(parts.folder);
+    entry = folder ? folder->find(parts.name) : nullptr;
+    if (entry == nullptr || entry->info.kind != FileInfo::Kind::File) return nullptr;
+    source = shared(entry->source.get());
+    if (iso_file_source_open(source.get()) < 0) return nullptr;
+  }
+  return std::make_unique<DiscStream>(volume_, *volume_->cache, std::move(source), entry->info);
+}
+
+DiscReader::FolderPtr DiscReader::freshFolderAt(std::string_view path) {
+  if (path.empty()) return Folder::read(volume_->root.get());
+  const PathParts parts = partsOf(path);
+  const FolderPtr above = folderAt(parts.folder);
+  const Folder::Entry* entry = above ? above->find(parts.name) : nullptr;
+  return entry != nullptr ? Folder::read(entry->source.get()) : nullptr;
+}
+
+}  // namespace korvenal

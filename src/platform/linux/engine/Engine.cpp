@@ -1,0 +1,334 @@
+#include "platform/linux/engine/Engine.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <limits>
+#include <utility>
+
+namespace korvenal {
+
+namespace {
+
+constexpr std::int64_t GiB = std::int64_t{1} << 30;
+constexpr int PreparationFailed = 9216;
+constexpr int NoDisc = 1032;
+
+std::int32_t blocks32(std::int64_t blocks) {
+  return static_cast<std::int32_t>(
+      std::min<std::int64_t>(blocks, std::numeric_limits<std::int32_t>::max()));
+}
+
+/// A setting of 0, and one above what the drive can, is its maximum.
+std::int32_t speedWithin(std::int32_t wanted, std::int32_t maximum) {
+  return wanted > 0 ? std::min(wanted, maximum) : maximum;
+}
+
+}  // namespace
+
+Engine::Engine(const Clock& clock, std::vector<Drive*> drives)
+    : clock_(clock), drives_(std::move(drives)), layout_(clock_) {}
+
+Engine::~Engine() {
+  if (work_) {
+    if (work_->burn) work_->burn->abort();
+    const bool burning = work_->burn != nullptr;
+    Drive* drive = work_->drive;
+    // The ends must be recorded on the disc, or it would count as broken off.
+    while (burning && !work_->burn->isDone()) std::this_thread::yield();
+    if (burning) {
+      drive->endBurn(work_->burn->result());
+    } else {
+      work_->eraseThread.join();
+      drive->endErase(work_->eraseResult);
+    }
+    work_.reset();
+  }
+  // Readers need the libraries.
+  for (Drive* drive : drives_) drive->dropReader();
+}
+
+Drive* Engine::find(char letter) const {
+  for (Drive* drive : drives_)
+    if (drive->letter() == letter) return drive;
+  return nullptr;
+}
+
+void Engine::setError(int number, const std::string& text) {
+  errorNumber_ = number;
+  errorText_ = text;
+}
+
+// The library and the choice of a drive.
+
+std::int16_t Engine::do_InitializeASPI(int, const std::string&, int, const std::string&) {
+  return libraries_.isReady() ? 1 : 0;
+}
+
+/// Buffers have their sizes by measurement; a larger one brings nothing.
+void Engine::do_SetCacheSize(std::int32_t) {}
+
+int Engine::do_SelectDeviceByLetter(char letter) {
+  Drive* drive = find(letter);
+  if (drive == nullptr) return 0;
+  if (drive != selected_) readSpeed_ = writeSpeed_ = 0;
+  selected_ = drive;
+  return -1;
+}
+
+int Engine::do_DeviceIsBurner() {
+  return selected_ != nullptr && selected_->isBurner() ? -1 : 0;
+}
+
+int Engine::do_DeviceCan(std::uint8_t code) {
+  return selected_ != nullptr && selected_->can(code) ? -1 : 0;
+}
+
+std::string Engine::devicePath(char letter) {
+  const Drive* drive = find(letter);
+  return drive != nullptr ? drive->devicePath() : std::string();
+}
+
+// The drive and its tray.
+
+int Engine::do_TestUnitReady() {
+  return selected_ != nullptr && !isBusy(selected_) && selected_->isReady() ? -1 : 0;
+}
+
+void Engine::do_LockMedium() {
+  if (selected_ != nullptr) selected_->lock(true);
+}
+
+void Engine::do_UnlockMedium() {
+  if (selected_ != nullptr) selected_->lock(false);
+}
+
+void Engine::do_EjectMedium() {
+  if (selected_ != nullptr && !isBusy(selected_)) selected_->eject();
+}
+
+void Engine::do_LoadMedium() {
+  if (selected_ != nullptr && !isBusy(selected_)) selected_->load();
+}
+
+void Engine::do_SetDeviceSpeed(std::int32_t read, std::int32_t write) {
+  readSpeed_ = read;
+  writeSpeed_ = write;
+}
+
+std::int32_t Engine::do_GetWriteSpeed() {
+  return selected_ != nullptr ? speedWithin(writeSpeed_, selected_->maxSpeed()) : 0;
+}
+
+std::int32_t Engine::do_GetReadSpeed() {
+  return selected_ != nullptr ? speedWithin(readSpeed_, selected_->maxSpeed()) : 0;
+}
+
+// The loaded disc.
+
+DiscState Engine::stateOf(char letter) {
+  Drive* drive = find(letter);
+  return drive != nullptr ? drive->state() : DiscState();
+}
+
+std::shared_ptr<DiscReader> Engine::readerOf(char letter) {
+  Drive* drive = find(letter);
+  return drive != nullptr && libraries_.isReady() ? drive->reader() : nullptr;
+}
+
+std::uint8_t Engine::do_DiscIs() {
+  return selected_ != nullptr ? selected_->state().type : 0;
+}
+
+std::int16_t Engine::do_Writable() {
+  return selected_ != nullptr && selected_->state().writable ? 1 : 0;
+}
+
+int Engine::do_Erasable() {
+  return selected_ != nullptr && selected_->state().erasable ? -1 : 0;
+}
+
+std::uint8_t Engine::do_SessionsOnDisc() {
+  if (selected_ == nullptr) return 0;
+  return static_cast<std::uint8_t>(std::min(selected_->state().sessions, 255));
+}
+
+std::int32_t Engine::do_GetTotalBlocksOnDisc() {
+  return selected_ != nullptr ? blocks32(selected_->state().totalBlocks) : 0;
+}
+
+std::int32_t Engine::do_GetFreeBlocksOnDisc() {
+  return selected_ != nullptr ? blocks32(selected_->state().freeBlocks) : 0;
+}
+
+// The layout.
+
+void Engine::do_ClearAll() {
+  layout_.clear();
+  switches_ = {};
+  label_.clear();
+  import_ = false;
+  planned_.reset();
+  prepared_.reset();
+}
+
+int Engine::do_ImportSession(std::uint8_t, const std::string&) {
+  // The tree is taken over when the track is prepared; here it must only be there.
+  import_ = selected_ != nullptr && selected_->reader() != nullptr;
+  return import_ ? -1 : 0;
+}
+
+void Engine::do_CreateDir(const std::string& parent, const std::string& name) {
+  layout_.createDir(parent, name);
+}
+
+void Engine::do_InsertFileWithName(const std::string& parent, const std::string& source,
+                                   const std::string& name, const std::string&, int part,
+                                   std::int64_t firstBlock, std::int64_t remainder,
+                                   std::int64_t wholeGiB) {
+  IsoLayout::Range range;
+  if (part != 0) {
+    constexpr std::int64_t Most = std::numeric_limits<std::int64_t>::max() / GiB - 1;
+    // What no file can be so large for becomes a range that no file has.
+    const bool sane = firstBlock >= 0 && firstBlock < Most && remainder >= 0 && remainder < GiB &&
+                      wholeGiB >= 0 && wholeGiB < Most;
+    range.offset = sane ? firstBlock * BlockBytes : -1;
+    range.length = sane ? wholeGiB * GiB + remainder : 0;
+  }
+  layout_.insert({parent, name, source, range, std::exchange(planned_, std::nullopt)});
+}
+
+std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
+  prepared_.reset();
+  imageSize_ = 0;
+  if (selected_ == nullptr || isBusy(selected_) || !selected_->isReady()) {
+    setError(NoDisc, "No disc");
+    return 0;
+  }
+  const TrackPlace place = selected_->place();
+  IsoLayout::Request request;
+  request.startBlock = static_cast<std::uint32_t>(place.startBlock);
+  request.gap = place.gap;
+  request.joliet = switches_.joliet;
+  request.skipFaults = switches_.skipAtPreparation;
+  request.replace = switches_.replace;
+  request.pump = pump;
+  if (import_ && place.lastSession >= 0) {
+    request.openEarlier = [this] { return selected_->openBlocks(); };
+    request.earlierStart = static_cast<std::uint32_t>(place.lastSession);
+  }
+  std::string why;
+  prepared_ = layout_.prepare(std::move(request), why);
+  if (!prepared_) {
+    setError(PreparationFailed, why);
+    return 0;
+  }
+  imageSize_ = blocks32(prepared_->imageBlocks());
+  return 1;
+}
+
+std::int32_t Engine::do_GetImageSize() {
+  return imageSize_;
+}
+
+// Burning and erasing.
+
+int Engine::do_Burn(FinishCallback finished, FileErrorCallback fileError, int,
+                    const std::string& logFile) {
+  if (work_ || !prepared_ || selected_ == nullptr || !selected_->isReady()) {
+    setError(NoDisc, "No disc");
+    return 0;
+  }
+  const TrackPlace place = selected_->place();
+  const DiscState state = selected_->state();
+  if (place.startBlock != prepared_->startBlock || prepared_->imageBlocks() > state.freeBlocks) {
+    setError(ENOSPC, "The track does not fit on the disc");
+    return 0;
+  }
+  std::string why;
+  if (!selected_->beginBurn(why)) {
+    setError(BurnRun::WriteFailed, why);
+    return 0;
+  }
+  setError(0, {});
+  skipped_.clear();
+  auto work = std::make_unique<Work>();
+  work->drive = selected_;
+  work->finished = std::move(finished);
+  work->fileError = std::move(fileError);
+  work->logFile = logFile;
+  prepared_->context.skipFaults = switches_.skipAtBurn;
+  work->burn =
+      std::make_unique<BurnRun>(std::move(prepared_), place,
+                                BurnOptions{label_, switches_.finalize, switches_.underrunProof,
+                                            switches_.calibrate, switches_.simulate});
+  work_ = std::move(work);
+  deliverable_ = std::exchange(work_->burn->track().leftOut, {});
+  return -1;
+}
+
+void Engine::do_AbortBurn() {
+  if (work_ && work_->burn) work_->burn->abort();
+}
+
+std::int32_t Engine::do_GetBlocksWritten() {
+  return work_ && work_->burn ? blocks32(work_->burn->blocksWritten()) : 0;
+}
+
+std::int16_t Engine::do_EraseDisc(int quick, FinishCallback finished) {
+  if (work_ || selected_ == nullptr || !selected_->beginErase()) {
+    setError(NoDisc, "The disc cannot be erased");
+    return 0;
+  }
+  setError(0, {});
+  work_ = std::make_unique<Work>();
+  work_->drive = selected_;
+  work_->finished = std::move(finished);
+  work_->eraseThread = std::thread([work = work_.get(), quick] {
+    work->eraseResult = work->drive->erase(quick != 0);
+    work->eraseDone = true;
+  });
+  return -1;
+}
+
+void Engine::do_Deliver() {
+  if (!work_) return;
+  if (work_->burn) {
+    const bool done = work_->burn->isDone();  // before the faults: none comes afterwards
+    std::vector<FileFault> faults = std::exchange(deliverable_, {});
+    for (FileFault& fault : work_->burn->track().context.takeFaults())
+      faults.push_back(std::move(fault));
+    deliverFaults(faults);
+    if (!done) return;
+    const DriveResult result = work_->burn->result();
+    work_->drive->endBurn(result);
+    deliverEnd(result);
+  } else if (work_->eraseDone) {
+    const DriveResult result = work_->eraseResult;
+    work_->drive->endErase(result);
+    deliverEnd(result);
+  }
+}
+
+void Engine::deliverFaults(const std::vector<FileFault>& faults) {
+  if (faults.empty()) return;
+  std::ofstream log;
+  if (!work_->logFile.empty()) log.open(work_->logFile, std::ios::app);
+  const FileErrorCallback tell = work_->fileError;
+  for (const FileFault& fault : faults) {
+    skipped_.push_back(fault.discPath);
+    log << fault.source << ": " << fault.reason << '\n';
+    if (tell) tell(0, 0);
+  }
+}
+
+void Engine::deliverEnd(const DriveResult& result) {
+  // The callback may start the next work, so this one is over before.
+  const FinishCallback finished = std::move(work_->finished);
+  work_.reset();
+  if (result.error != 0) setError(result.error, result.text);
+  const std::int32_t code = result.error & 0xFFFF;
+  if (finished) finished(result.error != 0 && code == 0 ? 1 : code, 0);
+}
+
+}  // namespace korvenal

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/linux/DiscFiles.h"
+#include "platform/linux/engine/Engine.h"
+
+namespace korvenal {
+
+/// Files on the discs in the engine's drives. A disc that is being burned or erased, and one in an
+/// open tray, has none.
+class EngineDiscFiles : public DiscFiles {
+ public:
+  /// The engine must outlive this.
+  explicit EngineDiscFiles(Engine& engine) : engine_(engine) {}
+
+  FileInfo doGetInfo(char letter, std::string_view discPath) override;
+  std::optional<VolumeInfo> doGetVolumeInfo(char letter) override;
+  std::vector<std::string> listFolder(char letter, std::string_view discPath) override;
+  std::unique_ptr<FileStream> open(char letter, std::string_view discPath) override;
+
+ private:
+  Engine& engine_;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,202 @@
+#include "platform/linux/engine/ImageDrive.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "platform/BurnEngine.h"
+#include "platform/linux/Descriptor.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr std::int64_t MaxProfileBytes = 65536;
+
+}  // namespace
+
+ImageDrive::ImageDrive(Files& files, char letter, int number, Changed changed)
+    : files_(files), letter_(letter), number_(number), changed_(std::move(changed)) {}
+
+ImageDrive::~ImageDrive() {
+  dropReader();
+}
+
+std::optional<DiscProfile> ImageDrive::profileOf(Files& files, const std::string& image) {
+  const FileInfo info = files.doGetInfo(image);
+  if (info.kind != FileInfo::Kind::File) return std::nullopt;
+  const std::string profileFile = profileFileOf(image);
+  if (!files.doFileExists(profileFile)) {
+    const std::int64_t blocks = info.size.whole() / BlockBytes;
+    return blocks > 0 ? std::optional(DiscProfile::pressed(blocks)) : std::nullopt;
+  }
+  const auto text = files.readAll(profileFile, MaxProfileBytes);
+  auto profile = text ? DiscProfile::parse(*text) : std::nullopt;
+  if (profile && profile->writing) profile->failWriting();
+  return profile;
+}
+
+void ImageDrive::setTray(const std::string& image, bool open) {
+  dropReader();
+  profile_.reset();
+  image_ = image;
+  open_ = open;
+  locked_ = false;
+}
+
+DiscProfile* ImageDrive::profile() {
+  if (image_.empty() || open_) return nullptr;
+  // The image may have been taken away behind the program's back.
+  if (!busy_ && !files_.doFileExists(image_)) {
+    dropReader();
+    profile_.reset();
+    return nullptr;
+  }
+  if (!profile_) profile_ = profileOf(files_, image_);
+  return profile_ ? &*profile_ : nullptr;
+}
+
+bool ImageDrive::storeProfile(std::string& why) {
+  const FileOutcome outcome = files_.writeAll(profileFileOf(image_), profile_->toText());
+  why = outcome.text;
+  return static_cast<bool>(outcome);
+}
+
+std::string ImageDrive::devicePath() const {
+  return "IMAGE#CDROM&VEN_Image&PROD_Drive_" + std::to_string(number_) + "&REV_1#" + letter_;
+}
+
+bool ImageDrive::isReady() {
+  return !busy_ && profile() != nullptr;
+}
+
+void ImageDrive::eject() {
+  if (busy_ || locked_ || open_) return;
+  setTray(image_, true);
+  changed_();
+}
+
+void ImageDrive::load() {
+  if (busy_ || !open_) return;
+  setTray(image_, false);
+  changed_();
+}
+
+DiscState ImageDrive::state() {
+  DiscState state;
+  const DiscProfile* disc = profile();
+  if (disc == nullptr) return state;
+  state.type = disc->type;
+  state.erasable = DiscTypes::isRewritable(disc->type);
+  // What can be erased can take data again, whatever it holds now.
+  state.writable = state.erasable || disc->isAppendable();
+  state.sessions = disc->sessionsTold();
+  state.totalBlocks = disc->capacity;
+  state.freeBlocks = disc->freeBlocks();
+  return state;
+}
+
+std::int32_t ImageDrive::maxSpeed() {
+  const DiscProfile* disc = profile();
+  return disc != nullptr ? DiscTypes::maxSpeed(disc->type) : 0;
+}
+
+std::shared_ptr<DiscReader> ImageDrive::reader() {
+  if (busy_) return nullptr;
+  const DiscProfile* disc = profile();
+  if (disc == nullptr || disc->sessions.empty()) return nullptr;
+  // Block 0 points to the newest complete tree, whoever wrote the image.
+  if (!reader_) reader_ = DiscReader::open(openBlocks(), 0);
+  return reader_;
+}
+
+void ImageDrive::dropReader() {
+  if (reader_) reader_->detach();
+  reader_.reset();
+}
+
+std::unique_ptr<BlockReader> ImageDrive::openBlocks() {
+  return openImageBlocks(image_);
+}
+
+TrackPlace ImageDrive::place() {
+  TrackPlace place;
+  const DiscProfile* disc = profile();
+  if (disc == nullptr) return place;
+  place.imageFile = image_;
+  place.address = "stdio:" + image_;
+  place.startBlock = disc->nextSession();
+  if (disc->end == 0) place.gap = place.startBlock;
+  if (!disc->sessions.empty()) place.lastSession = disc->sessions.back();
+  return place;
+}
+
+bool ImageDrive::beginBurn(std::string& why) {
+  DiscProfile* disc = profile();
+  if (disc == nullptr || busy_) return false;
+  disc->writing = true;
+  if (!storeProfile(why)) {
+    disc->writing = false;
+    return false;
+  }
+  dropReader();
+  busy_ = true;
+  return true;
+}
+
+void ImageDrive::endBurn(const DriveResult& result) {
+  busy_ = false;
+  if (!profile_) return;
+  const std::int64_t start = profile_->nextSession();
+  profile_->writing = false;
+  if (result.error == 0) {
+    profile_->sessions.push_back(static_cast<std::uint32_t>(start));
+    profile_->end = result.endBlock;
+    profile_->closed = result.closeDisc && !DiscTypes::isOverwritable(profile_->type);
+  } else if (result.started) {
+    profile_->failWriting();
+    // What forgives a failed burn gives its room back as well.
+    if (!profile_->damaged &&
+        ::truncate(image_.c_str(), static_cast<off_t>(profile_->end * BlockBytes)) != 0)
+      profile_->damaged = true;
+  }
+  // Nothing can be done about a failure here: the file then says that the burn never ended.
+  std::string why;
+  storeProfile(why);
+}
+
+bool ImageDrive::beginErase() {
+  const DiscProfile* disc = profile();
+  if (disc == nullptr || busy_ || !DiscTypes::isRewritable(disc->type)) return false;
+  dropReader();
+  busy_ = true;
+  return true;
+}
+
+DriveResult ImageDrive::erase(bool quick) {
+  // Full and quick are the same here: what is cut off a file cannot be read again.
+  static_cast<void>(quick);
+  DriveResult result;
+  const Descriptor file(::open(image_.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file || ::ftruncate(file.get(), 0) != 0 || ::fsync(file.get()) != 0) {
+    result.error = errno;
+    result.text = std::system_category().message(result.error);
+  }
+  return result;
+}
+
+void ImageDrive::endErase(const DriveResult& result) {
+  busy_ = false;
+  if (!profile_) return;
+  if (result.error == 0) {
+    profile_->erase();
+  } else {
+    profile_->failWriting();
+  }
+  std::string why;
+  storeProfile(why);
+}
+
+}  // namespace korvenal

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/Files.h"
+#include "platform/linux/engine/DiscProfile.h"
+#include "platform/linux/engine/Drive.h"
+
+namespace korvenal {
+
+/// A drive whose discs are image files. A disc is an ordinary ISO image, with a file of the same
+/// name and ".disc" behind it for its profile.
+class ImageDrive : public Drive {
+ public:
+  /// Called when what lies in the tray or the tray itself has changed, to keep it.
+  using Changed = std::function<void()>;
+
+  ImageDrive(Files& files, char letter, int number, Changed changed);
+  ~ImageDrive() override;
+
+  static std::string profileFileOf(const std::string& image) { return image + ".disc"; }
+  /// The profile of an image; that of a pressed disc when it has none. Nothing when there is no
+  /// such image or its profile is damaged.
+  static std::optional<DiscProfile> profileOf(Files& files, const std::string& image);
+
+  const std::string& disc() const { return image_; }
+  bool isOpen() const { return open_; }
+  bool isBusy() const { return busy_; }
+  /// Puts a disc in, or takes the old one out with an empty name. Nothing is told to `changed`.
+  void setTray(const std::string& image, bool open);
+
+  char letter() const override { return letter_; }
+  std::string devicePath() const override;
+  bool isBurner() const override { return true; }
+  bool can(std::uint8_t code) const override { return code >= 13 && code <= 18; }
+  bool isReady() override;
+  void lock(bool locked) override { locked_ = locked; }
+  void eject() override;
+  void load() override;
+  DiscState state() override;
+  std::int32_t maxSpeed() override;
+  std::shared_ptr<DiscReader> reader() override;
+  void dropReader() override;
+  std::unique_ptr<BlockReader> openBlocks() override;
+  TrackPlace place() override;
+  bool beginBurn(std::string& why) override;
+  void endBurn(const DriveResult& result) override;
+  bool beginErase() override;
+  DriveResult erase(bool quick) override;
+  void endErase(const DriveResult& result) override;
+
+ private:
+  /// The profile of the disc that the closed tray holds.
+  DiscProfile* profile();
+  bool storeProfile(std::string& why);
+
+  Files& files_;
+  char letter_;
+  int number_;
+  Changed changed_;
+  std::string image_;
+  bool open_ = false;
+  bool locked_ = false;
+  bool busy_ = false;
+  std::optional<DiscProfile> profile_;
+  std::shared_ptr<DiscReader> reader_;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,173 @@
+#include "platform/linux/engine/ImageShelf.h"
+
+#include <algorithm>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "platform/linux/engine/VolumeLabel.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr char FirstLetter = 'V';
+constexpr int MaxDrives = 5;
+constexpr std::int64_t MaxTraysBytes = 65536;
+constexpr std::size_t MaxNameBytes = 200;
+constexpr std::string_view ImageEnd = ".iso";
+
+/// A file name that no file system objects to.
+std::string fileNameOf(std::string_view text) {
+  std::string name;
+  for (const char c : Text::firstBytes(text, MaxNameBytes))
+    name += c == '/' || c == '\\' || static_cast<unsigned char>(c) < ' ' ? '_' : c;
+  if (name.empty() || name[0] == '.') name.insert(0, "Disc");
+  return name;
+}
+
+}  // namespace
+
+ImageShelf::ImageShelf(Files& files, Options options)
+    : files_(files), folder_(Paths::withEnd(options.folder)), feeder_(options.feeder) {
+  const int count = std::clamp(options.drives, 1, MaxDrives);
+  for (int i = 0; i < count; ++i)
+    drives_.push_back(std::make_unique<ImageDrive>(files_, static_cast<char>(FirstLetter + i),
+                                                   i + 1, [this] { storeTrays(); }));
+  loadTrays();
+}
+
+std::vector<char> ImageShelf::letters() const {
+  std::vector<char> all;
+  for (const auto& drive : drives_) all.push_back(drive->letter());
+  return all;
+}
+
+std::vector<Drive*> ImageShelf::drives() const {
+  std::vector<Drive*> all;
+  for (const auto& drive : drives_) all.push_back(drive.get());
+  return all;
+}
+
+ImageDrive* ImageShelf::find(char letter) const {
+  for (const auto& drive : drives_)
+    if (drive->letter() == letter) return drive.get();
+  return nullptr;
+}
+
+bool ImageShelf::isInUse(const std::string& image) const {
+  return std::any_of(drives_.begin(), drives_.end(),
+                     [&](const auto& drive) { return drive->disc() == image; });
+}
+
+ImageDisc ImageShelf::describe(const std::string& image) const {
+  ImageDisc disc;
+  const auto profile = ImageDrive::profileOf(files_, image);
+  if (!profile) return disc;
+  disc.file = image;
+  disc.typeCode = profile->type;
+  disc.capacityBlocks = profile->capacity;
+  disc.sessions = profile->sessionsTold();
+  disc.closed = !profile->isAppendable();
+  if (profile->sessions.empty()) return disc;
+  const auto blocks = openImageBlocks(image);
+  const auto head = blocks ? readVolumeHead(*blocks, 0) : std::nullopt;
+  if (head) disc.label = head->label;
+  return disc;
+}
+
+ImageDisc ImageShelf::discIn(char letter) const {
+  const ImageDrive* drive = find(letter);
+  return drive != nullptr && !drive->disc().empty() ? describe(drive->disc()) : ImageDisc();
+}
+
+bool ImageShelf::isOpen(char letter) const {
+  const ImageDrive* drive = find(letter);
+  return drive != nullptr && drive->isOpen();
+}
+
+std::vector<ImageDisc> ImageShelf::discsOnShelf() const {
+  std::vector<ImageDisc> discs;
+  for (const std::string& name : files_.listFolder(folder_)) {
+    const std::string image = folder_ + name;
+    if (!Text::endsWith(Text::toLower(name), ImageEnd) || isInUse(image)) continue;
+    ImageDisc disc = describe(image);
+    if (!disc.file.empty()) discs.push_back(std::move(disc));
+  }
+  return discs;
+}
+
+std::string ImageShelf::freeName(const std::string& name) const {
+  const std::string stem = folder_ + fileNameOf(name);
+  std::string image = stem + std::string(ImageEnd);
+  for (int number = 2; files_.doFileExists(image); ++number)
+    image = stem + " " + std::to_string(number) + std::string(ImageEnd);
+  return image;
+}
+
+bool ImageShelf::insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
+                             std::int64_t blocks) {
+  ImageDrive* drive = find(letter);
+  if (drive == nullptr || drive->isBusy() || !DiscTypes::isRecordable(typeCode) || blocks < 0)
+    return false;
+  if (!files_.doCreateFolderPath(folder_)) return false;
+  const std::string image = freeName(name);
+  // The profile first: an image without one would pass for a pressed disc.
+  const std::string profile = DiscProfile::blank(typeCode, blocks).toText();
+  if (!files_.writeAll(ImageDrive::profileFileOf(image), profile)) return false;
+  const auto file = files_.doCreateFile(image);
+  if (!file || !file->finish()) {
+    files_.doDeleteFile(ImageDrive::profileFileOf(image));
+    return false;
+  }
+  return insert(letter, image);
+}
+
+bool ImageShelf::insert(char letter, const std::string& file) {
+  ImageDrive* drive = find(letter);
+  const std::string image = Paths::isNative(file) ? file : folder_ + file;
+  if (drive == nullptr || drive->isBusy() || (drive->disc() != image && isInUse(image)) ||
+      !ImageDrive::profileOf(files_, image))
+    return false;
+  drive->setTray(image, false);
+  storeTrays();
+  return true;
+}
+
+bool ImageShelf::remove(char letter) {
+  ImageDrive* drive = find(letter);
+  if (drive == nullptr || drive->isBusy()) return false;
+  drive->setTray({}, true);
+  storeTrays();
+  return true;
+}
+
+void ImageShelf::loadTrays() {
+  const auto text = files_.readAll(folder_ + "trays", MaxTraysBytes);
+  if (!text) return;
+  for (const std::string& line : Text::split(*text, '\n')) {
+    const auto fields = Text::split(line, '\t');
+    if (fields.size() != 3 || fields[0].size() != 1) continue;
+    ImageDrive* drive = find(fields[0][0]);
+    if (drive == nullptr) continue;
+    std::string image = fields[2];
+    if (!image.empty() && !Paths::isNative(image)) image.insert(0, folder_);
+    const bool there = !image.empty() && files_.doFileExists(image) && !isInUse(image);
+    drive->setTray(there ? image : std::string(), fields[1] == "open");
+  }
+}
+
+void ImageShelf::storeTrays() {
+  std::string text;
+  for (const auto& drive : drives_) {
+    std::string image = drive->disc();
+    if (image.find_first_of("\t\n") != std::string::npos) image.clear();
+    if (Paths::doGetFolderPart(image) == Paths::withoutEnd(folder_))
+      image = Paths::doGetFilePart(image);
+    text += std::string(1, drive->letter()) + '\t' + (drive->isOpen() ? "open" : "closed") + '\t' +
+            image + '\n';
+  }
+  // A tray whose state cannot be kept still works until the program ends.
+  if (files_.doCreateFolderPath(folder_)) files_.writeAll(folder_ + "trays", text);
+}
+
+}  // namespace korvenal

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/BurnEngine.h"
+#include "platform/Clock.h"
+#include "platform/linux/engine/BlockReader.h"
+#include "platform/linux/engine/SourceStream.h"
+
+struct Iso_Image;
+struct iso_write_opts;
+
+namespace korvenal {
+
+struct ImageRelease {
+  void operator()(Iso_Image* image) const;
+};
+struct WriteOptionsRelease {
+  void operator()(iso_write_opts* options) const;
+};
+using ImagePtr = std::unique_ptr<Iso_Image, ImageRelease>;
+using WriteOptionsPtr = std::unique_ptr<iso_write_opts, WriteOptionsRelease>;
+
+/// A tree that is ready to be written. Its parts refer to each other, so it stays where it is.
+struct PreparedTrack {
+  static constexpr std::size_t HeadBytes = 65536;
+
+  std::vector<StreamSource> sources;
+  StreamContext context;
+  std::vector<FileFault> leftOut;  ///< files that are not in the tree
+  std::uint32_t startBlock = 0;
+  std::int64_t blocks = 0;  ///< size of the track
+  std::int64_t gap = 0;     ///< blocks in front of it that it takes from the disc's room as well
+  bool joliet = true;
+  bool appended = false;
+  /// What goes to the start of the disc after the track, to lead to its tree.
+  std::vector<std::uint8_t> head = std::vector<std::uint8_t>(HeadBytes);
+  ImagePtr image;
+
+  std::int64_t imageBlocks() const { return gap + blocks; }
+  /// Options for one run over the image.
+  WriteOptionsPtr writeOptions();
+};
+
+/// The tree of the next track, gathered name by name and turned into the library's at the end.
+class IsoLayout {
+ public:
+  /// A range of a source file; `length` -1 takes the whole file.
+  struct Range {
+    std::int64_t offset = 0;
+    std::int64_t length = -1;
+  };
+  struct NewFile {
+    std::string_view parent;  ///< disc path; "\" is the root
+    std::string_view name;
+    std::string source;  ///< native path
+    Range range;
+    std::optional<PlannedSource> planned;
+  };
+  struct Request {
+    std::uint32_t startBlock = 0;
+    std::int64_t gap = 0;  ///< as in PreparedTrack
+    bool joliet = true;
+    bool skipFaults = true;  ///< leaves out files that cannot be read; else the preparation fails
+    bool replace = false;    ///< a new file takes the place of an imported one of the same name
+    /// Where earlier sessions are taken from; with none the tree stands alone.
+    std::function<std::unique_ptr<BlockReader>()> openEarlier;
+    std::uint32_t earlierStart = 0;
+    std::function<bool()> pump;  ///< called between bounded pieces of work; true stops
+  };
+
+  explicit IsoLayout(const Clock& clock) : clock_(clock) { clear(); }
+
+  void clear();
+  void createDir(std::string_view parent, std::string_view name);
+  void insert(NewFile file);
+  /// Null when it failed or was stopped; `why` tells.
+  std::shared_ptr<PreparedTrack> prepare(Request request, std::string& why) const;
+
+ private:
+  struct Folder {
+    std::string name;
+    std::uint32_t parent = 0;
+  };
+  struct File {
+    std::string name;
+    std::uint32_t parent = 0;
+    std::string source;
+    Range range;
+    std::optional<PlannedSource> planned;
+  };
+  friend class TreeBuilder;
+
+  std::uint32_t folderId(std::string_view path);
+  std::string pathOf(std::uint32_t folder, const std::string& name) const;
+
+  const Clock& clock_;
+  std::vector<Folder> folders_;  ///< the root first, parents before their children
+  std::vector<File> files_;
+  std::unordered_map<std::string, std::uint32_t> ids_;  ///< by disc path; "" is the root
+  std::string lastPath_;
+  std::uint32_t lastId_ = 0;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/linux/engine/BlockCache.h"
+
+struct iso_data_source;
+struct iso_read_opts;
+
+namespace korvenal {
+
+struct DataSourceRelease {
+  void operator()(iso_data_source* source) const;
+};
+struct ReadOptionsRelease {
+  void operator()(iso_read_opts* options) const;
+};
+using DataSourcePtr = std::unique_ptr<iso_data_source, DataSourceRelease>;
+using ReadOptionsPtr = std::unique_ptr<iso_read_opts, ReadOptionsRelease>;
+
+/// A disc as the library reads it. It keeps the cache as long as it lives.
+DataSourcePtr newDataSource(std::shared_ptr<BlockCache> cache);
+/// How trees are read here: the one at block `start`, names as UTF-8, without extras that cost.
+ReadOptionsPtr newReadOptions(std::uint32_t start);
+
+}  // namespace korvenal

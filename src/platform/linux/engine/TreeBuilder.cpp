@@ -1,0 +1,276 @@
+#include "platform/linux/engine/TreeBuilder.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <system_error>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "platform/linux/engine/DiscReader.h"
+#include "platform/linux/engine/IsoSource.h"
+#include "platform/linux/engine/TrackFeed.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr std::size_t MaxNameBytes = 255;
+constexpr int PumpEvery = 64;  ///< files or nodes: some tenths of a millisecond
+constexpr std::int64_t MaxEarlierEntries = 4'000'000;
+constexpr mode_t FolderMode = 0755;
+
+bool isNameForDisc(std::string_view name) {
+  return !name.empty() && name.size() <= MaxNameBytes && name != "." && name != ".." &&
+         name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
+}
+
+/// A second file of a name that is taken: "name (2)".
+std::string alternative(const std::string& name, int number) {
+  const std::string end = " (" + std::to_string(number) + ")";
+  return std::string(Text::firstBytes(name, MaxNameBytes - end.size())) + end;
+}
+
+}  // namespace
+
+void ImageRelease::operator()(Iso_Image* image) const {
+  iso_image_unref(image);
+}
+void WriteOptionsRelease::operator()(iso_write_opts* options) const {
+  iso_write_opts_free(options);
+}
+
+WriteOptionsPtr PreparedTrack::writeOptions() {
+  IsoWriteOpts* plain = nullptr;
+  if (iso_write_opts_new(&plain, 0) < 0) return nullptr;
+  WriteOptionsPtr options(plain);
+  iso_write_opts_set_iso_level(plain, 3);
+  iso_write_opts_set_rockridge(plain, 1);
+  iso_write_opts_set_joliet(plain, joliet ? 1 : 0);
+  // Without these, other readers lose files in deep folders and with long names.
+  iso_write_opts_set_allow_deep_paths(plain, 1);
+  iso_write_opts_set_allow_longer_paths(plain, 1);
+  iso_write_opts_set_joliet_longer_paths(plain, 1);
+  iso_write_opts_set_joliet_long_names(plain, 1);
+  iso_write_opts_set_output_charset(plain, "UTF-8");
+  // Labels hold blanks and '#', which the strict rules would turn into '_'.
+  iso_write_opts_set_relaxed_vol_atts(plain, 1);
+  iso_write_opts_set_ms_block(plain, startBlock);
+  iso_write_opts_set_appendable(plain, appended ? 1 : 0);
+  iso_write_opts_set_overwrite_buf(plain, head.data());
+  return options;
+}
+
+bool TreeBuilder::stopped() {
+  if (++pieces_ % PumpEvery != 0 || !request_.pump || !request_.pump()) return false;
+  why_ = "Operation canceled";
+  return true;
+}
+
+std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
+  track_->startBlock = request_.startBlock;
+  track_->gap = request_.gap;
+  track_->joliet = request_.joliet;
+  track_->context.skipFaults = request_.skipFaults;
+  IsoImage* image = nullptr;
+  const bool made = iso_image_new("", &image) >= 0;
+  track_->image.reset(image);
+  if (!made) why_ = "Out of memory";
+  if (made && inspectSources() && importEarlier() && addChildren() && measure()) return track_;
+  why = why_;
+  return nullptr;
+}
+
+bool TreeBuilder::inspectSources() {
+  looks_.resize(layout_.files_.size());
+  // Streams point into this: it must not move any more.
+  track_->sources.resize(layout_.files_.size());
+  for (std::uint32_t i = 0; i < layout_.files_.size(); ++i)
+    if (stopped() || !inspect(i)) return false;
+  return true;
+}
+
+bool TreeBuilder::leaveOut(std::uint32_t index, const std::string& reason) {
+  const auto& file = layout_.files_[index];
+  looks_[index].leftOut = true;
+  track_->leftOut.push_back({layout_.pathOf(file.parent, file.name), file.source, reason});
+  if (request_.skipFaults) return true;
+  why_ = reason;
+  return false;
+}
+
+bool TreeBuilder::inspect(std::uint32_t index) {
+  const auto& file = layout_.files_[index];
+  if (!isNameForDisc(file.name)) return leaveOut(index, "The name is not possible on a disc");
+  struct stat status {};
+  int error = 0;
+  if (!openSourceFile(file.source, status, error))
+    return leaveOut(index, std::system_category().message(error));
+  const auto& planned = file.planned;
+  const std::int64_t length = file.range.length < 0 ? status.st_size : file.range.length;
+  // Written so that no sum of what was given can overflow.
+  const bool fits = file.range.offset >= 0 && file.range.offset <= status.st_size &&
+                    length <= status.st_size - file.range.offset;
+  if (!fits || (planned && (planned->size != status.st_size ||
+                            planned->modified.value_or(status.st_mtime) != status.st_mtime)))
+    return leaveOut(index, "The file has changed");
+  looks_[index] = {status.st_mode & 0777, status.st_uid, status.st_gid, status.st_mtime, false};
+  track_->sources[index] = {file.source, layout_.pathOf(file.parent, file.name), file.range.offset,
+                            length, markOf(status)};
+  return true;
+}
+
+/// Goes through the earlier tree once, because the library would follow a crafted loop of folders
+/// for ever.
+bool TreeBuilder::isEarlierSane() {
+  const auto reader = DiscReader::open(request_.openEarlier(), request_.earlierStart);
+  if (!reader) return false;
+  std::vector<std::string> waiting = {""};
+  std::int64_t entries = 0;
+  while (!waiting.empty()) {
+    const std::string folder = std::move(waiting.back());
+    waiting.pop_back();
+    for (const std::string& name : reader->list(folder)) {
+      if (stopped() || ++entries > MaxEarlierEntries) return false;
+      std::string path = folder;
+      if (!path.empty()) path += Paths::DiscSeparator;
+      path += name;
+      if (reader->info(path).kind == FileInfo::Kind::Folder) waiting.push_back(std::move(path));
+    }
+  }
+  return true;
+}
+
+bool TreeBuilder::importEarlier() {
+  IsoImage* image = track_->image.get();
+  if (request_.openEarlier) {
+    const auto cache = std::make_shared<BlockCache>(request_.openEarlier());
+    const DataSourcePtr source = newDataSource(cache);
+    const ReadOptionsPtr options = newReadOptions(request_.earlierStart);
+    if (!isEarlierSane() || !source || !options ||
+        iso_image_import(image, source.get(), options.get(), nullptr) < 0) {
+      why_ = "The earlier sessions cannot be read";
+      return false;
+    }
+    track_->appended = true;
+  }
+  return iso_image_set_truncate_mode(image, 0, MaxNameBytes) >= 0;
+}
+
+const std::string& TreeBuilder::nameOf(const Child& child) const {
+  return child.isFolder ? layout_.folders_[child.index].name : layout_.files_[child.index].name;
+}
+
+/// By parent; in a folder by descending names, because the library searches its sorted lists from
+/// the front; of one name the folder first.
+std::vector<TreeBuilder::Child> TreeBuilder::sortedChildren() const {
+  std::vector<Child> children;
+  children.reserve(layout_.folders_.size() + layout_.files_.size());
+  for (std::uint32_t i = 1; i < layout_.folders_.size(); ++i)
+    children.push_back({layout_.folders_[i].parent, true, i});
+  for (std::uint32_t i = 0; i < layout_.files_.size(); ++i)
+    if (!looks_[i].leftOut) children.push_back({layout_.files_[i].parent, false, i});
+  std::sort(children.begin(), children.end(), [this](const Child& a, const Child& b) {
+    if (a.parent != b.parent) return a.parent < b.parent;
+    const int order = nameOf(a).compare(nameOf(b));
+    if (order != 0) return order > 0;
+    return a.isFolder != b.isFolder ? a.isFolder : a.index < b.index;
+  });
+  return children;
+}
+
+bool TreeBuilder::addChildren() {
+  folders_.resize(layout_.folders_.size());
+  IsoDir* root = iso_image_get_root(track_->image.get());
+  folders_[0] = root;
+  const Look look{FolderMode, 0, 0, layout_.clock_.now(), false};
+  dress(reinterpret_cast<IsoNode*>(root), look);
+  // Parents have smaller indices than their children, so they are there first.
+  for (const Child& child : sortedChildren()) {
+    if (stopped()) return false;
+    if (!(child.isFolder ? addFolder(child) : addFile(child))) return false;
+  }
+  return true;
+}
+
+void TreeBuilder::dress(IsoNode* node, const Look& look) const {
+  iso_node_set_permissions(node, look.mode);
+  iso_node_set_uid(node, look.owner);
+  iso_node_set_gid(node, look.group);
+  iso_node_set_mtime(node, look.modified);
+  iso_node_set_atime(node, look.modified);
+  iso_node_set_ctime(node, look.modified);
+}
+
+bool TreeBuilder::addFolder(const Child& child) {
+  IsoDir* parent = folders_[child.parent];
+  const std::string& name = nameOf(child);
+  if (parent == nullptr || !isNameForDisc(name)) return true;  // its files are told one by one
+  IsoDir* folder = nullptr;
+  const int result = iso_image_add_new_dir(track_->image.get(), parent, name.c_str(), &folder);
+  if (result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE)) {
+    // An earlier session has it.
+    IsoNode* node = nullptr;
+    if (iso_image_dir_get_node(track_->image.get(), parent, name.c_str(), &node, 0) == 1 &&
+        iso_node_get_type(node) == LIBISO_DIR)
+      folder = reinterpret_cast<IsoDir*>(node);
+  } else if (result < 0) {
+    why_ = iso_error_to_msg(result);
+    return false;
+  }
+  if (folder != nullptr)
+    dress(reinterpret_cast<IsoNode*>(folder), {FolderMode, 0, 0, layout_.clock_.now(), false});
+  folders_[child.index] = folder;
+  return true;
+}
+
+bool TreeBuilder::insertFile(IsoDir* parent, std::uint32_t index, const std::string& name,
+                             int& result) {
+  IsoStream* stream = newSourceStream(track_->sources[index], track_->context, index + 1);
+  IsoFile* file = nullptr;
+  result = stream == nullptr
+               ? static_cast<int>(ISO_OUT_OF_MEM)
+               : iso_image_add_new_file(track_->image.get(), parent, name.c_str(), stream, &file);
+  if (result < 0) {
+    if (stream != nullptr) iso_stream_unref(stream);
+    return false;
+  }
+  dress(reinterpret_cast<IsoNode*>(file), looks_[index]);
+  return true;
+}
+
+bool TreeBuilder::addFile(const Child& child) {
+  IsoDir* parent = folders_[child.parent];
+  const std::string& name = nameOf(child);
+  if (parent == nullptr) return leaveOut(child.index, "The folder is not possible on the disc");
+  int result = 0;
+  if (insertFile(parent, child.index, name, result)) return true;
+  if (result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE) && request_.replace) {
+    IsoNode* old = nullptr;
+    if (iso_image_dir_get_node(track_->image.get(), parent, name.c_str(), &old, 0) == 1 &&
+        iso_node_get_type(old) == LIBISO_FILE && iso_node_remove(old) >= 0 &&
+        insertFile(parent, child.index, name, result))
+      return true;
+  }
+  for (int number = 2; result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE); ++number)
+    if (insertFile(parent, child.index, alternative(name, number), result)) return true;
+  why_ = iso_error_to_msg(result);
+  return false;
+}
+
+bool TreeBuilder::measure() {
+  const WriteOptionsPtr options = track_->writeOptions();
+  if (!options) return false;
+  iso_write_opts_set_will_cancel(options.get(), 1);
+  ::burn_source* source = nullptr;
+  const int result = iso_image_create_burn_source(track_->image.get(), options.get(), &source);
+  if (result < 0) {
+    why_ = iso_error_to_msg(result);
+    return false;
+  }
+  track_->blocks = TrackFeed(reinterpret_cast<burn::burn_source*>(source)).bytes() / BlockBytes;
+  return true;
+}
+
+}  // namespace korvenal

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <libisofs/libisofs.h>
+
+#include "platform/linux/engine/IsoLayout.h"
+
+namespace korvenal {
+
+/// Turns a layout into the library's tree, in bounded pieces of work. Used once.
+class TreeBuilder {
+ public:
+  TreeBuilder(const IsoLayout& layout, IsoLayout::Request request)
+      : layout_(layout), request_(std::move(request)) {}
+
+  std::shared_ptr<PreparedTrack> build(std::string& why);
+
+ private:
+  /// A folder or file of the layout, by its index there.
+  struct Child {
+    std::uint32_t parent = 0;
+    bool isFolder = false;
+    std::uint32_t index = 0;
+  };
+  /// What the tree shall tell of a file.
+  struct Look {
+    mode_t mode = 0;
+    uid_t owner = 0;
+    gid_t group = 0;
+    std::int64_t modified = 0;
+    bool leftOut = false;
+  };
+
+  bool stopped();
+  bool inspectSources();
+  bool inspect(std::uint32_t index);
+  bool leaveOut(std::uint32_t index, const std::string& reason);
+  bool importEarlier();
+  bool isEarlierSane();
+  bool addChildren();
+  std::vector<Child> sortedChildren() const;
+  const std::string& nameOf(const Child& child) const;
+  bool addFolder(const Child& child);
+  bool addFile(const Child& child);
+  bool insertFile(IsoDir* parent, std::uint32_t index, const std::string& name, int& result);
+  void dress(IsoNode* node, const Look& look) const;
+  bool measure();
+
+  const IsoLayout& layout_;
+  IsoLayout::Request request_;
+  std::shared_ptr<PreparedTrack> track_ = std::make_shared<PreparedTrack>();
+  std::vector<Look> looks_;       ///< one a file
+  std::vector<IsoDir*> folders_;  ///< one a folder; null where it could not be made
+  std::string why_;
+  int pieces_ = 0;
+};
+
+}  // namespace korvenal

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/linux/engine/BlockReader.h"
+
+namespace korvenal {
+
+/// What the volume descriptors say of a tree that begins at block `start`.
+struct VolumeHead {
+  std::string label;
+  std::uint32_t blocks = 0;  ///< size of the volume as the tree tells it
+};
+
+/// Reads the volume descriptors of ISO 9660. Nothing when there is none. The label comes from the
+/// Joliet descriptor when the primary one could not hold its characters.
+std::optional<VolumeHead> readVolumeHead(BlockReader& disc, std::uint32_t start);
+
+}  // namespace korvenal
