@@ -38,7 +38,11 @@ void ActionController::PBNext(int action) {
   if (action != Erase && stepOf(action) == DefineStep) {
     doShowStep(action, RunStep);
   } else {
-    doCall(runs.start[static_cast<std::size_t>(action)]);
+    const auto at = static_cast<std::size_t>(action);
+    // A run may be stopped at any time but when it says otherwise itself.
+    pages_[at].pbStopEnabled = true;
+    doCall(runs.start[at]);
+    pages_[at].pbStopEnabled = false;
   }
 }
 

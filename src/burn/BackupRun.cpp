@@ -41,6 +41,11 @@ BackupResult BackupRun::doStartBackup() {
     doRefuse("No file need to be backup.", MessageIcon::Warning);
     return {End::NothingToDo, {}};
   }
+  // A stop during the summary; the run would clear the flag.
+  if (state.StopAction) {
+    services_.grids.doEventMessage("Action stop by user.");
+    return {End::Stopped, {}};
+  }
   const FlagScope running(state.ActionRunning);
   const End end = doRunBackup();
   return {end, writer_.faults};
