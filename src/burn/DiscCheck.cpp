@@ -4,7 +4,7 @@ namespace korvenal {
 
 bool DiscCheck::isWritable(DiscAttempt& attempt) const {
   attempt.type = services_.engine.do_DiscIs();
-  if (attempt.type == DiscUnknown) {
+  if (attempt.type == DiscNone) {
     attempt.record.discType = "Unknown";
     attempt.doFail("Error: Unknown disc type.");
     return false;

@@ -45,7 +45,7 @@ void DiscPreparation::doTakeOverSessions(DiscAttempt& attempt) const {
   }
   if (attempt.type == DiscDvdRam || engine.do_SessionsOnDisc() == 0) return;
   attempt.appending = true;
-  const bool writeOnceDvd = attempt.type == DiscDvdMinusR || attempt.type == DiscDvdPlusR;
+  const bool writeOnceDvd = attempt.type == DiscDvdR || attempt.type == DiscDvdPlusR;
   if (writeOnceDvd && planned(attempt) > Fixed4(LargeFileLimit)) {
     services_.state.TaskError = -1;
     return;

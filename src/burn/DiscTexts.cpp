@@ -31,7 +31,7 @@ constexpr SpeedFamily CdFamily = {176, 54};
 constexpr SpeedFamily DvdFamily = {1385, 22};
 
 bool isDvd(std::uint8_t type) {
-  return type >= DiscDvdRom && type <= DiscDvdPlusRDualLayer;
+  return type >= DiscDvdRom && type <= DiscDvdPlusRDl;
 }
 
 /// The multiple to set, 0 to leave the drive at its maximum.
@@ -117,7 +117,7 @@ std::int32_t DiscTexts::speedNow(Transfer transfer) const {
 
 std::string DiscTexts::doSetDriveSpeed(std::uint8_t& type, const SpeedSetting& setting,
                                        Transfer transfer) {
-  if (type == DiscUnknown) type = engine_.do_DiscIs();
+  if (type == DiscNone) type = engine_.do_DiscIs();
   const SpeedFamily& family = isDvd(type) ? DvdFamily : CdFamily;
   engine_.do_SetDeviceSpeed(0, 0);
   const std::int64_t multiple = multipleFor(isDvd(type) ? setting.dvd : setting.cd, family.listTop,

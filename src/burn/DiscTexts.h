@@ -4,22 +4,10 @@
 #include <string>
 
 #include "platform/BurnEngine.h"
+#include "platform/DiscType.h"
 #include "platform/Fixed4.h"
 
 namespace korvenal {
-
-/// Disc type codes that decisions depend on; the others only have a name.
-enum DiscType : std::uint8_t {
-  DiscUnknown = 0,
-  DiscCdRom = 1,
-  DiscDvdRom = 4,
-  DiscDvdMinusR = 5,
-  DiscDvdRam = 6,
-  DiscDvdPlusRw = 10,
-  DiscDvdPlusR = 11,
-  DiscDvdPlusRDualLayer = 12,
-  DiscCdRomOther = 13,
-};
 
 /// The name of a disc type code; empty for a code that has none.
 std::string doGetDiscTypeName(std::uint8_t type);

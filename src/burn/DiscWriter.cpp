@@ -10,7 +10,7 @@ constexpr std::size_t LabelBytes = 16;
 
 /// Discs whose drive must read their table of contents anew before it tells what was burned.
 bool needsReset(std::uint8_t type) {
-  return type == DiscDvdPlusRw || type == DiscDvdPlusR || type == DiscDvdPlusRDualLayer;
+  return type == DiscDvdPlusRw || type == DiscDvdPlusR || type == DiscDvdPlusRDl;
 }
 
 }  // namespace

@@ -118,7 +118,7 @@ DiscRestore::Next DiscRestore::doRestoreDisc(const DiscInHand& disc, TargetFolde
 bool DiscRestore::doTryDisc(Attempt& attempt, TargetFolder& target) {
   BurnEngine& engine = services_.engine;
   std::uint8_t type = engine.do_DiscIs();
-  if (type == DiscUnknown) {
+  if (type == DiscNone) {
     attempt.record.discType = "Unknown";
     doFail(attempt, "Error: Unknown disc type.");
     return true;

@@ -6,24 +6,9 @@
 #include <string_view>
 #include <vector>
 
-namespace korvenal {
+#include "platform/DiscType.h"
 
-/// The disc type codes of the engine.
-enum DiscType : std::uint8_t {
-  DiscNone = 0,
-  DiscCdRom = 1,
-  DiscCdR = 2,
-  DiscCdRw = 3,
-  DiscDvdRom = 4,
-  DiscDvdR = 5,
-  DiscDvdRam = 6,
-  DiscDvdRwRestricted = 7,
-  DiscDvdRwAny = 8,
-  DiscDvdRw = 9,
-  DiscDvdPlusRw = 10,
-  DiscDvdPlusR = 11,
-  DiscDvdPlusRDl = 12,
-};
+namespace korvenal {
 
 /// How a type of disc behaves.
 namespace DiscTypes {
