@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <zip.h>
 
 #include <algorithm>
 #include <array>
@@ -17,9 +18,6 @@
 #include <optional>
 #include <string_view>
 #include <vector>
-
-#include <minizip/unzip.h>
-#include <minizip/zip.h>
 
 #include "platform/Paths.h"
 #include "platform/linux/Descriptor.h"
@@ -109,43 +107,78 @@ std::optional<Packed> pack(const MappedFile& text) {
   return packed;
 }
 
-zip_fileinfo entryInfo(std::time_t modified) {
-  zip_fileinfo info{};
-  std::tm local{};
-  localtime_r(&modified, &local);
-  info.tmz_date.tm_sec = static_cast<uInt>(local.tm_sec);
-  info.tmz_date.tm_min = static_cast<uInt>(local.tm_min);
-  info.tmz_date.tm_hour = static_cast<uInt>(local.tm_hour);
-  info.tmz_date.tm_mday = static_cast<uInt>(local.tm_mday);
-  info.tmz_date.tm_mon = static_cast<uInt>(local.tm_mon);
-  info.tmz_date.tm_year = static_cast<uInt>(std::max(local.tm_year + 1900, 1980));
-  info.external_fa = static_cast<uLong>(S_IFREG | 0600) << 16;
-  return info;
-}
-
-bool writePacked(zipFile zip, const Packed& packed) {
-  for (std::size_t at = 0; at < packed.size; at += PieceBytes) {
-    const std::size_t count = std::min(PieceBytes, packed.size - at);
-    if (zipWriteInFileInZip(zip, packed.bytes.get() + at, static_cast<unsigned>(count)) != ZIP_OK)
-      return false;
+/// Hands the packed form to libzip as the content of an entry that needs no more packing.
+class PackedSource {
+ public:
+  PackedSource(const MappedFile& text, const Packed& packed) : packed_(packed) {
+    zip_error_init(&error_);
+    zip_stat_init(&stat_);
+    stat_.valid =
+        ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_MTIME | ZIP_STAT_CRC | ZIP_STAT_COMP_METHOD;
+    stat_.size = text.size();
+    stat_.comp_size = packed.size;
+    stat_.mtime = text.modified();
+    stat_.crc = libdeflate_crc32(0, text.bytes(), text.size());
+    stat_.comp_method = ZIP_CM_DEFLATE;
   }
-  return true;
-}
+  ~PackedSource() { zip_error_fini(&error_); }
+  PackedSource(const PackedSource&) = delete;
+  PackedSource& operator=(const PackedSource&) = delete;
 
-bool addEntry(zipFile zip, const std::string& name, const MappedFile& text, const Packed& packed,
+  static zip_int64_t serve(void* self, void* data, zip_uint64_t size, zip_source_cmd_t command) {
+    return static_cast<PackedSource*>(self)->serve(data, size, command);
+  }
+
+ private:
+  zip_int64_t serve(void* data, zip_uint64_t size, zip_source_cmd_t command) {
+    switch (command) {
+      case ZIP_SOURCE_OPEN:
+        at_ = 0;
+        return 0;
+      case ZIP_SOURCE_READ: {
+        const std::size_t count = std::min<std::size_t>(size, packed_.size - at_);
+        std::memcpy(data, packed_.bytes.get() + at_, count);
+        at_ += count;
+        return static_cast<zip_int64_t>(count);
+      }
+      case ZIP_SOURCE_STAT:
+        if (size < sizeof stat_) return -1;
+        std::memcpy(data, &stat_, sizeof stat_);
+        return sizeof stat_;
+      case ZIP_SOURCE_ERROR:
+        return zip_error_to_data(&error_, data, size);
+      case ZIP_SOURCE_SUPPORTS:
+        return ZIP_SOURCE_SUPPORTS_READABLE;
+      case ZIP_SOURCE_CLOSE:
+      case ZIP_SOURCE_FREE:
+        return 0;
+      default:
+        zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
+        return -1;
+    }
+  }
+
+  const Packed& packed_;
+  zip_stat_t stat_{};
+  zip_error_t error_{};
+  std::size_t at_ = 0;
+};
+
+using Zip = std::unique_ptr<zip_t, void (*)(zip_t*)>;
+
+bool addEntry(zip_t* zip, const std::string& name, PackedSource& content,
               const std::string& password) {
-  constexpr uLong UnixMadeBy = (3 << 8) | 20;
-  constexpr uLong NameIsUtf8 = 1 << 11;
-  const uLong checksum = libdeflate_crc32(0, text.bytes(), text.size());
-  const zip_fileinfo info = entryInfo(text.modified());
-  const int zip64 = text.size() >= 0xFFFFFFFF ? 1 : 0;
-  constexpr int Raw = 1;
-  if (zipOpenNewFileInZip4_64(zip, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
-                              Level, Raw, -MAX_WBITS, DEF_MEM_LEVEL, Z_DEFAULT_STRATEGY,
-                              password.c_str(), checksum, UnixMadeBy, NameIsUtf8, zip64) != ZIP_OK)
+  zip_source_t* source = zip_source_function(zip, &PackedSource::serve, &content);
+  if (source == nullptr) return false;
+  const zip_int64_t index = zip_file_add(zip, name.c_str(), source, ZIP_FL_ENC_UTF_8);
+  if (index < 0) {
+    zip_source_free(source);
     return false;
-  const bool written = writePacked(zip, packed);
-  return zipCloseFileInZipRaw64(zip, text.size(), checksum) == ZIP_OK && written;
+  }
+  const auto entry = static_cast<zip_uint64_t>(index);
+  constexpr zip_uint32_t Attributes = static_cast<zip_uint32_t>(S_IFREG | 0600) << 16;
+  return zip_file_set_external_attributes(zip, entry, 0, ZIP_OPSYS_UNIX, Attributes) == 0 &&
+         zip_file_set_encryption(zip, entry, ZIP_EM_TRAD_PKWARE, password.c_str()) == 0;
 }
 
 int compressFile(const std::string& archive, const std::string& file, const std::string& password) {
@@ -153,103 +186,50 @@ int compressFile(const std::string& archive, const std::string& file, const std:
   if (!text.valid()) return Failed;
   const std::optional<Packed> packed = pack(text);
   if (!packed) return Failed;
-  // minizip opens by path; the file is there already, with the right permissions.
+  // An archive that stands there already keeps its permissions.
   if (!createPrivate(archive)) return Failed;
-  zipFile zip = zipOpen64(archive.c_str(), APPEND_STATUS_CREATE);
-  if (zip == nullptr) return Failed;
-  const std::string name(Paths::doGetFilePart(file));
-  const bool added = addEntry(zip, name, text, *packed, password);
-  return zipClose(zip, nullptr) == ZIP_OK && added ? 0 : Failed;
+  PackedSource content(text, *packed);
+  Zip zip(zip_open(archive.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr), zip_discard);
+  if (!zip || !addEntry(zip.get(), std::string(Paths::doGetFilePart(file)), content, password))
+    return Failed;
+  if (zip_close(zip.get()) != 0) return Failed;
+  zip.release();
+  return 0;
 }
 
-/// An archive in memory, as minizip reads it.
-class MemoryArchive {
- public:
-  explicit MemoryArchive(const std::string& bytes) : bytes_(bytes) {
-    zlib_filefunc64_def functions{};
-    functions.zopen64_file = [](voidpf self, const void*, int) -> voidpf { return self; };
-    functions.zread_file = [](voidpf self, voidpf, void* out, uLong count) {
-      return of(self).read(static_cast<char*>(out), count);
-    };
-    functions.ztell64_file = [](voidpf self, voidpf) -> ZPOS64_T { return of(self).at_; };
-    functions.zseek64_file = [](voidpf self, voidpf, ZPOS64_T offset, int origin) {
-      return of(self).seek(offset, origin);
-    };
-    functions.zclose_file = [](voidpf, voidpf) { return 0; };
-    functions.zerror_file = [](voidpf, voidpf) { return 0; };
-    functions.opaque = this;
-    zip_ = unzOpen2_64("", &functions);
-  }
-  ~MemoryArchive() {
-    if (zip_ != nullptr) unzClose(zip_);
-  }
-  MemoryArchive(const MemoryArchive&) = delete;
-  MemoryArchive& operator=(const MemoryArchive&) = delete;
+/// An archive of one entry, in memory; null for anything else.
+Zip openArchive(const std::string& bytes) {
+  Zip zip(nullptr, zip_discard);
+  zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
+  if (source == nullptr) return zip;
+  zip.reset(zip_open_from_source(source, ZIP_RDONLY, nullptr));
+  if (!zip) zip_source_free(source);
+  if (zip && zip_get_num_entries(zip.get(), 0) != 1) zip.reset();
+  return zip;
+}
 
-  unzFile zip() const { return zip_; }
-
-  /// Goes to the one entry of the archive. Nothing when it is no zip archive of one entry.
-  std::optional<std::pair<std::string, std::uint64_t>> findEntry() const {
-    unz_global_info64 all{};
-    if (zip_ == nullptr || unzGetGlobalInfo64(zip_, &all) != UNZ_OK || all.number_entry != 1)
-      return std::nullopt;
-    unz_file_info64 info{};
-    std::array<char, 1024> name{};
-    if (unzGoToFirstFile(zip_) != UNZ_OK ||
-        unzGetCurrentFileInfo64(zip_, &info, name.data(), name.size() - 1, nullptr, 0, nullptr,
-                                0) != UNZ_OK)
-      return std::nullopt;
-    return std::pair{std::string(name.data()), static_cast<std::uint64_t>(info.uncompressed_size)};
-  }
-
- private:
-  static MemoryArchive& of(voidpf self) { return *static_cast<MemoryArchive*>(self); }
-
-  uLong read(char* out, uLong count) {
-    const std::size_t taken = std::min<std::size_t>(count, bytes_.size() - at_);
-    std::memcpy(out, bytes_.data() + at_, taken);
-    at_ += taken;
-    return taken;
-  }
-
-  long seek(ZPOS64_T offset, int origin) {
-    const std::size_t base = origin == ZLIB_FILEFUNC_SEEK_CUR   ? at_
-                             : origin == ZLIB_FILEFUNC_SEEK_END ? bytes_.size()
-                                                                : 0;
-    if (offset > bytes_.size() - base) return -1;
-    at_ = base + offset;
-    return 0;
-  }
-
-  const std::string& bytes_;
-  std::size_t at_ = 0;
-  unzFile zip_ = nullptr;
-};
-
-bool copyEntry(unzFile zip, int target, std::uint64_t maxBytes) {
+bool copyEntry(zip_file_t* entry, int target, std::uint64_t maxBytes) {
   std::vector<char> piece(PieceBytes);
   std::uint64_t total = 0;
   for (;;) {
-    const int count = unzReadCurrentFile(zip, piece.data(), static_cast<unsigned>(piece.size()));
+    // The last read compares the checksum, and so finds a wrong password as well.
+    const zip_int64_t count = zip_fread(entry, piece.data(), piece.size());
     if (count <= 0) return count == 0;
-    total += static_cast<std::uint64_t>(count);
-    if (total > maxBytes ||
-        SystemFiles::writeFully(target, piece.data(), static_cast<std::size_t>(count)) != 0)
-      return false;
+    const auto bytes = static_cast<std::size_t>(count);
+    total += bytes;
+    if (total > maxBytes || SystemFiles::writeFully(target, piece.data(), bytes) != 0) return false;
   }
 }
 
 int extractEntry(const std::string& bytes, const std::string& file, const std::string& password,
                  std::uint64_t maxBytes) {
-  const MemoryArchive archive(bytes);
-  const auto entry = archive.findEntry();
-  if (!entry || entry->second > maxBytes) return Failed;
+  const Zip zip = openArchive(bytes);
+  if (!zip) return Failed;
+  const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> entry(
+      zip_fopen_index_encrypted(zip.get(), 0, 0, password.c_str()), zip_fclose);
+  if (!entry) return Failed;
   const Descriptor target = createPrivate(file);
-  if (!target) return Failed;
-  if (unzOpenCurrentFilePassword(archive.zip(), password.c_str()) != UNZ_OK) return Failed;
-  const bool copied = copyEntry(archive.zip(), target.get(), maxBytes);
-  // Closing compares the checksum, and so finds a wrong password as well.
-  return unzCloseCurrentFile(archive.zip()) == UNZ_OK && copied ? 0 : Failed;
+  return target && copyEntry(entry.get(), target.get(), maxBytes) ? 0 : Failed;
 }
 
 }  // namespace
@@ -274,8 +254,9 @@ int ZipIndexArchive::extract(const std::string& archive, const std::string& file
 std::string ZipIndexArchive::entryName(const std::string& archive) {
   const auto bytes = files_.readAll(archive, MaxArchiveBytes);
   if (!bytes) return {};
-  const auto entry = MemoryArchive(*bytes).findEntry();
-  return entry ? entry->first : std::string();
+  const Zip zip = openArchive(*bytes);
+  const char* name = zip ? zip_get_name(zip.get(), 0, ZIP_FL_ENC_GUESS) : nullptr;
+  return name != nullptr ? name : "";
 }
 
 bool ZipIndexArchive::isArchive(const std::string& path) {

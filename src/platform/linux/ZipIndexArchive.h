@@ -8,7 +8,7 @@
 namespace korvenal {
 
 /// IndexArchive as zip files: packed in one go by libdeflate, framed, encrypted and unpacked by
-/// minizip. Packing maps the text into memory and holds the packed form beside it.
+/// libzip. Packing maps the text into memory and holds the packed form beside it.
 class ZipIndexArchive : public IndexArchive {
  public:
   /// `files` reads archives that lie on discs.
