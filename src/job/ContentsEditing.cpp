@@ -5,6 +5,7 @@
 
 #include "core/Workspace.h"
 #include "job/ItemFacts.h"
+#include "job/TypedText.h"
 #include "platform/Fixed4.h"
 #include "platform/Text.h"
 
@@ -15,11 +16,9 @@ namespace {
 /// What is left of a typed name: forbidden characters are dropped as they are typed, but those that
 /// the name brought along from its source stay.
 std::string typedName(std::string_view typed, const std::string& before) {
-  std::string name;
-  for (const char c : typed)
-    if (ForbiddenChars.find(c) == std::string::npos || before.find(c) != std::string::npos)
-      name += c;
-  return std::string(Text::trim(name));
+  std::string refused = ForbiddenChars;
+  std::erase_if(refused, [&before](char c) { return before.find(c) != std::string::npos; });
+  return std::string(Text::trim(typedText(typed, refused)));
 }
 
 /// The number of KB that a size text stands for.

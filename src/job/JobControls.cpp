@@ -5,6 +5,7 @@
 
 #include "core/Settings.h"
 #include "core/Workspace.h"
+#include "job/TypedText.h"
 #include "platform/Text.h"
 
 namespace korvenal {
@@ -12,18 +13,6 @@ namespace korvenal {
 namespace {
 
 constexpr std::string_view FirstDays = "90";
-
-bool isControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
-}
-
-std::string without(std::string_view text, std::string_view unwanted) {
-  std::string kept;
-  std::copy_if(text.begin(), text.end(), std::back_inserter(kept), [unwanted](char c) {
-    return !isControl(c) && unwanted.find(c) == std::string_view::npos;
-  });
-  return kept;
-}
 
 bool isChoice(std::span<const int> megabytes, std::int64_t value) {
   return std::find(megabytes.begin(), megabytes.end(), value) != megabytes.end();
@@ -33,7 +22,7 @@ bool isChoice(std::span<const int> megabytes, std::int64_t value) {
 
 std::string cleanJobName(std::string_view text) {
   if (!Text::isUtf8(text)) return {};
-  return std::string(Text::trim(without(text, Text::replaceAll(ForbiddenChars, ".", ""))));
+  return std::string(Text::trim(typedText(text, Text::replaceAll(ForbiddenChars, ".", ""))));
 }
 
 std::string cleanFilter(std::string_view text) {
@@ -42,7 +31,7 @@ std::string cleanFilter(std::string_view text) {
 }
 
 void JobControls::setJobName(std::string_view text) {
-  job_.txJobName = without(text, ForbiddenChars);
+  job_.txJobName = typedText(text, ForbiddenChars);
   job_.Modified = true;
 }
 

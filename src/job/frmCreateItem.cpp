@@ -1,5 +1,6 @@
 #include "job/frmCreateItem.h"
 
+#include "job/TypedText.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -7,23 +8,16 @@ namespace korvenal {
 
 namespace {
 
-constexpr std::string_view RefusedInName = "/\\:*?\"<>|\r\n";
-constexpr std::string_view RefusedInSource = "*?\"<>|\r\n";
-
-std::string without(std::string_view text, std::string_view refused) {
-  std::string kept;
-  for (const char c : text)
-    if (refused.find(c) == std::string_view::npos) kept += c;
-  return kept;
-}
+constexpr std::string_view RefusedInName = "/\\:*?\"<>|";
+constexpr std::string_view RefusedInSource = "*?\"<>|";
 
 }  // namespace
 
 void frmCreateItem::setName(std::string_view text) {
-  name_ = without(text, RefusedInName);
+  name_ = typedText(text, RefusedInName);
 }
 void frmCreateItem::setSource(std::string_view text) {
-  source_ = without(text, RefusedInSource);
+  source_ = typedText(text, RefusedInSource);
 }
 
 std::string frmCreateItem::nameLabel() const {

@@ -1,0 +1,225 @@
+#include "job/JobFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "job/JobBench.h"
+#include "job/JobOptions.h"
+#include "platform/Paths.h"
+
+namespace korvenal::test {
+
+class JobFileTest : public testing::Test {
+ protected:
+  /// Writes a job file by hand: header cells, then rows of type, name, path and check of the box.
+  std::string store(const std::string& product, const std::string& name, const std::string& options,
+                    const std::vector<std::array<std::string, 4>>& items = {}) {
+    Table table;
+    table.setCols(ContentsColumns);
+    table.setText(0, HeaderProduct, product);
+    table.setText(0, HeaderJobName, name);
+    table.setText(0, HeaderInclude, "*.jpg");
+    table.setText(0, HeaderOptions, options);
+    for (const auto& item : items) {
+      const int row = table.addRow();
+      table.setText(row, ContentsType, item[0]);
+      table.setText(row, ContentsName, item[1]);
+      table.setText(row, ContentsPath, item[2]);
+      table.setCheck(row, ContentsSubfolder, static_cast<Table::Check>(item[3][0] - '0'));
+    }
+    return bench_.folder.write("stored.jbf", table.saveData(true));
+  }
+  bool load(const std::string& path) { return bench_.jobFile.doLoadJob(path); }
+  const std::string& lastMessage() const { return bench_.desktop.asked.back().text; }
+
+  JobBench bench_;
+  Job& job_ = bench_.job;
+  const std::string zeros_ = std::string(OptionTextLength, '0');
+};
+
+TEST_F(JobFileTest, EverythingComesBack) {
+  const std::string folder = bench_.folder.makeFolder("data");
+  bench_.add("Data", folder, 0);
+  bench_.add("Lost", bench_.folder / "a\ttab\\/lost.txt");
+  job_.vsContents.setCheck(1, ContentsSubfolder, Table::Check::Unticked);
+  JobControls& controls = bench_.controls;
+  controls.setJobName("Photos of Ann");
+  controls.setBackupType(1);
+  controls.setDateFilter(true);
+  controls.setDays("31");
+  controls.setAttribute(1, false);
+  controls.setExclude("*.tmp;ä*");
+  controls.setDiscType(2);
+  controls.setFileSystem(1);
+  controls.setSplitAndSpan(0);
+  EXPECT_TRUE(controls.setFileSize("700 MB") && controls.setDiscSize("1"));
+  controls.setFinalizeDisc(true);
+  controls.setSkipError(false);
+  controls.setBurnRestoreKit(true);
+  const std::string saved = buildOptionText(job_);
+
+  bench_.desktop.files = {bench_.folder / "photos.JBF"};
+  ASSERT_TRUE(bench_.jobFile.doSaveJob());
+  EXPECT_FALSE(job_.Modified);
+  bench_.newJob.doNewJob();
+  ASSERT_FALSE(job_.hasItems());
+
+  ASSERT_TRUE(load(bench_.folder / "photos.JBF"));
+  EXPECT_EQ(job_.txJobName, "Photos of Ann");
+  EXPECT_EQ(buildOptionText(job_), saved);
+  EXPECT_EQ(saved.size(), OptionTextLength);
+  EXPECT_EQ(job_.comboInclude, "*");
+  EXPECT_EQ(job_.comboExclude, "*.tmp;ä*");
+  EXPECT_EQ(job_.FileSize, "700 MB");
+  EXPECT_TRUE(job_.chkAttribute[0] && !job_.chkAttribute[1]);
+  EXPECT_EQ(job_.vsContents.check(1, ContentsSubfolder), Table::Check::Unticked);
+  EXPECT_EQ(bench_.cell(2, ContentsPath), bench_.folder / "a\ttab\\/lost.txt");
+  EXPECT_EQ(bench_.cell(2, ContentsModified), NotExistingText);
+  EXPECT_EQ(job_.JobFile, bench_.folder / "photos.JBF");
+  EXPECT_FALSE(job_.Modified || bench_.state.ActionRunning || bench_.state.IgnoreEvents);
+}
+
+TEST_F(JobFileTest, OptionsOutOfRangeAreMended) {
+  struct Case {
+    std::size_t field;
+    std::string value;
+    std::function<std::string(const Job&)> shown;
+    std::string expected;
+  };
+  const Case cases[] = {
+      {0, "0000000002", [](const Job& j) { return std::to_string(j.optBackupType); }, "0"},
+      {1, "0000009999", [](const Job& j) { return j.txDateFilter; }, "9999"},
+      {1, "0000010000", [](const Job& j) { return j.txDateFilter; }, "0"},
+      {1, "-000000003", [](const Job& j) { return j.txDateFilter; }, "0"},
+      {3, "0000000003", [](const Job& j) { return std::to_string(j.comboDiscType); }, "0"},
+      {6, "0000000004", [](const Job& j) { return j.FileSize; }, "20 MB"},
+      {6, "0000000005", [](const Job& j) { return j.FileSize; }, "5 MB"},
+      {6, "0000000701", [](const Job& j) { return j.FileSize; }, "20 MB"},
+      {7, "0000000000", [](const Job& j) { return j.DiscSize; }, "10 MB"},
+      {7, "0000000500", [](const Job& j) { return j.DiscSize; }, "500 MB"},
+      {9, "9999999999", [](const Job& j) { return std::to_string(j.optFileSystem); }, "0"},
+      {11, "0000000001", [](const Job& j) { return std::to_string(j.optSplitAndSpan); }, "1"},
+      {12, "not number", [](const Job& j) { return std::to_string(j.BurnRestoreKit); }, "0"},
+  };
+  for (const Case& one : cases) {
+    std::string options = zeros_;
+    options.replace(one.field * 10, 10, one.value);
+    ASSERT_TRUE(load(store(gProductName, "J", options)));
+    EXPECT_EQ(one.shown(job_), one.expected) << one.field << " " << one.value;
+    EXPECT_EQ(job_.chkDateFilter, job_.txDateFilter != "0");
+  }
+}
+
+TEST_F(JobFileTest, OptionTextsOfOlderVersionsArePadded) {
+  std::string options = zeros_.substr(0, 90);
+  options.replace(80, 10, "0000000001");
+  ASSERT_TRUE(load(store(gProductName, "J", options)));
+  EXPECT_TRUE(job_.SkipError);
+  EXPECT_FALSE(job_.BurnBackupIndex) << "missing fields read as off";
+
+  bench_.desktop.answers = {Answer::Ok};
+  EXPECT_FALSE(load(store(gProductName, "J", options.substr(0, 89))));
+  EXPECT_EQ(lastMessage(), "Invalid backup job file format!");
+}
+
+TEST_F(JobFileTest, WhatIsNoJobLeavesANewOneAndKeepsTheActionRunning) {
+  bench_.desktop.answerAllOk = true;
+  const std::string whole = store(gProductName, "J", zeros_, {{"1", "a", "/a", "0"}});
+  const std::string content = TempDir::read(whole);
+  const std::vector<std::string> broken = {
+      store("Korvenal to DVD 1.0", "J", zeros_, {{"1", "a", "/a", "0"}}),
+      store(gProductName, "", zeros_),
+      bench_.folder.write("cut.jbf", content.substr(0, content.size() - 2)),
+      bench_.folder.write("empty.jbf", ""),
+      bench_.folder.write("wide.jbf", std::string(1'000'000, '\t')),
+      bench_.folder.write("binary.jbf", std::string("\0\xff\xfe\t1", 5)),
+      bench_.folder.makeFolder("folder.jbf"),
+  };
+  for (const std::string& path : broken) {
+    bench_.state.ActionRunning = false;
+    EXPECT_FALSE(load(path)) << path;
+    EXPECT_EQ(lastMessage(), "Invalid backup job file format!");
+    EXPECT_TRUE(bench_.state.ActionRunning);
+    EXPECT_FALSE(job_.hasItems());
+    EXPECT_EQ(job_.JobFile, "");
+    EXPECT_EQ(bench_.cell(0, HeaderOptions), "");
+  }
+  bench_.state.ActionRunning = false;
+  EXPECT_FALSE(load(bench_.folder / "missing.jbf"));
+  EXPECT_EQ(lastMessage(), "Backup job file open error!");
+  EXPECT_FALSE(bench_.state.ActionRunning);
+}
+
+TEST_F(JobFileTest, ItemsBecomeWhatTheirSourcesAreNow) {
+  const std::string file = bench_.folder.write("was-folder", "12345");
+  const std::string folder = bench_.folder.makeFolder("was-file");
+  const std::string kept = bench_.folder.makeFolder("kept");
+  ASSERT_TRUE(load(store(gProductName, "J", zeros_,
+                         {{"0", "one", file, "1"},
+                          {"1", "two", folder, "0"},
+                          {"0", "three", kept + "/", "2"},
+                          {"7", "four", "/nowhere/four", "0"},
+                          {"1", "five", "relative/path", "0"}})));
+  EXPECT_EQ(bench_.cell(1, ContentsType), "1");
+  EXPECT_EQ(bench_.cell(1, ContentsSize), "1 KB");
+  EXPECT_EQ(job_.vsContents.check(1, ContentsSubfolder), Table::Check::None);
+  EXPECT_EQ(bench_.cell(2, ContentsType), "0");
+  EXPECT_EQ(job_.vsContents.check(2, ContentsSubfolder), Table::Check::Ticked);
+  EXPECT_EQ(job_.vsContents.check(3, ContentsSubfolder), Table::Check::Unticked);
+  EXPECT_EQ(bench_.cell(3, ContentsPath), bench_.folder / "kept");
+  EXPECT_EQ(bench_.cell(4, ContentsType), "0");
+  EXPECT_EQ(bench_.cell(4, ContentsModified), NotExistingText);
+  EXPECT_EQ(bench_.cell(5, ContentsModified), NotExistingText);
+}
+
+TEST_F(JobFileTest, NamesThatNoDiscCanHoldAreNotTakenOver) {
+  ASSERT_TRUE(load(store(gProductName, "../../etc: x", zeros_,
+                         {{"1", "..", "/data/safe.txt", "0"},
+                          {"1", "a\\b", "/data/other.txt", "0"},
+                          {"1", "x/y", "/data/..", "0"},
+                          {"1", "\xff", "", "0"},
+                          {"1", "fine", "/data/fine", "0"}})));
+  EXPECT_THAT(bench_.names(), testing::ElementsAre("safe.txt", "other.txt", "fine"));
+  EXPECT_EQ(job_.txJobName, "....etc x");
+}
+
+TEST_F(JobFileTest, SavingRefusesWhatItMust) {
+  EXPECT_FALSE((bench_.desktop.answers = {Answer::Ok}, bench_.jobFile.doSaveJob()));
+  EXPECT_EQ(lastMessage(), "Backup data contents is empty, unable to save job.");
+  bench_.add("a", "/a");
+  bench_.desktop.answerAllOk = true;
+  bench_.desktop.files = {"", bench_.folder / "x.txt", bench_.folder / "missing/x.jbf"};
+  EXPECT_FALSE(bench_.jobFile.doSaveJob());
+  EXPECT_FALSE(bench_.jobFile.doSaveJob());
+  EXPECT_EQ(lastMessage(), "Backup job file type error.");
+  EXPECT_FALSE(bench_.jobFile.doSaveJob());
+  EXPECT_EQ(lastMessage(), "Backup job save error.");
+  EXPECT_TRUE(job_.Modified);
+}
+
+TEST_F(JobFileTest, ReadOnlyFilesAreReplacedAndNameANewJob) {
+  bench_.add("a", "/a");
+  const std::string path = bench_.folder.write("My.Job.jbf", "old");
+  ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+  bench_.desktop.files = {path};
+  ASSERT_TRUE(bench_.jobFile.doSaveJob());
+  EXPECT_EQ(job_.txJobName, "My.Job");
+  EXPECT_EQ(bench_.profile.doReadProfile("Backup", "JobPath", ""), Paths::doGetFolderPart(path));
+  ASSERT_TRUE(load(path));
+  EXPECT_EQ(job_.txJobName, "My.Job");
+}
+
+TEST_F(JobFileTest, OnlyAChangedJobInViewIsAskedAbout) {
+  bench_.add("a", "/a");
+  bench_.desktop.answers = {Answer::Cancel, Answer::No};
+  EXPECT_FALSE(bench_.jobFile.doQuerySaveJob());
+  EXPECT_TRUE(bench_.jobFile.doQuerySaveJob());
+  job_.onBackupPage = false;
+  EXPECT_TRUE(bench_.jobFile.doQuerySaveJob());
+  job_.onBackupPage = true;
+  job_.vsContents.clearData();
+  EXPECT_TRUE(bench_.jobFile.doQuerySaveJob());
+  EXPECT_EQ(bench_.desktop.asked.size(), 2U);
+}
+
+}  // namespace korvenal::test
