@@ -68,6 +68,7 @@ ImageDisc ImageShelf::describe(const std::string& image) const {
   disc.capacityBlocks = profile->capacity;
   disc.sessions = profile->sessionsTold();
   disc.closed = !profile->isAppendable();
+  disc.modified = files_.doGetInfo(image).modified;
   if (profile->sessions.empty()) return disc;
   const auto blocks = openImageBlocks(image);
   const auto head = blocks ? readVolumeHead(*blocks, 0) : std::nullopt;
