@@ -7,9 +7,9 @@
 #include "plan/Estimate.h"
 #include "plan/SourceScan.h"
 #include "plan/frmSplit.h"
+#include "support/ListFiles.h"
 #include "support/ListWalker.h"
 #include "support/ManualClock.h"
-#include "support/MemoryFiles.h"
 #include "support/ScriptedDesktop.h"
 
 namespace korvenal::test {
@@ -29,7 +29,7 @@ class ListedBits : public ArchiveBits {
 /// Archives that hold the text itself, so that its size is known and it can be read.
 class PlainArchive : public IndexArchive {
  public:
-  explicit PlainArchive(MemoryFiles& files) : files_(files) {}
+  explicit PlainArchive(ListFiles& files) : files_(files) {}
   bool fails = false;
 
   int compress(const std::string& archive, const std::string& file, const std::string&,
@@ -45,13 +45,13 @@ class PlainArchive : public IndexArchive {
   bool isArchive(const std::string&) override { return false; }
 
  private:
-  MemoryFiles& files_;
+  ListFiles& files_;
 };
 
 /// A job over scripted trees, and the scan of it.
 class ScanFixture {
  public:
-  MemoryFiles files;
+  ListFiles files;
   ListWalker list;
   ListedBits bits;
   PlainArchive archive{files};

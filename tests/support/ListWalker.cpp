@@ -32,7 +32,7 @@ bool walkEntries(const ListEntry& tree, const std::string& path, bool descend, W
 
 }  // namespace
 
-void ListWalker::add(const std::string& path, const ListEntry& entry, MemoryFiles& files) {
+void ListWalker::add(const std::string& path, const ListEntry& entry, ListFiles& files) {
   trees[path] = entry;
   files.addFolder(std::string(Paths::doGetFolderPart(path)));
   if (entry.isFolder)

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/Walker.h"
-#include "support/MemoryFiles.h"
+#include "support/ListFiles.h"
 
 namespace korvenal::test {
 
@@ -23,7 +23,7 @@ struct ListEntry {
 class ListWalker : public Walker {
  public:
   /// Makes the tree known under `path`, to the walk and as something to look at.
-  void add(const std::string& path, const ListEntry& entry, MemoryFiles& files);
+  void add(const std::string& path, const ListEntry& entry, ListFiles& files);
 
   std::map<std::string, ListEntry> trees;
   std::vector<std::pair<WalkSkip, std::string>> skips;  ///< told at the start of each walk

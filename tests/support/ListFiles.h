@@ -9,7 +9,7 @@ namespace korvenal::test {
 
 /// Files that live in memory: entries that only look like files or folders of any size, and files
 /// with a content. Creating a file below `brokenFolder` fails.
-class MemoryFiles : public Files {
+class ListFiles : public Files {
  public:
   std::map<std::string, FileInfo> looks;
   std::map<std::string, std::string> contents;

@@ -1,12 +1,12 @@
-#include "support/MemoryFiles.h"
+#include "support/ListFiles.h"
 
 namespace korvenal::test {
 
 namespace {
 
-class MemoryWriter : public FileWriter {
+class ListWriter : public FileWriter {
  public:
-  explicit MemoryWriter(std::string& content) : content_(content) {}
+  explicit ListWriter(std::string& content) : content_(content) {}
   bool write(std::string_view bytes) override {
     content_ += bytes;
     return true;
@@ -19,52 +19,52 @@ class MemoryWriter : public FileWriter {
 
 }  // namespace
 
-void MemoryFiles::addFolder(const std::string& path, UnixTime modified) {
+void ListFiles::addFolder(const std::string& path, UnixTime modified) {
   looks[path] = {.kind = FileInfo::Kind::Folder, .size = {}, .modified = modified};
 }
 
-void MemoryFiles::addFile(const std::string& path, std::int64_t size, UnixTime modified) {
+void ListFiles::addFile(const std::string& path, std::int64_t size, UnixTime modified) {
   looks[path] = {.kind = FileInfo::Kind::File, .size = size, .modified = modified};
 }
 
-FileInfo MemoryFiles::doGetInfo(const std::string& path) const {
+FileInfo ListFiles::doGetInfo(const std::string& path) const {
   if (const auto look = looks.find(path); look != looks.end()) return look->second;
   const auto content = contents.find(path);
   if (content == contents.end()) return {};
   return {.kind = FileInfo::Kind::File, .size = static_cast<std::int64_t>(content->second.size())};
 }
 
-std::optional<std::string> MemoryFiles::readAll(const std::string& path,
-                                                std::int64_t maxBytes) const {
+std::optional<std::string> ListFiles::readAll(const std::string& path,
+                                              std::int64_t maxBytes) const {
   const auto content = contents.find(path);
   if (content == contents.end() || static_cast<std::int64_t>(content->second.size()) > maxBytes)
     return std::nullopt;
   return content->second;
 }
 
-bool MemoryFiles::doDeleteFile(const std::string& path) {
+bool ListFiles::doDeleteFile(const std::string& path) {
   contents.erase(path);
   return true;
 }
 
-bool MemoryFiles::doCreateFolderPath(const std::string& path) {
+bool ListFiles::doCreateFolderPath(const std::string& path) {
   addFolder(path);
   return true;
 }
 
-bool MemoryFiles::doRename(const std::string& from, const std::string& to) {
+bool ListFiles::doRename(const std::string& from, const std::string& to) {
   auto moved = contents.extract(from);
   if (moved.empty()) return false;
   contents[to] = std::move(moved.mapped());
   return true;
 }
 
-std::unique_ptr<FileWriter> MemoryFiles::doCreateFile(const std::string& path) {
+std::unique_ptr<FileWriter> ListFiles::doCreateFile(const std::string& path) {
   if (path.starts_with(brokenFolder)) return nullptr;
-  return std::make_unique<MemoryWriter>(contents[path] = std::string());
+  return std::make_unique<ListWriter>(contents[path] = std::string());
 }
 
-FileOutcome MemoryFiles::writeAll(const std::string& path, std::string_view content) {
+FileOutcome ListFiles::writeAll(const std::string& path, std::string_view content) {
   contents[path] = content;
   return {};
 }
