@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Ports.h"
+#include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxTargetFolder.h"
+#include "platform/linux/LinuxWalker.h"
+#include "platform/linux/SqliteArchiveBits.h"
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/ZipIndexArchive.h"
+#include "platform/linux/engine/Engine.h"
+#include "platform/linux/engine/EngineDiscFiles.h"
+#include "platform/linux/engine/ImageShelf.h"
+
+namespace korvenal {
+
+/// All ports as they are served on Linux, built in the order in which they need each other. A
+/// process has one.
+class LinuxPlatform {
+ public:
+  struct Places {
+    std::string applicationFolder;  ///< with '/' at the end; holds the archive bits
+    ImageShelf::Options imageDrives;
+  };
+
+  explicit LinuxPlatform(const Places& places);
+  LinuxPlatform(const LinuxPlatform&) = delete;
+  LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+  /// The ports, with the front end that completes them.
+  Ports ports(Desktop& desktop);
+
+  const Clock& clock() const { return clock_; }
+  ImageTrays& trays() { return shelf_; }
+
+ private:
+  SystemClock clock_;
+  LinuxFiles nativeFiles_;
+  ImageShelf shelf_;
+  Engine engine_;
+  EngineDiscFiles discFiles_;
+  LinuxFiles files_;
+  LinuxTargetFolders targets_;
+  LinuxWalker walker_;
+  ZipIndexArchive archive_;
+  SqliteArchiveBits archiveBits_;
+};
+
+}  // namespace korvenal
