@@ -1,0 +1,170 @@
+#include "app/frmMain.h"
+
+#include "device/frmDevice.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr int BackupIndexInPages = ActionController::Backup;
+constexpr int RestoreIndexInPages = ActionController::Restore;
+
+}  // namespace
+
+frmMain::frmMain(const Ports& ports, const Workspace& places)
+    : ports_(ports),
+      workspace(places),
+      profile(ports.files, workspace.gSettingsFile),
+      settings(profile),
+      grids(state, ports.desktop, ports.clock, ports.files, workspace),
+      records(ports.files, ports.desktop, grids, workspace),
+      drives(ports.engine, ports.devices, ports.desktop, state, deviceSettings),
+      prompt(state, ports.desktop, grids, ports.engine, ports.trays, drives, deviceSettings),
+      deviceCheck(state, ports.desktop, drives, deviceSettings, job),
+      jobControls(state, drives, job),
+      newJob(state, settings, drives, grids, job),
+      jobFile({state, ports.desktop, ports.files, workspace, profile, newJob}, job),
+      addItems({state, ports.desktop, ports.files, workspace, profile}, job),
+      contentsEditing(state, ports.desktop, job),
+      sourceScan({state, settings, workspace, ports.desktop, ports.clock, ports.files, ports.walker,
+                  ports.archiveBits, ports.archive, grids},
+                 job, plan),
+      estimate(state, ports.desktop, job, plan, sourceScan),
+      backup(
+          {state, ports.engine, ports.desktop, ports.clock, ports.files, ports.archiveBits, grids,
+           runPages[BackupIndexInPages], records, settings, deviceSettings, workspace, job, plan},
+          backupSteps()),
+      restorePage(ports.desktop),
+      selection(restorePage, ports.desktop),
+      find(restorePage, ports.desktop),
+      indexOpening(
+          {state, ports.desktop, ports.files, ports.archive, settings, deviceSettings, workspace},
+          restorePage, selection,
+          [this](int reason, DiscRequest& request) { prompt.doAskLoadDisc(reason, request); }),
+      restore({state, ports.engine, ports.desktop, ports.clock, ports.files, ports.targets, grids,
+               runPages[RestoreIndexInPages], records, settings, deviceSettings, workspace,
+               restorePage},
+              restoreSteps()),
+      controller(state, ports.engine, ports.desktop, grids, runPages) {
+  doWire();
+}
+
+BackupRun::Steps frmMain::backupSteps() {
+  return {
+      .doEnsureDevice = [this](bool anyDisc) { return deviceCheck.doEnsureDevice(anyDisc); },
+      .doScanFiles = [this](frmAddFiles& worker) { sourceScan.doScanFiles(worker); },
+      .doAskLoadDisc = [this](int reason,
+                              DiscRequest& request) { prompt.doAskLoadDisc(reason, request); },
+      .doShowJob =
+          [this] { controller.doShowStep(ActionController::Backup, ActionController::DefineStep); },
+  };
+}
+
+RestoreRun::Steps frmMain::restoreSteps() {
+  return {
+      .doEnsureDevice = [this](bool anyDisc) { return deviceCheck.doEnsureDevice(anyDisc); },
+      .doAskLoadDisc = [this](int reason,
+                              DiscRequest& request) { prompt.doAskLoadDisc(reason, request); },
+      .doBrowseTarget = [this] { indexOpening.doBrowseTarget(); },
+      .doShowSelection =
+          [this] {
+            controller.doShowStep(ActionController::Restore, ActionController::DefineStep);
+          },
+  };
+}
+
+void frmMain::doWire() {
+  prompt.doDevice = [this] { doDevice(); };
+  deviceCheck.actions.doDevice = [this] { doDevice(); };
+  deviceCheck.actions.doRefreshSummary = [this] { controller.doShowSummary(state.ActionPage); };
+  controller.runs.start[ActionController::Backup] = [this] {
+    backupResult = backup.doStartBackup();
+  };
+  controller.runs.start[ActionController::Restore] = [this] {
+    restoreResult = restore.doStartRestore();
+  };
+  controller.runs.summary = [this](int action) { return summaryLines(action); };
+  controller.runs.doForgetPlan = [this] { backup.PreparedForRun = false; };
+  controller.runs.doRemovePartRows = [this] { restore.doRemovePartRows(); };
+  controller.runs.doForgetList = [this] { restorePage.PreparedForRun = false; };
+}
+
+void frmMain::doLoad() {
+  ports_.desktop.doYield();
+  controller.mainTab = ActionController::StartPage;
+  records.doReadDiscLog();
+  records.doReadRecent();
+  settings.doReadInitData();
+  const std::string wanted = workspace.TempFolder;
+  workspace.doCheckTempFolder(ports_.files, wanted);
+  workspace.doCheckFolders(ports_.files);
+  deviceSettings.doReadDvcData(profile);
+  ports_.desktop.doYield();
+  constexpr int AnyDisc = 0;
+  if (!drives.doCheckDevice(AnyDisc)) doDevice();
+  doTask01();
+}
+
+void frmMain::doUnload() {
+  const WaitPointer wait(ports_.desktop);
+  sourceScan.doDeleteRunFiles();
+  grids.doDeleteRunLogs();
+  settings.doSaveInitData();
+}
+
+void frmMain::doDevice() {
+  const FlagScope ignore(state.IgnoreEvents);
+  const FlagScope busy(state.ActionBusy);
+  frmDevice form({state, ports_.desktop, ports_.engine, drives, deviceSettings, profile});
+  ports_.desktop.doShowModal(form);
+}
+
+void frmMain::doTask01() {
+  const bool wasThere = controller.mainTab == ActionController::BackupPage;
+  controller.mainTab = ActionController::BackupPage;
+  job.onBackupPage = true;
+  if (controller.BackupTab != ActionController::DefineStep)
+    controller.doShowStep(ActionController::Backup, ActionController::DefineStep);
+  if (!wasThere && !job.hasItems()) newJob.doNewJob();
+}
+
+void frmMain::doTask02() {
+  if (controller.mainTab == ActionController::RestorePage) return;
+  restorePage.txRestoreTo = profile.doReadProfile("Restore", "Target", "");
+  if (!ports_.files.doFolderExists(restorePage.txRestoreTo)) restorePage.txRestoreTo.clear();
+  selection.doInitRestoreGrid();
+  restorePage.doSetDefaults(settings);
+  controller.mainTab = ActionController::RestorePage;
+  controller.doShowStep(ActionController::Restore, ActionController::DefineStep);
+}
+
+std::vector<std::string> frmMain::summaryLines(int action) {
+  switch (action) {
+    case ActionController::Backup:
+      return backupSummary(job, deviceSettings);
+    case ActionController::Restore:
+      return restoreSummary(restoreFacts(), deviceSettings);
+    default:
+      return {};
+  }
+}
+
+RestoreSummary frmMain::restoreFacts() const {
+  const auto mode = static_cast<std::size_t>(restorePage.RestoreOpt);
+  const auto volume = restorePage.txRestoreTo.empty()
+                          ? std::nullopt
+                          : ports_.files.doGetVolumeInfo(restorePage.txRestoreTo);
+  return {
+      .jobName = restorePage.txJobName,
+      .hasSelection = restorePage.SelectedCount > 0,
+      .selectionText = restorePage.vsBackupInfo[2],
+      .modeText = RestoreOptTexts[mode],
+      .SkipSystem = restorePage.SkipSystem,
+      .SkipOpen = restorePage.SkipOpen,
+      .OnlyRestoreFile = restorePage.OnlyRestoreFile,
+      .target = restorePage.txRestoreTo,
+      .freeBytes = volume ? std::optional(volume->freeBytes) : std::nullopt,
+  };
+}
+
+}  // namespace korvenal

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/ActionController.h"
+#include "app/RunSummary.h"
+#include "burn/BackupRun.h"
+#include "burn/DeviceCheck.h"
+#include "core/ActionState.h"
+#include "core/RunGrids.h"
+#include "core/RunPage.h"
+#include "core/Settings.h"
+#include "core/Workspace.h"
+#include "device/DeviceSettings.h"
+#include "device/DriveDiscovery.h"
+#include "device/LoadPrompt.h"
+#include "job/AddItems.h"
+#include "job/ContentsEditing.h"
+#include "job/Job.h"
+#include "job/JobControls.h"
+#include "job/JobFile.h"
+#include "job/NewJob.h"
+#include "plan/Estimate.h"
+#include "plan/Plan.h"
+#include "plan/SourceScan.h"
+#include "platform/Ports.h"
+#include "platform/Profile.h"
+#include "records/Records.h"
+#include "restore/IndexOpening.h"
+#include "restore/RestoreFind.h"
+#include "restore/RestorePage.h"
+#include "restore/RestoreRun.h"
+#include "restore/RestoreSelection.h"
+
+namespace korvenal {
+
+/// The program: builds every subject, in the order in which they need each other, and ties their
+/// wishes together. Front ends reach the subjects here; `mayBegin` tells what they may begin when.
+class frmMain {
+ public:
+  /// The workspace's TempFolder is the private scratch folder wanted; empty for none.
+  frmMain(const Ports& ports, const Workspace& workspace);
+  frmMain(const frmMain&) = delete;
+  frmMain& operator=(const frmMain&) = delete;
+
+ private:
+  Ports ports_;
+
+ public:
+  // What a program has one of.
+  ActionState state;
+  Workspace workspace;
+  Profile profile;
+  Settings settings;
+  RunGrids grids;
+  RunPages runPages;
+  Records records;
+
+  // Drives.
+  DeviceSettings deviceSettings;
+  DriveDiscovery drives;
+  LoadPrompt prompt;
+  DeviceCheck deviceCheck;
+
+  // Backup.
+  Job job;
+  JobControls jobControls;
+  NewJob newJob;
+  JobFile jobFile;
+  AddItems addItems;
+  ContentsEditing contentsEditing;
+  Plan plan;
+  SourceScan sourceScan;
+  Estimate estimate;
+  BackupRun backup;
+  BackupResult backupResult;  ///< how the last press of the backup button ended
+
+  // Restore.
+  RestorePage restorePage;
+  RestoreSelection selection;
+  RestoreFind find;
+  IndexOpening indexOpening;
+  RestoreRun restore;
+  RestoreResult restoreResult;  ///< how the last press of the restore button ended
+
+  ActionController controller;
+
+  /// Start-up: folders, settings, devices and records are read, a new job is begun, and the device
+  /// settings open by themselves when no drive that is there has been chosen.
+  void doLoad();
+  /// Shutdown: the working files of the last run go, the settings are written.
+  void doUnload();
+  /// The device settings, modal.
+  void doDevice();
+
+  // Main pages.
+
+  /// The backup page. A new job is begun when the page was another one.
+  void doTask01();
+  /// The restore page, its options as the defaults say.
+  void doTask02();
+
+ private:
+  BackupRun::Steps backupSteps();
+  RestoreRun::Steps restoreSteps();
+  void doWire();
+  std::vector<std::string> summaryLines(int action);
+  RestoreSummary restoreFacts() const;
+};
+
+}  // namespace korvenal
