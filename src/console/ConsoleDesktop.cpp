@@ -39,14 +39,8 @@ std::string absolutePath(const std::string& path) {
   return error ? path : absolute.lexically_normal().string();
 }
 
-bool ConsoleDesktop::takeComplaint() {
-  const bool complaint = complaint_;
-  complaint_ = false;
-  return complaint;
-}
-
 void ConsoleDesktop::doPollInterrupt() {
-  if (interrupted_.load(std::memory_order_relaxed) && interrupted_.exchange(false)) onInterrupt();
+  if (interrupted_.load(std::memory_order_relaxed) && onInterrupt()) interrupted_ = false;
 }
 
 void ConsoleDesktop::doYield() {
@@ -66,7 +60,6 @@ void ConsoleDesktop::doRest() {
 
 Answer ConsoleDesktop::doShowMessage(const MessageBox& message) {
   onNewEvents();
-  if (message.icon == MessageIcon::Warning || message.icon == MessageIcon::Stop) complaint_ = true;
   screen_.line(message.title + ": " + message.text);
   const Choice choice = choiceOf(message);
   // A message with one button is not worth a wait, and takes no prepared answer.
@@ -97,9 +90,10 @@ std::string ConsoleDesktop::askPath(const std::string& title) {
     preparedFiles_.pop_front();
     return path;
   }
+  if (!answers_.isAttended()) return {};
   screen_.line(title);
   std::string path;
-  if (!answers_.isAttended() || !answers_.ask("  path > ", path) || path.empty()) return {};
+  if (!answers_.ask("  path > ", path) || path.empty()) return {};
   return absolutePath(path);
 }
 

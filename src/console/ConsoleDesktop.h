@@ -33,13 +33,13 @@ class ConsoleDesktop : public Desktop {
   FormShower* forms = nullptr;        ///< not owned
   std::function<void()> onNewEvents;  ///< at every yield; prints event lines that are new
   std::function<void()> onProgress;   ///< some 50 times a second at most
-  std::function<void()> onInterrupt;  ///< the person asked to stop
+  /// The person asks to stop; false: not possible right now, to be asked again at the next yield.
+  std::function<bool()> onInterrupt;
 
   /// The answer to the next file or folder dialog: a command that names its file opens no dialog.
   void prepareFile(const std::string& path) { preparedFiles_.assign(1, path); }
+  void doForgetPrepared() { preparedFiles_.clear(); }
 
-  /// True once when a message with a stop or warning sign was shown since the last call.
-  bool takeComplaint();
   /// Passes a press of the interrupt key on.
   void doPollInterrupt();
 
@@ -63,7 +63,6 @@ class ConsoleDesktop : public Desktop {
   std::atomic<bool>& interrupted_;
   std::deque<std::string> preparedFiles_;
   std::int64_t nextProgress_ = 0;
-  bool complaint_ = false;
 };
 
 /// A path as a person types it, made absolute: "." and ".." are taken away, links stay.

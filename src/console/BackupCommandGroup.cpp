@@ -1,0 +1,94 @@
+#include "console/BackupCommandGroup.h"
+
+#include "console/PlanExport.h"
+#include "platform/Text.h"
+
+namespace korvenal::console {
+
+namespace {
+
+constexpr const char* ExportUsage = "[--tsv FILE] [--json FILE]";
+constexpr int ExportArguments = 4;
+
+Options exportOptions(const Arguments& arguments) {
+  return parseOptions(arguments, {"--tsv", "--json"});
+}
+
+}  // namespace
+
+Commands BackupCommandGroup::commands() {
+  return {
+      {"estimate", ExportUsage, "tells how many discs the job needs", 0, ExportArguments,
+       [this](const Arguments& a) { return doEstimate(a); }},
+      {"backup", ExportUsage, "burns the job to discs and verifies them", 0, ExportArguments,
+       [this](const Arguments& a) { return doBackup(a); }},
+  };
+}
+
+ExitCode BackupCommandGroup::doEstimate(const Arguments& arguments) {
+  const Options options = exportOptions(arguments);
+  if (!options.valid || !options.rest.empty()) return ExitCode::Usage;
+  frmMain& main = session_.main;
+  if (!main.job.hasItems()) return session_.fail("Backup data contents is empty.");
+  main.doTask01();
+  main.estimate.pbEstimate();
+  if (main.job.estimateShown) session_.screen.line(main.estimate.EstimateDisc);
+  for (const std::string& note : main.plan.skippedNotes) session_.screen.line(note);
+  const ActionState& state = main.state;
+  if (state.LimitExceeded) return doExport(options, ExitCode::Failed);
+  return doExport(options, state.StopAction ? ExitCode::Stopped : ExitCode::Ok);
+}
+
+ExitCode BackupCommandGroup::doBackup(const Arguments& arguments) {
+  const Options options = exportOptions(arguments);
+  if (!options.valid || !options.rest.empty()) return ExitCode::Usage;
+  frmMain& main = session_.main;
+  ActionController& controller = main.controller;
+  controller.mainTab = ActionController::BackupPage;
+  // A backup that was stopped is still on its run page, and goes on from there.
+  if (controller.BackupTab == ActionController::DefineStep)
+    controller.PBNext(ActionController::Backup);
+  main.backupResult = {};
+  controller.PBNext(ActionController::Backup);
+  return doExport(options, backupCode());
+}
+
+ExitCode BackupCommandGroup::backupCode() const {
+  const BackupResult& result = session_.main.backupResult;
+  const RunFaults& faults = result.faults;
+  switch (result.end) {
+    case BackupResult::End::Stopped:
+      return ExitCode::Stopped;
+    case BackupResult::End::NothingToDo:
+      // A full backup without a file has lost its sources; a differential one has had a quiet day.
+      return session_.main.job.isDifferential() ? ExitCode::Ok : ExitCode::Failed;
+    case BackupResult::End::Finished:
+      if (faults.discs == 0 && faults.files == 0 && faults.notVerified == 0) return ExitCode::Ok;
+      return session_.fail("Not all is well: " + Text::counted(faults.discs, "disc") + " failed, " +
+                           Text::counted(faults.notVerified, "disc") + " not verified, " +
+                           Text::counted(faults.files, "file") + " with errors.");
+    default:
+      return ExitCode::Failed;
+  }
+}
+
+ExitCode BackupCommandGroup::doExport(const Options& options, ExitCode code) {
+  const frmMain& main = session_.main;
+  const auto write = [&](const std::string& option, auto&& writer) {
+    const auto at = options.values.find(option);
+    if (at == options.values.end()) return;
+    const std::string path = absolutePath(at->second);
+    const FileOutcome outcome = writer(path);
+    if (outcome) return;
+    session_.screen.line(path + ": " + outcome.text);
+    if (code == ExitCode::Ok) code = ExitCode::Failed;
+  };
+  write("--tsv",
+        [&](const std::string& path) { return writePlanRows(session_.files, path, main.plan); });
+  write("--json", [&](const std::string& path) {
+    return session_.files.writeAll(path, planSummary(main.plan, main.state));
+  });
+  return code;
+}
+
+}  // namespace korvenal::console

@@ -1,0 +1,85 @@
+#include "console/ConsoleProgram.h"
+
+namespace korvenal::console {
+
+ConsoleProgram::ConsoleProgram(const Terminal& terminal, const Clock& clock,
+                               const PortsFor& portsFor, const Workspace& workspace)
+    : screen_(terminal.out, terminal.outIsTerminal),
+      answers_(terminal.person, screen_, terminal.agreeToAll),
+      desktop_(screen_, answers_, clock, terminal.interrupted),
+      forms_(screen_, answers_),
+      ports_(portsFor(desktop_)),
+      main_(ports_, workspace),
+      view_(screen_, main_.grids, main_.state),
+      session_{main_, desktop_, screen_, answers_, ports_.files, ports_.trays, ports_.engine},
+      jobCommands_(session_),
+      settingCommands_(session_),
+      discCommands_(session_),
+      backupCommands_(session_),
+      restoreCommands_(session_),
+      recordCommands_(session_),
+      shell_(screen_, allCommands()) {
+  desktop_.forms = &forms_;
+  desktop_.onNewEvents = [this] { view_.doPrintNewEvents(); };
+  desktop_.onProgress = [this] {
+    if (!forms_.doPaintProgress()) view_.doPaintProgress();
+  };
+  desktop_.onInterrupt = [this] { return doStop(); };
+  shell_.afterCommand = [this](ExitCode code) { return doFinishCommand(code); };
+}
+
+Commands ConsoleProgram::allCommands() {
+  Commands all;
+  for (Commands group :
+       {jobCommands_.commands(), settingCommands_.commands(), discCommands_.commands(),
+        backupCommands_.commands(), restoreCommands_.commands(), recordCommands_.commands()})
+    all.insert(all.end(), std::make_move_iterator(group.begin()),
+               std::make_move_iterator(group.end()));
+  all.push_back(
+      {"erase", "quick | full", "erases rewritable discs", 1, 1,
+       [this](const Arguments&) { return session_.fail("Erasing discs is not there yet."); }});
+  all.push_back({"answer", "TEXT", "prepares the answer to the next question", 1, 1,
+                 [this](const Arguments& a) { return doQueueAnswer(a[0]); }});
+  all.push_back({"help", "", "lists the commands", 0, 0, [this](const Arguments&) {
+                   screen_.raw(shell_.commandList());
+                   return ExitCode::Ok;
+                 }});
+  return all;
+}
+
+ExitCode ConsoleProgram::doQueueAnswer(const std::string& text) {
+  answers_.queue(text);
+  return ExitCode::Ok;
+}
+
+ExitCode ConsoleProgram::doFinishCommand(ExitCode code) {
+  view_.doPrintNewEvents();
+  desktop_.doForgetPrepared();
+  if (answers_.takeMismatch() && code == ExitCode::Ok) return ExitCode::Failed;
+  return code;
+}
+
+bool ConsoleProgram::doStop() {
+  if (forms_.doInterrupt()) return true;
+  ActionState& state = main_.state;
+  const bool running = state.ActionRunning && state.ActionBusy;
+  const RunPage& page = main_.runPages[static_cast<std::size_t>(state.ActionPage)];
+  if (!running) {
+    state.StopAction = true;
+    return true;
+  }
+  if (!page.pbStopEnabled) return false;
+  main_.controller.pbStop(state.ActionPage);
+  return true;
+}
+
+ExitCode ConsoleProgram::run(LineSource& commands) {
+  main_.doLoad();
+  view_.doPrintNewEvents();
+  const ExitCode code = shell_.run(commands);
+  main_.doUnload();
+  screen_.flush();
+  return code;
+}
+
+}  // namespace korvenal::console

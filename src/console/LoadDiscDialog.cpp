@@ -1,0 +1,117 @@
+#include "console/LoadDiscDialog.h"
+
+#include "console/CommandLine.h"
+#include "console/DiscKinds.h"
+#include "platform/Text.h"
+
+namespace korvenal::console {
+
+namespace {
+
+constexpr const char* Help =
+    "  ok, stop, eject DRIVE, close DRIVE, from DISC, device; for image drives also\n"
+    "  blank DRIVE [TYPE], insert DRIVE FILE, out DRIVE, shelf\n";
+const std::string DefaultBlank = "DVD-R";
+
+}  // namespace
+
+void LoadDiscDialog::run() {
+  doShowPrompt();
+  if (answers_.agreesToAll()) {
+    form_.pbOK();
+    // Nobody is there to load a disc: asking again would go on for ever.
+    if (!form_.isClosed()) form_.pbStop();
+  }
+  std::string line;
+  while (!form_.isClosed()) {
+    if (answers_.isAttended() && answers_.ask("  [OK] [Stop] [?] > ", line))
+      doAct(line);
+    else
+      form_.pbStop();
+  }
+}
+
+void LoadDiscDialog::doShowPrompt() {
+  screen_.line(form_.DESC[0]);
+  if (!form_.DiscInfo.empty()) screen_.line("  " + form_.DiscInfo);
+  if (form_.BackupDiscShown) {
+    std::string range = "  " + form_.DESC[1] + " " + std::to_string(form_.FromDisc);
+    if (form_.ToDiscShown) range += " " + form_.DESC[2] + " " + std::to_string(form_.ToDisc);
+    screen_.line(range);
+  }
+  doShowDrives();
+}
+
+void LoadDiscDialog::doShowDrives() {
+  for (int row = 0; row < frmLoadDisc::MaxDrives; ++row) {
+    const std::string& drive = form_.vsDrive.text(row + 1, 0);
+    if (drive.empty()) continue;
+    std::string text = "  " + drive + " " + form_.vsDrive.text(row + 1, 1);
+    if (form_.isImageDrive(row)) text += ": " + discDescription(form_.discInTray(row));
+    screen_.line(text);
+  }
+}
+
+void LoadDiscDialog::doShowShelf() {
+  for (const ImageDisc& disc : form_.discsOnShelf())
+    screen_.line("  " + disc.file + ": " + discDescription(disc));
+}
+
+int LoadDiscDialog::rowOf(const std::string& drive) const {
+  const char letter = driveLetter(drive);
+  for (int row = 0; row < frmLoadDisc::MaxDrives; ++row) {
+    const std::string& name = form_.vsDrive.text(row + 1, 0);
+    if (!name.empty() && name[0] == letter) return row;
+  }
+  return -1;
+}
+
+void LoadDiscDialog::doAct(const std::string& line) {
+  const std::vector<std::string> words = parseCommandLine(line).words;
+  if (words.empty()) return;
+  const std::string verb = Text::toLower(words[0]);
+  if (verb == "ok") {
+    form_.pbOK();
+  } else if (verb == "stop" || verb == "cancel") {
+    form_.pbStop();
+  } else if (verb == "device") {
+    form_.pbSetDevice();
+    doShowPrompt();
+  } else if (verb == "shelf") {
+    doShowShelf();
+  } else if (verb == "from" && words.size() == 2) {
+    const std::int64_t disc = Text::toInteger(words[1]);
+    if (disc >= 1 && disc <= form_.discChoices) form_.doChooseFromDisc(static_cast<int>(disc));
+    doShowPrompt();
+  } else if (doActOnDrive(words)) {
+    doShowDrives();
+  } else {
+    screen_.raw(Help);
+  }
+}
+
+bool LoadDiscDialog::doActOnDrive(const std::vector<std::string>& words) {
+  const int row = words.size() < 2 ? -1 : rowOf(words[1]);
+  if (row < 0) return false;
+  const std::string verb = Text::toLower(words[0]);
+  const std::string argument = words.size() > 2 ? words[2] : std::string();
+  bool done = true;
+  if (verb == "eject") {
+    form_.multiEject(row);
+  } else if (verb == "close") {
+    form_.multiClose(row);
+  } else if (verb == "out") {
+    done = form_.doTakeOut(row);
+  } else if (verb == "insert") {
+    done = form_.doInsertFromShelf(row, argument);
+  } else if (verb == "blank") {
+    const std::uint8_t type = discTypeCode(argument.empty() ? DefaultBlank : argument);
+    done = type != 0 && form_.doInsertBlank(row, type, "Disc", 0);
+  } else {
+    return false;
+  }
+  if (!done) screen_.line("  That is not possible.");
+  return true;
+}
+
+}  // namespace korvenal::console

@@ -1,0 +1,45 @@
+#include "console/Session.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "platform/Text.h"
+
+namespace korvenal::console {
+
+std::optional<int> parseNumber(const std::string& text, int least, int most) {
+  int number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stopped != end || number < least || number > most) return {};
+  return number;
+}
+
+std::optional<bool> parseFlag(const std::string& text) {
+  if (text == "1") return true;
+  if (text == "0") return false;
+  return {};
+}
+
+Options parseOptions(const Arguments& arguments, const Arguments& withValue,
+                     const Arguments& withoutValue) {
+  const auto holds = [](const Arguments& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+  };
+  Options options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& word = arguments[i];
+    if (!Text::startsWith(word, "--")) {
+      options.rest.push_back(word);
+    } else if (holds(withoutValue, word)) {
+      options.values[word] = "";
+    } else if (holds(withValue, word) && i + 1 < arguments.size()) {
+      options.values[word] = arguments[++i];
+    } else {
+      options.valid = false;
+    }
+  }
+  return options;
+}
+
+}  // namespace korvenal::console
