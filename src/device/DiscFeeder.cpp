@@ -12,9 +12,22 @@ namespace {
 /// Between the name of a set and the number of a disc in the names of image files.
 constexpr std::string_view DiscWord = " disc ";
 
+constexpr std::size_t StampBytes = 21;  ///< " (2026-11-22-10-00-F)", the end of a set's name
+constexpr std::size_t LongestSet = 160;
+constexpr std::size_t LongestJob = 120;
+
+/// The name of a set as image files bear it: not hidden, and never so long that the disc's number
+/// would be cut off.
+std::string stemOf(std::string_view setName) {
+  while (setName.starts_with('.')) setName.remove_prefix(1);
+  if (setName.size() <= LongestSet) return std::string(setName);
+  return std::string(Text::firstBytes(setName, LongestJob)) +
+         std::string(Text::lastBytes(setName, StampBytes));
+}
+
 std::string discName(const std::string& setName, int disc) {
-  return (setName.empty() ? std::string("Backup") : setName) + std::string(DiscWord) +
-         Text::zeroPadded(disc, 2);
+  const std::string stem = stemOf(setName);
+  return (stem.empty() ? "Backup" : stem) + std::string(DiscWord) + Text::zeroPadded(disc, 2);
 }
 
 std::string_view nameOf(const ImageDisc& disc) {
@@ -25,13 +38,21 @@ bool isBlank(const ImageDisc& disc) {
 }
 
 bool isOfSet(const ImageDisc& disc, const std::string& setName) {
-  return !setName.empty() && Text::startsWith(nameOf(disc), setName + std::string(DiscWord));
+  const std::string stem = stemOf(setName);
+  return !stem.empty() && Text::startsWith(nameOf(disc), stem + std::string(DiscWord));
+}
+
+/// True for "name.iso" and, when that was taken, "name 2.iso".
+bool isNamed(const ImageDisc& disc, const std::string& name) {
+  std::string_view own = nameOf(disc);
+  if (!Text::startsWith(own, name)) return false;
+  own.remove_prefix(name.size());
+  return own.empty() || own.front() == '.' || own.front() == ' ';
 }
 
 /// A blank disc that was put in for another disc of a plan: its name would tell lies.
 bool isMeantForAnother(const ImageDisc& disc, const std::string& name) {
-  const std::string_view own = nameOf(disc);
-  return own.find(DiscWord) != std::string_view::npos && !Text::startsWith(own, name);
+  return nameOf(disc).find(DiscWord) != std::string_view::npos && !isNamed(disc, name);
 }
 
 }  // namespace
@@ -69,8 +90,7 @@ void DiscFeeder::doFeedBlanks(const DiscRequest& request, int from, int to) {
 void DiscFeeder::doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name) {
   // One that was made for this very disc and never written lies ready after a stopped run.
   for (const ImageDisc& disc : trays_.discsOnShelf()) {
-    if (!isBlank(disc) || disc.typeCode != typeCode || !Text::startsWith(nameOf(disc), name))
-      continue;
+    if (!isBlank(disc) || disc.typeCode != typeCode || !isNamed(disc, name)) continue;
     doChangeTo(letter, disc.file);
     return;
   }

@@ -60,6 +60,24 @@ TEST_F(DiscFeederTest, BlankDiscsOfAnotherRunAreNotUsedUnderTheirName) {
   EXPECT_EQ(trays_.log.back(), "insert /shelf/Old (A) disc 01.iso") << "no second blank disc";
 }
 
+TEST_F(DiscFeederTest, LongAndHiddenNamesOfSetsAreTheSameWhenRestored) {
+  useDrives("V");
+  const std::string stamp = " (2026-11-22-10-00-F)";
+  for (const std::string& job : {std::string(".hidden"), std::string(250, 'x')}) {
+    DiscRequest request;
+    request.setName = job + stamp;
+    for (const int number : {10, 100}) {
+      feeder_.doFeedBlanks(request, number, number);
+      trays_.trays['V'].label = DiscFeeder::labelOf(number);
+      trays_.trays['V'].sessions = 1;
+    }
+    EXPECT_NE(trays_.nameIn('V').find(stamp + " disc 100"), std::string::npos);
+    trays_.onShelf.push_back(disc("Newer disc 10", "Backup #10", 99));
+    feeder_.doFeedRestore(restoreOf({10}, job.substr(0, 222) + stamp));
+    EXPECT_NE(trays_.nameIn('V').find(stamp + " disc 10"), std::string::npos);
+  }
+}
+
 TEST_F(DiscFeederTest, APersonsDiscStays) {
   useDrives("V");
   ImageDisc own = disc("My own", "");
