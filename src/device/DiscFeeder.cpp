@@ -108,19 +108,29 @@ void DiscFeeder::doFeedRestore(const DiscRequest& request) {
   // What is already in stays where it is; the other wanted discs share the remaining drives.
   std::string free;
   for (const char letter : drives_) {
-    const ImageDisc inside = trays_.isImageDrive(letter) ? trays_.discIn(letter) : ImageDisc{};
-    const bool ofSet = request.setName.empty() || isOfSet(inside, request.setName);
-    const auto wanted = std::find(missing.begin(), missing.end(), inside.label);
-    if (!inside.file.empty() && ofSet && wanted != missing.end())
+    const auto wanted = std::find_if(missing.begin(), missing.end(), [&](const auto& label) {
+      return holdsWanted(letter, label, request.setName);
+    });
+    if (wanted != missing.end())
       missing.erase(wanted);
     else if (mayServe(letter))
       free += letter;
   }
   for (const std::string& label : missing) {
     if (free.empty()) return;
-    const std::string file = findOnShelf(label, request.setName);
+    std::string file = findOnShelf(label, request.setName);
+    if (file.empty()) file = findOnShelf(label, "");
     if (!file.empty() && doChangeTo(free.front(), file)) free.erase(0, 1);
   }
+}
+
+bool DiscFeeder::holdsWanted(char letter, const std::string& label,
+                             const std::string& setName) const {
+  if (!trays_.isImageDrive(letter)) return false;
+  const ImageDisc inside = trays_.discIn(letter);
+  if (inside.file.empty() || inside.label != label) return false;
+  // A disc that a person named is as good as any, unless the very disc of the set lies ready.
+  return setName.empty() || isOfSet(inside, setName) || findOnShelf(label, setName).empty();
 }
 
 void DiscFeeder::doFeedIndexDisc() {
@@ -148,16 +158,15 @@ void DiscFeeder::doFeedIndexDisc() {
 }
 
 std::string DiscFeeder::findOnShelf(const std::string& label, const std::string& setName) const {
-  const ImageDisc* best = nullptr;
-  const std::vector<ImageDisc> shelf = trays_.discsOnShelf();
-  for (const ImageDisc& disc : shelf) {
-    if (disc.label != label) continue;
-    const bool ofSet = isOfSet(disc, setName);
-    const bool bestOfSet = best && isOfSet(*best, setName);
-    if (!best || ofSet > bestOfSet || (ofSet == bestOfSet && disc.modified > best->modified))
-      best = &disc;
+  std::string file;
+  UnixTime newest = 0;
+  for (const ImageDisc& disc : trays_.discsOnShelf()) {
+    if (disc.label != label || (!setName.empty() && !isOfSet(disc, setName))) continue;
+    if (!file.empty() && disc.modified <= newest) continue;
+    file = disc.file;
+    newest = disc.modified;
   }
-  return best ? best->file : std::string();
+  return file;
 }
 
 bool DiscFeeder::doChangeTo(char letter, const std::string& file) {

@@ -37,7 +37,8 @@ class DiscFeeder {
   bool mayServe(char letter) const;
   void doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name);
   bool doChangeTo(char letter, const std::string& file);
-  /// Of the discs with the label the one that fits the set; else the newest. Empty: none.
+  bool holdsWanted(char letter, const std::string& label, const std::string& setName) const;
+  /// The newest disc with the label, of this set when one is named. Empty: none.
   std::string findOnShelf(const std::string& label, const std::string& setName) const;
 
   ImageTrays& trays_;

@@ -108,11 +108,13 @@ TEST_F(DiscFeederTest, ARestoreGetsTheDiscsOfItsSet) {
   feeder_.doFeedRestore(next);
   EXPECT_EQ(trays_.nameIn('V'), "A disc 01");
 
+  trays_.log.clear();
+  feeder_.doFeedRestore(restoreOf({2}, "named by hand"));
+  feeder_.doFeedRestore(restoreOf({7}, "A"));
+  EXPECT_THAT(trays_.log, testing::IsEmpty()) << "nothing is taken out for what is in or nowhere";
+  trays_.remove('W');
   feeder_.doFeedRestore(restoreOf({2}, "unknown"));
   EXPECT_EQ(trays_.nameIn('V'), "B disc 02") << "the newest of that label";
-  trays_.log.clear();
-  feeder_.doFeedRestore(restoreOf({7}, "A"));
-  EXPECT_THAT(trays_.log, testing::IsEmpty()) << "nothing is taken out for a disc that is nowhere";
 }
 
 TEST_F(DiscFeederTest, AnIndexComesFromTheNewestFirstDisc) {
