@@ -48,22 +48,6 @@ TEST(Table, TheRowOfThePersonNeverPointsBehindTheEnd) {
   EXPECT_EQ(table.Row, 0);
 }
 
-TEST(Table, EveryChangeShowsInTheRevision) {
-  Table table({"One"});
-  auto last = table.revision();
-  const auto changed = [&] { return std::exchange(last, table.revision()) != table.revision(); };
-  table.addRow({"a"});
-  EXPECT_TRUE(changed());
-  table.setText(1, 0, "b");
-  EXPECT_TRUE(changed());
-  table.setCheck(1, 0, Table::Check::Unticked);
-  EXPECT_TRUE(changed());
-  table.setColHidden(0, true);
-  EXPECT_TRUE(changed());
-  table.text(1, 0);
-  EXPECT_FALSE(changed());
-}
-
 TEST(Table, DataSurvivesSaveAndLoad) {
   Table table({"tab\there", "line\r\nbreak", ""});
   table.addRow({"back\\slash", "\\t is no tab", "\xC3\xA4\xFF"});

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <map>
 
 #include "platform/linux/LinuxTargetFolder.h"
 #include "support/TempDir.h"
@@ -14,51 +13,6 @@ namespace korvenal {
 
 namespace {
 
-/// One disc in drive V whose files are texts; reads fail from `failAt` on.
-class TextDisc : public DiscFiles {
- public:
-  struct File {
-    std::string content;
-    unsigned permissions = 0640;
-  };
-  std::map<std::string, File, std::less<>> files;
-  std::int64_t failAt = INT64_MAX;
-
-  FileInfo doGetInfo(char letter, std::string_view path) override {
-    const auto stream = open(letter, path);
-    return stream ? stream->info() : FileInfo();
-  }
-  std::optional<VolumeInfo> doGetVolumeInfo(char) override { return std::nullopt; }
-  std::vector<std::string> listFolder(char, std::string_view) override { return {}; }
-  std::unique_ptr<FileStream> open(char letter, std::string_view path) override {
-    const auto found = files.find(path);
-    if (letter != 'V' || found == files.end()) return nullptr;
-    return std::make_unique<Stream>(found->second, failAt);
-  }
-
- private:
-  class Stream : public FileStream {
-   public:
-    Stream(const File& file, std::int64_t failAt) : file_(file), failAt_(failAt) {
-      info_.kind = FileInfo::Kind::File;
-      info_.size = Fixed4(static_cast<std::int64_t>(file.content.size()));
-      info_.modified = 1'000'000;
-      info_.permissions = file.permissions;
-    }
-    const FileInfo& info() const override { return info_; }
-    std::int64_t read(std::int64_t offset, char* buffer, std::size_t bytes) override {
-      if (offset + static_cast<std::int64_t>(bytes) > failAt_) return -EIO;
-      return static_cast<std::int64_t>(
-          file_.content.copy(buffer, bytes, static_cast<std::size_t>(offset)));
-    }
-
-   private:
-    const File& file_;
-    std::int64_t failAt_;
-    FileInfo info_;
-  };
-};
-
 constexpr std::size_t Piece = static_cast<std::size_t>(FileView::PieceBytes);
 
 }  // namespace
@@ -66,14 +20,18 @@ constexpr std::size_t Piece = static_cast<std::size_t>(FileView::PieceBytes);
 class TargetFolderTest : public testing::Test {
  protected:
   TargetFolderTest() {
-    disc_.files["a"] = {"content", 0640};
-    disc_.files["large"] = {std::string(2 * Piece + 1, 'x'), 0640};
+    source_.write("a", "content");
+    source_.write("large", std::string(2 * Piece + 1, 'x'));
     outside_.write("secret", "untouched");
-    target_ = LinuxTargetFolders(&disc_).open(folder_.path());
+    target_ = LinuxTargetFolders(nullptr).open(folder_.path());
   }
 
-  FileOutcome copy(const std::string& path, const std::string& source = "a") {
-    return target_->doCopyFileProgress("V:\\" + source, path, nullptr);
+  FileOutcome copy(const std::string& path, const std::string& source = "a",
+                   const CopyProgress& progress = nullptr) {
+    return target_->doCopyFileProgress(source_ / source, path, progress);
+  }
+  FileOutcome append(const std::string& path, const std::string& source = "a") {
+    return target_->doAppendFileProgress(source_ / source, path, nullptr);
   }
   std::string content(const std::string& path) const { return test::TempDir::read(folder_ / path); }
   struct stat statusOf(const std::string& path) const {
@@ -87,21 +45,18 @@ class TargetFolderTest : public testing::Test {
 
   test::TempDir folder_;
   test::TempDir outside_;
-  TextDisc disc_;
+  test::TempDir source_;
   std::unique_ptr<TargetFolder> target_;
 };
 
 TEST_F(TargetFolderTest, ACopyMakesItsFoldersAndBringsDateAndRights) {
-  disc_.files["s"] = {"x", 06755};
-  disc_.files["n"] = {"x", 0};
+  const timespec times[2] = {{5, 0}, {1'000'000, 0}};
+  ASSERT_EQ(::chmod((source_ / "a").c_str(), 06751), 0);
+  ASSERT_EQ(::utimensat(AT_FDCWD, (source_ / "a").c_str(), times, 0), 0);
   ASSERT_TRUE(copy("x\\y\\file"));
   EXPECT_EQ(content("x/y/file"), "content");
   EXPECT_EQ(statusOf("x/y/file").st_mtim.tv_sec, 1'000'000);
-  EXPECT_EQ(statusOf("x/y/file").st_mode & 07777U, 0640U);
-  ASSERT_TRUE(copy("x\\setuid", "s"));
-  EXPECT_EQ(statusOf("x/setuid").st_mode & 07777U, 0755U);
-  ASSERT_TRUE(copy("x\\no rights told", "n"));
-  EXPECT_EQ(statusOf("x/no rights told").st_mode & 07777U, 0644U);
+  EXPECT_EQ(statusOf("x/y/file").st_mode & 07777U, 0751U);
   EXPECT_EQ(target_->doGetInfo("x\\y\\file").size, Fixed4(7));
   EXPECT_EQ(copy("z", "missing").code, ENOENT);
   EXPECT_FALSE(std::filesystem::exists(folder_ / "z"));
@@ -118,7 +73,7 @@ TEST_F(TargetFolderTest, NoPathLeadsOutside) {
         std::string("a\\\\b"), std::string("a\\.\\b"), std::string(".."), std::string(),
         std::string("x\0y", 3)}) {
     EXPECT_FALSE(copy(path)) << path;
-    EXPECT_FALSE(target_->doAppendFileProgress("V:\\a", path, nullptr)) << path;
+    EXPECT_FALSE(append(path)) << path;
     EXPECT_FALSE(target_->doDeleteFile(path)) << path;
     EXPECT_FALSE(target_->isInUse(path)) << path;
     EXPECT_NE(target_->doGetInfo(path).kind, FileInfo::Kind::File) << path;
@@ -156,7 +111,7 @@ TEST_F(TargetFolderTest, OverwritingCutsAndNeverReachesASecondName) {
   EXPECT_EQ(content("locked"), "content");
 
   ASSERT_EQ(::link((outside_ / "secret").c_str(), (folder_ / "second").c_str()), 0);
-  EXPECT_EQ(target_->doAppendFileProgress("V:\\a", "second", nullptr).code, EMLINK);
+  EXPECT_EQ(append("second").code, EMLINK);
   ASSERT_TRUE(copy("second"));
   EXPECT_EQ(content("second"), "content");
   EXPECT_EQ(test::TempDir::read(outside_ / "secret"), "untouched");
@@ -167,7 +122,7 @@ TEST_F(TargetFolderTest, OnlyRegularFilesAreTouched) {
   ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
   for (const char* path : {"folder", "pipe"}) {
     EXPECT_FALSE(copy(path)) << path;
-    EXPECT_FALSE(target_->doAppendFileProgress("V:\\a", path, nullptr)) << path;
+    EXPECT_FALSE(append(path)) << path;
     EXPECT_FALSE(target_->doDeleteFile(path)) << path;
   }
   EXPECT_TRUE(copy("file"));
@@ -178,28 +133,30 @@ TEST_F(TargetFolderTest, OnlyRegularFilesAreTouched) {
 }
 
 TEST_F(TargetFolderTest, PiecesAppendInOrder) {
-  for (int i = 0; i < 2; ++i)
-    ASSERT_TRUE(target_->doAppendFileProgress("V:\\a", "x\\joined", nullptr));
-  ASSERT_TRUE(target_->doAppendFileProgress("V:\\large", "x\\joined", nullptr));
+  for (const char* source : {"a", "a", "large"}) ASSERT_TRUE(append("x\\joined", source));
   EXPECT_EQ(content("x/joined"), "contentcontent" + std::string(2 * Piece + 1, 'x'));
 }
 
-TEST_F(TargetFolderTest, AStopOrAReadErrorLeavesAPartThatCountsAsOld) {
+TEST_F(TargetFolderTest, AStopOrAShortSourceLeavesAPartThatCountsAsOld) {
   std::vector<std::int64_t> told;
-  const auto stopAt = [&](std::int64_t piece) {
+  const auto stopAtTheSecond = [&](std::int64_t piece) {
     told.push_back(piece);
     return piece == 2;
   };
-  EXPECT_EQ(target_->doCopyFileProgress("V:\\large", "file", stopAt).code, FileOutcome::Stopped);
+  EXPECT_EQ(copy("file", "large", stopAtTheSecond).code, FileOutcome::Stopped);
   EXPECT_THAT(told, testing::ElementsAre(1, 2));
   EXPECT_EQ(content("file").size(), 2 * Piece);
   EXPECT_EQ(statusOf("file").st_mtim.tv_sec, 0);
 
-  disc_.failAt = static_cast<std::int64_t>(Piece);
-  const FileOutcome failed = copy("file", "large");
+  const auto cutSource = [&](std::int64_t) {
+    std::filesystem::resize_file(source_ / "large", Piece + 1);
+    return false;
+  };
+  const FileOutcome failed = copy("file", "large", cutSource);
   EXPECT_EQ(failed.code, EIO);
   EXPECT_FALSE(failed.text.empty());
   EXPECT_EQ(content("file").size(), Piece);
+  EXPECT_EQ(statusOf("file").st_mtim.tv_sec, 0);
 }
 
 TEST_F(TargetFolderTest, AFileThatAnotherWritesOrLocksIsInUse) {

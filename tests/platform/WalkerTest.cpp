@@ -2,9 +2,7 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -161,12 +159,12 @@ TEST_F(WalkerTest, LinksToFilesAreFilesAndAllElseIsToldAsSkipped) {
               testing::Not(testing::Contains(line(WalkSkip::LinkToFolder, "d-folder"))));
 }
 
-TEST_F(WalkerTest, TheStartMayBeALink) {
+TEST_F(WalkerTest, TheStartMayBeALinkAndIsToldWhenMissing) {
   folder_.write("real/file", "");
   ASSERT_EQ(::symlink("real", (folder_ / "link").c_str()), 0);
   NotingSink sink(folder_.path());
-  walker_.walk(folder_ / "link", true, {}, sink);
-  EXPECT_THAT(sink.lines, ElementsAre("link/file"));
+  for (const char* start : {"link", "missing"}) walker_.walk(folder_ / start, true, {}, sink);
+  EXPECT_THAT(sink.lines, ElementsAre("link/file", line(WalkSkip::UnreadableFolder, "missing/")));
 }
 
 TEST_F(WalkerTest, UnreadableFoldersAreTold) {
@@ -177,12 +175,6 @@ TEST_F(WalkerTest, UnreadableFoldersAreTold) {
   ASSERT_EQ(::chmod((folder_ / "names-only").c_str(), 0400), 0);
   EXPECT_THAT(walk(), ElementsAre(line(WalkSkip::UnreadableFolder, "locked/"), "> names-only",
                                   line(WalkSkip::UnreadableFolder, "names-only/"), "names-only/"));
-}
-
-TEST_F(WalkerTest, AMissingStartIsTold) {
-  NotingSink sink(folder_.path());
-  walker_.walk(folder_ / "missing", true, {}, sink);
-  EXPECT_THAT(sink.lines, ElementsAre(line(WalkSkip::UnreadableFolder, "missing/")));
 }
 
 TEST_F(WalkerTest, NamesThatNoDiscCanHoldAreReportedOnceAndNotWalked) {
