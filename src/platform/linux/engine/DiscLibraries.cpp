@@ -17,12 +17,17 @@ char* changeable(const char* text) {
 /// "Write thread on drive N ended": the drive is truly idle from here on.
 constexpr int WorkerEnded = 0x00020178;
 
-bool isFailure(const char* severity) {
+bool isAtLeast(const char* severity, const char* limit) {
   int number = 0;
-  int failure = 0;
+  int least = 0;
   iso_text_to_sev(changeable(severity), &number);
-  iso_text_to_sev(changeable("FAILURE"), &failure);
-  return number >= failure;
+  iso_text_to_sev(changeable(limit), &least);
+  return number >= least;
+}
+
+/// The system's own refusals come as a lesser message in front of the failure that they cause.
+bool isFailure(const char* severity, int osError) {
+  return isAtLeast(severity, osError != 0 ? "SORRY" : "FAILURE");
 }
 
 }  // namespace
@@ -61,7 +66,7 @@ bool DiscLibraries::takeBurnMessages(std::vector<LibraryMessage>& failures) {
   while (burn::burn_msgs_obtain(changeable("DEBUG"), &code, text.data(), &osError,
                                 severity.data()) == 1) {
     if (code == WorkerEnded) ended = true;
-    if (isFailure(severity.data())) failures.push_back({code, osError, text.data()});
+    if (isFailure(severity.data(), osError)) failures.push_back({code, osError, text.data()});
   }
   return ended;
 }

@@ -1,0 +1,173 @@
+#include "engine/EngineFixture.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <random>
+
+namespace korvenal::test {
+namespace {
+
+using ::testing::Not;
+
+using FaultTest = EngineFixture;
+
+/// No file grows beyond so many bytes while this lives: a disk that runs full.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    ::signal(SIGXFSZ, SIG_IGN);
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    const struct rlimit limit { bytes, before_.rlim_max };
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  struct rlimit before_ {};
+};
+
+TEST_F(FaultTest, AFullDiskFailsTheBurnWithItsReason) {
+  blank(DiscDvdPlusR);
+  insert("\\", "large", dir.sparse("large", 50'000'000));
+  ASSERT_TRUE(prepare());
+  Ending end;
+  {
+    const FullDisk full(20'000'000);
+    end = burn();
+  }
+  EXPECT_TRUE(end.finished);
+  EXPECT_NE(end.error, 0);
+  EXPECT_EQ(engine->do_GetErrorNumber(), EFBIG) << engine->do_GetErrorString();
+  EXPECT_FALSE(engine->do_GetErrorString().empty());
+  EXPECT_EQ(engine->do_Writable(), 0);
+}
+
+TEST_F(FaultTest, AnImageTakenAwayDuringTheBurnIsNoSuccess) {
+  blank(DiscDvdPlusR);
+  insert("\\", "large", dir.sparse("large", 400'000'000));
+  ASSERT_TRUE(prepare());
+  const std::string file = image();
+  const Ending end = burn([&] {
+    if (engine->do_GetBlocksWritten() > 0) std::filesystem::remove(file);
+  });
+  EXPECT_NE(end.error, 0);
+  EXPECT_EQ(engine->do_TestUnitReady(), 0);
+}
+
+TEST_F(FaultTest, ABurnThatNeverEndedLeavesADamagedDisc) {
+  blank(DiscCdR);
+  const std::string file = image();
+  DiscProfile profile = DiscProfile::blank(DiscCdR, 0);
+  profile.writing = true;
+  dir.write("shelf/disc.iso.disc", profile.toText());
+  restart();
+  engine->do_SelectDeviceByLetter('V');
+  EXPECT_EQ(engine->do_Writable(), 0);
+  EXPECT_NE(engine->do_SessionsOnDisc(), 0);
+}
+
+/// Walks all that a disc offers, within reason, and reads the files.
+void walk(DiscReader& reader, const std::string& folder, int depth, int& budget) {
+  std::array<char, 4096> piece{};
+  for (const std::string& name : reader.list(folder)) {
+    if (--budget < 0) return;
+    const std::string path = folder.empty() ? name : folder + "\\" + name;
+    const FileInfo info = reader.info(path);
+    if (info.kind == FileInfo::Kind::Folder && depth < 20) walk(reader, path, depth + 1, budget);
+    const auto stream = reader.openFile(path);
+    if (!stream) continue;
+    stream->read(0, piece.data(), piece.size());
+    stream->read(info.size.whole() / 2, piece.data(), piece.size());
+  }
+}
+
+class MalformedTest : public EngineFixture {
+ protected:
+  /// A good image; cut or changed copies of it are looked at.
+  std::string goodImage() {
+    blank(DiscDvdPlusR);
+    for (int i = 0; i < 40; ++i)
+      insert(
+          "F" + std::to_string(i % 4) + "\\G", "file " + std::to_string(i),
+          dir.write("s" + std::to_string(i), std::string(static_cast<std::size_t>(i) * 100, 'x')));
+    EXPECT_EQ(prepareAndBurn().error, 0);
+    return TempDir::read(image());
+  }
+  int look(const std::string& bytes) {
+    const std::string file = dir.write("changed.iso", bytes);
+    const auto reader = DiscReader::open(openImageBlocks(file), 0);
+    int budget = 2000;
+    if (reader) walk(*reader, "", 0, budget);
+    return 2000 - budget;
+  }
+};
+
+TEST_F(MalformedTest, NoDamageMakesTheReaderCrashOrHang) {
+  const std::string good = goodImage();
+  ASSERT_EQ(look(good), 48);
+  std::mt19937 random(7);
+  for (int round = 0; round < 300; ++round) {
+    std::string bad = good;
+    // Descriptors and folders lie in front; most changes shall hit them.
+    for (int i = 0; i < 40; ++i)
+      bad[random() % std::min<std::size_t>(bad.size(), 262144)] ^= static_cast<char>(random());
+    look(bad);
+  }
+  for (std::size_t size : {0, 1, 2048, 32768, 34816, 65536, 69632, 80000})
+    look(good.substr(0, size));
+  std::string noise(400'000, '\0');
+  for (char& c : noise) c = static_cast<char>(random());
+  EXPECT_EQ(look(noise), 0);
+}
+
+TEST_F(MalformedTest, AFolderThatHoldsItselfIsWalkedOnlyAsDeepAsAsked) {
+  std::string image = goodImage();
+  // The entry of F1 gets the place of its parent, in every tree of the image.
+  const auto rootAt = [&](std::size_t descriptor) { return image.substr(descriptor + 156 + 2, 8); };
+  for (std::size_t at = 0; (at = image.find("\x02"
+                                            "F1",
+                                            at)) != std::string::npos;
+       ++at)
+    image.replace(at - 30, 8, rootAt(16 * 2048));
+  EXPECT_GT(look(image), 48);
+}
+
+TEST_F(MalformedTest, MissingBytesAreAnErrorAndNeverZeros) {
+  blank(DiscCdR);
+  insert("\\", "data", dir.write("data", std::string(1'000'000, 'd')));
+  ASSERT_EQ(prepareAndBurn().error, 0);
+  std::filesystem::resize_file(image(), std::filesystem::file_size(image()) - 500'000);
+  engine->do_EjectMedium();
+  engine->do_LoadMedium();
+  EXPECT_EQ(disc->doGetInfo('V', "data").size, Fixed4(1'000'000));
+  EXPECT_EQ(readDisc("data"), "<unreadable>");
+}
+
+TEST_F(MalformedTest, AFileIsReadAtAnyPlaceAndTwiceAtOnce) {
+  blank(DiscCdR);
+  std::string content(3'000'000, '\0');
+  for (std::size_t i = 0; i < content.size(); ++i) content[i] = static_cast<char>(i / 7 ^ i);
+  insert("\\", "data", dir.write("data", content));
+  ASSERT_EQ(prepareAndBurn().error, 0);
+  const auto one = disc->open('V', "data");
+  const auto two = disc->open('V', "data");
+  ASSERT_TRUE(one && two);
+  std::string piece(10'000, '\0');
+  for (const std::int64_t place : {0, 5, 2'047, 2'999'000, 1'234'567}) {
+    for (const auto& stream : {one.get(), two.get()}) {
+      const std::int64_t got = stream->read(place, piece.data(), piece.size());
+      EXPECT_EQ(piece.substr(0, static_cast<std::size_t>(got)),
+                content.substr(static_cast<std::size_t>(place), piece.size()));
+    }
+  }
+  EXPECT_EQ(one->read(3'000'000, piece.data(), 1), 0);
+}
+
+}  // namespace
+}  // namespace korvenal::test
