@@ -105,11 +105,12 @@ void DiscFeeder::doFeedRestore(const DiscRequest& request) {
     const int disc = request.restoreDisc(request.RestoreDiscIndex + k);
     if (disc > 0) missing.push_back(labelOf(disc));
   }
+  const Shelf shelf = trays_.discsOnShelf();
   // What is already in stays where it is; the other wanted discs share the remaining drives.
   std::string free;
   for (const char letter : drives_) {
     const auto wanted = std::find_if(missing.begin(), missing.end(), [&](const auto& label) {
-      return holdsWanted(letter, label, request.setName);
+      return holdsWanted(letter, label, request.setName, shelf);
     });
     if (wanted != missing.end())
       missing.erase(wanted);
@@ -118,19 +119,19 @@ void DiscFeeder::doFeedRestore(const DiscRequest& request) {
   }
   for (const std::string& label : missing) {
     if (free.empty()) return;
-    std::string file = findOnShelf(label, request.setName);
-    if (file.empty()) file = findOnShelf(label, "");
+    std::string file = findOnShelf(shelf, label, request.setName);
+    if (file.empty()) file = findOnShelf(shelf, label, "");
     if (!file.empty() && doChangeTo(free.front(), file)) free.erase(0, 1);
   }
 }
 
-bool DiscFeeder::holdsWanted(char letter, const std::string& label,
-                             const std::string& setName) const {
+bool DiscFeeder::holdsWanted(char letter, const std::string& label, const std::string& setName,
+                             const Shelf& shelf) const {
   if (!trays_.isImageDrive(letter)) return false;
   const ImageDisc inside = trays_.discIn(letter);
   if (inside.file.empty() || inside.label != label) return false;
   // A disc that a person named is as good as any, unless the very disc of the set lies ready.
-  return setName.empty() || isOfSet(inside, setName) || findOnShelf(label, setName).empty();
+  return setName.empty() || isOfSet(inside, setName) || findOnShelf(shelf, label, setName).empty();
 }
 
 void DiscFeeder::doFeedIndexDisc() {
@@ -143,11 +144,12 @@ void DiscFeeder::doFeedIndexDisc() {
     if (target == 0 && mayServe(letter)) target = letter;
   }
   if (target == 0) return;
-  std::string file = findOnShelf(label, "");
+  const Shelf shelf = trays_.discsOnShelf();
+  std::string file = findOnShelf(shelf, label, "");
   if (file.empty()) {
     // Without any first disc a single written one can only be what is meant.
     int written = 0;
-    for (const ImageDisc& disc : trays_.discsOnShelf()) {
+    for (const ImageDisc& disc : shelf) {
       if (isBlank(disc)) continue;
       file = disc.file;
       ++written;
@@ -157,10 +159,11 @@ void DiscFeeder::doFeedIndexDisc() {
   doChangeTo(target, file);
 }
 
-std::string DiscFeeder::findOnShelf(const std::string& label, const std::string& setName) const {
+std::string DiscFeeder::findOnShelf(const Shelf& shelf, const std::string& label,
+                                    const std::string& setName) {
   std::string file;
   UnixTime newest = 0;
-  for (const ImageDisc& disc : trays_.discsOnShelf()) {
+  for (const ImageDisc& disc : shelf) {
     if (disc.label != label || (!setName.empty() && !isOfSet(disc, setName))) continue;
     if (!file.empty() && disc.modified <= newest) continue;
     file = disc.file;

@@ -34,12 +34,17 @@ class DiscFeeder {
   static std::string labelOf(int disc) { return "Backup #" + std::to_string(disc); }
 
  private:
+  /// Looked at once a feeding: every disc on it has to be opened for its label.
+  using Shelf = std::vector<ImageDisc>;
+
   bool mayServe(char letter) const;
   void doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name);
   bool doChangeTo(char letter, const std::string& file);
-  bool holdsWanted(char letter, const std::string& label, const std::string& setName) const;
+  bool holdsWanted(char letter, const std::string& label, const std::string& setName,
+                   const Shelf& shelf) const;
   /// The newest disc with the label, of this set when one is named. Empty: none.
-  std::string findOnShelf(const std::string& label, const std::string& setName) const;
+  static std::string findOnShelf(const Shelf& shelf, const std::string& label,
+                                 const std::string& setName);
 
   ImageTrays& trays_;
   std::string drives_;

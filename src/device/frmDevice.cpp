@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/Workspace.h"
+
 namespace korvenal {
 
 namespace {
@@ -151,25 +153,32 @@ bool frmDevice::doSaveDevices() {
 }
 
 bool frmDevice::doCheckMultiDrives() {
-  std::vector<int> chosen;
-  std::copy_if(multiDrive.begin(), multiDrive.end(), std::back_inserter(chosen),
-               [this](int choice) { return !letterOf(choice).empty(); });
-  if (chosen.size() < 2) {
+  const auto isChosen = [this](int choice) { return !letterOf(choice).empty(); };
+  if (std::count_if(multiDrive.begin(), multiDrive.end(), isChosen) < 2) {
+    doFocus(std::find_if_not(multiDrive.begin(), multiDrive.end(), isChosen));
     const Answer answer = services_.desktop.doShowMessage(
         {.text = "Please select at least two drives in \"Multiple-drive\" mode.\n"
                  "Do you want to change to \"Single-drive\" mode?",
-         .title = "Error",
+         .title = gProductName,
          .icon = MessageIcon::Warning,
          .buttons = MessageButtons::YesNo});
     if (answer == Answer::Yes) OptDevice = 0;
     doRepaint();
     return false;
   }
-  std::sort(chosen.begin(), chosen.end());
-  if (std::adjacent_find(chosen.begin(), chosen.end()) == chosen.end()) return true;
-  services_.desktop.doShowMessage(
-      {.text = "Drive name duplicated.", .title = "Error", .icon = MessageIcon::Stop});
-  return false;
+  for (auto second = multiDrive.begin(); second != multiDrive.end(); ++second) {
+    if (!isChosen(*second) || std::find(multiDrive.begin(), second, *second) == second) continue;
+    doFocus(second);
+    services_.desktop.doShowMessage(
+        {.text = "Drive name duplicated.", .title = "Error", .icon = MessageIcon::Stop});
+    return false;
+  }
+  return true;
+}
+
+void frmDevice::doFocus(std::array<int, 5>::const_iterator list) {
+  focusedMultiDrive = static_cast<int>(list - multiDrive.cbegin());
+  doRepaint();
 }
 
 void frmDevice::doWriteSettings() {

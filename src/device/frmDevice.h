@@ -47,6 +47,8 @@ class frmDevice : public Form {
   bool AutoloaderBadDisc = true;
   std::array<std::string, 5> AutoloaderCommand;
   bool refreshEnabled = true;
+  /// The list of Multiple-drive mode that was refused last, from 0; -1 for none.
+  int focusedMultiDrive = -1;
 
   void doActivate() override;
   void doCloseBox() override { doSaveAndClose(); }
@@ -69,6 +71,7 @@ class frmDevice : public Form {
   /// Whether the form may close.
   bool doSaveDevices();
   bool doCheckMultiDrives();
+  void doFocus(std::array<int, 5>::const_iterator list);
   void doWriteSettings();
   int choiceOf(const std::string& letter) const;
   std::string letterOf(int choice) const;

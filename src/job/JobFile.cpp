@@ -91,6 +91,7 @@ bool JobFile::doSaveJob() {
   {
     const WaitPointer wait(services_.desktop);
     if (job_.txJobName.empty() || job_.txJobName == NewJobName) job_.txJobName = jobNameOf(path);
+    if (job_.txJobName.empty()) job_.txJobName = NewJobName;  // a file name of nothing but ":?*"
     written = doWriteJobFile(path);
   }
   if (!written) return doTellError("Backup job save error.", Title);

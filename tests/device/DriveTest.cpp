@@ -136,6 +136,7 @@ TEST_F(DeviceFormTest, SeveralDrivesMustBeTwoAndDifferent) {
     form.multiDrive = {1, 2, 0, 1, 0};
     form.doCloseBox();
     EXPECT_EQ(bench_.desktop.asked.back().text, "Drive name duplicated.");
+    EXPECT_EQ(form.focusedMultiDrive, 3);
     form.multiDrive = {};
     form.pbCancel();
     EXPECT_EQ(form.OptDevice, 0);

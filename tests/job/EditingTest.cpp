@@ -130,9 +130,8 @@ TEST_F(EditingTest, ANewJobTakesTheDefaultsOnce) {
   bench_.settings.SplitFile = true;
   bench_.settings.SplitSize = 12;
   bench_.settings.SplitSize2 = -1;
-  bench_.device.SingleDrive = "V";
-  bench_.device.doBuildDriveLetters();
-  bench_.engine.drives['V'] = {};
+  bench_.doConnect('V');
+  bench_.doChoose("V");
   bench_.grids.doEventMessage("of the job before");
   bench_.newJob.doNewJob();
   EXPECT_EQ(job_.txJobName, "New Backup");

@@ -1,30 +1,15 @@
 #pragma once
 
+#include "device/DeviceBench.h"
 #include "job/AddItems.h"
 #include "job/JobControls.h"
 #include "job/JobFile.h"
 #include "job/NewJob.h"
-#include "support/FakeEngine.h"
-#include "support/Workbench.h"
 
 namespace korvenal::test {
 
-/// Letters V, W ... of a machine with so many burners.
-class FakeMachine : public MountedDevices {
- public:
-  int drives = 1;
-  std::string devicePath(char letter) override {
-    const bool there = letter >= 'V' && letter < 'V' + drives;
-    return there ? "IMAGE#CDROM&VEN_Image&PROD_Drive&REV_1#" + std::string(1, letter) : "";
-  }
-};
-
 /// A job with all that makes, edits and stores it.
-struct JobBench : Workbench {
-  FakeEngine engine{clock};
-  FakeMachine machine;
-  DeviceSettings device;
-  DriveDiscovery drives{engine, machine, desktop, state, device};
+struct JobBench : DeviceBench {
   Job job;
   NewJob newJob{state, settings, drives, grids, job};
   JobFile jobFile{{.state = state,

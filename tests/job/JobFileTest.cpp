@@ -80,34 +80,31 @@ TEST_F(JobFileTest, EverythingComesBack) {
 }
 
 TEST_F(JobFileTest, OptionsOutOfRangeAreMended) {
-  struct Case {
-    std::size_t field;
-    std::string value;
-    std::function<std::string(const Job&)> shown;
-    std::string expected;
-  };
-  const Case cases[] = {
-      {0, "0000000002", [](const Job& j) { return std::to_string(j.optBackupType); }, "0"},
-      {1, "0000009999", [](const Job& j) { return j.txDateFilter; }, "9999"},
-      {1, "0000010000", [](const Job& j) { return j.txDateFilter; }, "0"},
-      {1, "-000000003", [](const Job& j) { return j.txDateFilter; }, "0"},
-      {3, "0000000003", [](const Job& j) { return std::to_string(j.comboDiscType); }, "0"},
-      {6, "0000000004", [](const Job& j) { return j.FileSize; }, "20 MB"},
-      {6, "0000000005", [](const Job& j) { return j.FileSize; }, "5 MB"},
-      {6, "0000000701", [](const Job& j) { return j.FileSize; }, "20 MB"},
-      {7, "0000000000", [](const Job& j) { return j.DiscSize; }, "10 MB"},
-      {7, "0000000500", [](const Job& j) { return j.DiscSize; }, "500 MB"},
-      {9, "9999999999", [](const Job& j) { return std::to_string(j.optFileSystem); }, "0"},
-      {11, "0000000001", [](const Job& j) { return std::to_string(j.optSplitAndSpan); }, "1"},
-      {12, "not number", [](const Job& j) { return std::to_string(j.BurnRestoreKit); }, "0"},
-  };
-  for (const Case& one : cases) {
+  const auto loadFields = [this](const std::map<std::size_t, std::string>& fields) {
     std::string options = zeros_;
-    options.replace(one.field * 10, 10, one.value);
+    for (const auto& [field, value] : fields) options.replace(field * 10, 10, value);
     ASSERT_TRUE(load(store(gProductName, "J", options)));
-    EXPECT_EQ(one.shown(job_), one.expected) << one.field << " " << one.value;
-    EXPECT_EQ(job_.chkDateFilter, job_.txDateFilter != "0");
-  }
+  };
+  loadFields({{0, "0000000002"},
+              {1, "0000010000"},
+              {3, "0000000003"},
+              {6, "0000000004"},
+              {7, "0000000000"},
+              {9, "9999999999"},
+              {11, "0000000002"},
+              {12, "not number"}});
+  EXPECT_EQ(buildOptionText(job_),
+            zeros_.substr(0, 60) + "00000000200000000010" + zeros_.substr(80))
+      << "20 and 10 MB, all else off";
+  EXPECT_FALSE(job_.chkDateFilter);
+  loadFields({{1, "0000009999"}, {6, "0000000005"}, {7, "0000000500"}, {11, "0000000001"}});
+  EXPECT_EQ(job_.txDateFilter, "9999");
+  EXPECT_TRUE(job_.chkDateFilter);
+  EXPECT_EQ(job_.FileSize + job_.DiscSize, "5 MB500 MB");
+  EXPECT_EQ(job_.optSplitAndSpan, 1);
+  loadFields({{1, "-000000003"}, {6, "0000000701"}, {7, "0000000501"}});
+  EXPECT_EQ(job_.txDateFilter, "0");
+  EXPECT_EQ(job_.FileSize + job_.DiscSize, "20 MB10 MB");
 }
 
 TEST_F(JobFileTest, OptionTextsOfOlderVersionsArePadded) {
