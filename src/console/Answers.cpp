@@ -28,22 +28,28 @@ void Answers::show(const Question& question, int button) {
 }
 
 int Answers::choose(const Question& question) {
-  if (queued_.empty() && agreeToAll_) {
+  if (const int at = takeQueued(question); at >= 0) {
+    show(question, at);
+    return at;
+  }
+  if (agreeToAll_) {
     show(question, question.affirmative);
     return question.affirmative;
   }
-  if (!queued_.empty()) {
-    const std::string text = queued_.front();
-    queued_.pop_front();
-    const int at = find(question.buttons, text);
-    if (at >= 0) {
-      show(question, at);
-      return at;
-    }
-    mismatch_ = true;
-    screen_.line("  The prepared answer \"" + text + "\" is no answer to this question.");
-  }
   return askPerson(question);
+}
+
+int Answers::takeQueued(const Question& question) {
+  if (queued_.empty()) return -1;
+  const std::string text = queued_.front();
+  const int at = find(question.buttons, text);
+  // Where all is agreed to, an answer waits for the question that it fits.
+  if (at < 0 && agreeToAll_) return -1;
+  queued_.pop_front();
+  if (at >= 0) return at;
+  mismatch_ = true;
+  screen_.line("  The prepared answer \"" + text + "\" is no answer to this question.");
+  return -1;
 }
 
 int Answers::askPerson(const Question& question) {

@@ -17,7 +17,9 @@ struct Question {
 };
 
 /// Answers questions by the words on their buttons: first from the queue of prepared answers, then
-/// by the affirmative one when all are to be agreed to, then by asking the person.
+/// by the affirmative one when all are to be agreed to, then by asking the person. A prepared
+/// answer that does not fit its question is an error, but not where all is agreed to: there it
+/// waits for the next.
 class Answers {
  public:
   /// `person` is where a person is asked.
@@ -43,6 +45,8 @@ class Answers {
   static std::string caption(const std::string& button);
 
  private:
+  /// The button that the next prepared answer names; -1 for none.
+  int takeQueued(const Question& question);
   int askPerson(const Question& question);
   void show(const Question& question, int button);
 

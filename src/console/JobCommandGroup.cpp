@@ -52,6 +52,11 @@ bool JobCommandGroup::beginEdit() {
   return false;
 }
 
+void JobCommandGroup::doDropWhenUnattended() {
+  const Answers& answers = session_.answers;
+  if (answers.agreesToAll() || !answers.isAttended()) session_.main.job.doMarkChanged(false);
+}
+
 int JobCommandGroup::findItem(const std::string& name) {
   const Table& contents = session_.main.job.vsContents;
   for (int row = 1; row < contents.Rows(); ++row)
@@ -66,7 +71,9 @@ ExitCode JobCommandGroup::doNew(const Arguments& arguments) {
   if (named &&
       (arguments[0].empty() || arguments[0].find_first_of(ForbiddenChars) != std::string::npos))
     return session_.fail("A job's name holds none of " + ForbiddenChars);
-  if (!beginEdit() || !main.jobFile.doQuerySaveJob()) return ExitCode::Failed;
+  if (!beginEdit()) return ExitCode::Failed;
+  doDropWhenUnattended();
+  if (!main.jobFile.doQuerySaveJob()) return ExitCode::Failed;
   main.newJob.doNewJob();
   if (named) main.jobControls.setJobName(arguments[0]);
   main.job.doMarkChanged(false);
@@ -78,6 +85,7 @@ ExitCode JobCommandGroup::doOpen(const Arguments& arguments) {
   if (!mayBegin(korvenal::Command::OpenJob, main.state))
     return session_.fail("A job cannot be opened now.");
   main.doTask01();
+  doDropWhenUnattended();
   session_.desktop.prepareFile(absolutePath(arguments[0]));
   if (!main.jobFile.doLoadJob("")) return ExitCode::Failed;
   return doShow();

@@ -29,6 +29,9 @@ class JobCommandGroup {
 
   /// Leads back to the step where the job can be changed. False, told, while an action is at work.
   bool beginEdit();
+  /// Nobody is there to name a file for the job at hand: a list of commands that wants it kept
+  /// has saved it.
+  void doDropWhenUnattended();
   /// The row of the item with this name on disc; 0, told, for none.
   int findItem(const std::string& name);
 
