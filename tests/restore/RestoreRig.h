@@ -1,0 +1,120 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/Profile.h"
+#include "platform/linux/DiscFiles.h"
+#include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxTargetFolder.h"
+#include "restore/IndexLines.h"
+#include "restore/IndexOpening.h"
+#include "restore/RestoreFind.h"
+#include "restore/RestoreRun.h"
+#include "support/FakeEngine.h"
+#include "support/ManualClock.h"
+#include "support/ScriptedDesktop.h"
+#include "support/TempDir.h"
+
+namespace korvenal::test {
+
+/// What lies on the discs of the scripted drives, by the label of the disc.
+class MemoryDiscs : public DiscFiles {
+ public:
+  using Content = std::map<std::string, std::string>;  ///< disc path -> bytes
+
+  explicit MemoryDiscs(FakeEngine& engine) : engine_(engine) {}
+
+  std::map<std::string, Content> contents;
+  UnixTime modified = 1'600'000'000;
+
+  FileInfo doGetInfo(char letter, std::string_view discPath) override;
+  std::optional<VolumeInfo> doGetVolumeInfo(char letter) override;
+  std::vector<std::string> listFolder(char letter, std::string_view discPath) override;
+  std::unique_ptr<FileStream> open(char letter, std::string_view discPath) override;
+
+ private:
+  const Content* inDrive(char letter) const;
+
+  FakeEngine& engine_;
+};
+
+/// An archive is a file that begins with "PK", its entry's name in one line, then the text.
+class TextArchive : public IndexArchive {
+ public:
+  explicit TextArchive(Files& files) : files_(files) {}
+
+  int compress(const std::string&, const std::string&, const std::string&, const Pump&) override {
+    return 1;
+  }
+  int extract(const std::string& archive, const std::string& file, const std::string& password,
+              long long maxBytes, const Pump& pump) override;
+  std::string entryName(const std::string& archive) override;
+  bool isArchive(const std::string& path) override;
+
+ private:
+  std::string content(const std::string& path) const {
+    return files_.readAll(path, 1 << 20).value_or("");
+  }
+  Files& files_;
+};
+
+/// Real target folders, whose n-th copy or append can be made to fail.
+class BreakableTargets : public TargetFolders {
+ public:
+  explicit BreakableTargets(DiscFiles* discs) : good_(discs) {}
+  int failingCopy = 0;  ///< from 1; 0: none fails
+  FileOutcome failure{FileOutcome::DiskFull, "No space left on device"};
+  int copies = 0;
+  std::unique_ptr<TargetFolder> open(const std::string& path) override;
+
+ private:
+  LinuxTargetFolders good_;
+};
+
+/// Everything that a restore works with, over scripted drives and a real target folder.
+struct RestoreRig {
+  RestoreRig();
+
+  TempDir folder;
+  ManualClock clock;
+  ScriptedDesktop desktop;
+  FakeEngine engine{clock};
+  MemoryDiscs discs{engine};
+  LinuxFiles files{&discs};
+  BreakableTargets targets{&discs};
+  TextArchive archive{files};
+  Workspace workspace;
+  Profile profile;
+  Settings settings{profile};
+  ActionState state;
+  DeviceSettings devices;
+  RunGrids grids;
+  Records records;
+  RunPage runPage;
+  RestorePage page{desktop};
+  RestoreSelection selection{page, desktop};
+  RestoreFind find{page, desktop};
+  std::vector<std::string> prompts;  ///< "reason: discs still wanted"
+  /// Answers a prompt; by default the wanted disc goes into the first drive.
+  std::function<void(int reason, const DiscRequest&)> onPrompt;
+  IndexOpening opening;
+  RestoreRun run;
+
+  std::string target(const std::string& path) const { return folder / ("target/" + path); }
+  std::string restored(const std::string& path) const { return TempDir::read(target(path)); }
+  bool stands(const std::string& path) const { return files.doFileExists(target(path)); }
+  void insert(char letter, const std::string& label);
+  void insertDisc(int number) { insert('V', "Backup #" + std::to_string(number)); }
+  /// Opens the index and selects all of it.
+  void openAll(const IndexLines& index);
+  /// Opens the index without selecting anything.
+  void open(const std::string& text);
+  std::string note(int row) const { return grids.vsOutput[1].text(row, 7); }
+  bool hasEvent(const std::string& text) const;
+  /// The messages of the error record, one a line.
+  std::vector<std::string> errors() const;
+};
+
+}  // namespace korvenal::test
