@@ -47,11 +47,9 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   disc_ = disc;
   target_ = &target;
   counts_ = {};
-  const int from = split_.SplitNextPart;
-  if (from > 0) doRestoreParts(from);
-  // With parts taken and more to come, the whole disc belongs to the file. With none taken it lacks
-  // the part that it should hold, and its other files are wanted all the same.
-  const bool wholeDiscIsSplitFile = split_.SplitNextPart > from;
+  if (split_.SplitNextPart > 0) doRestoreParts(split_.SplitNextPart);
+  // A file that goes on on the next disc has this whole disc to itself.
+  const bool wholeDiscIsSplitFile = split_.SplitNextPart > 0;
   const RestoreTree& tree = page_.vsRestore;
   for (int row = 1; row < tree.Rows() && !wholeDiscIsSplitFile && !isOver(); ++row) {
     if (tree.item(row).disc == disc.number && isSelected(row)) doRestoreRow(row);

@@ -4,6 +4,7 @@
 
 #include "core/DateText.h"
 #include "core/SizeText.h"
+#include "plan/BackupIndex.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "platform/Walker.h"
@@ -29,7 +30,6 @@ constexpr const char* IndexPatterns[] = {
 constexpr std::string_view NameHead = "KORVEN{";
 constexpr std::string_view NameTail = "}.bdx";
 constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)"
-const std::string Password = "ZEPHOR";
 constexpr const char* FormatError = "Backup index file format error.";
 
 bool isIndexName(std::string_view name) {
@@ -202,7 +202,7 @@ bool IndexOpening::doLoadIndexFile(const std::string& path) {
     const TemporaryFile extracted(services_.files,
                                   services_.workspace.TempFolder + "KorvenalIndex.txt");
     const auto pump = [this] { services_.desktop.doRest(); };
-    if (services_.archive.extract(path, extracted.path(), Password, Limit, pump) == 0)
+    if (services_.archive.extract(path, extracted.path(), IndexPassword, Limit, pump) == 0)
       text = services_.files.readAll(extracted.path(), Limit);
   } else {
     text = services_.files.readAll(path, Limit);

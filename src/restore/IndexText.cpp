@@ -6,7 +6,7 @@ namespace korvenal {
 
 namespace {
 
-constexpr std::string_view Stamp = "KORVEN";
+constexpr std::size_t StampBytes = 6;  ///< of the stamp, whatever version wrote it
 
 bool splitFields(std::string_view line, IndexLine& fields) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -17,6 +17,10 @@ bool splitFields(std::string_view line, IndexLine& fields) {
     if (!last) line.remove_prefix(tab + 1);
   }
   return true;
+}
+
+bool isStamp(std::string_view field) {
+  return field.starts_with(std::string_view(IndexStamp).substr(0, StampBytes));
 }
 
 bool isDroppable(std::string_view line) {
@@ -56,7 +60,7 @@ bool IndexText::load(std::string text) {
   dropEmptyLastLine(text);
   IndexLine fields;
   IndexCursor header(text);
-  if (!header.next(fields) || !fields[IndexHeadStamp].starts_with(Stamp)) return false;
+  if (!header.next(fields) || !isStamp(fields[IndexHeadStamp])) return false;
 
   int rows = 0;
   std::string_view line;

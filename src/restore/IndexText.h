@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "plan/BackupIndex.h"
+
 namespace korvenal {
 
 /// Fields of a line of the index. The header line uses the same places for its own values.
@@ -18,7 +20,6 @@ enum IndexField : int {
   IndexStart = 7,
   IndexEnd = 8,
   IndexDisc = 9,
-  IndexFieldCount = 10,
 
   IndexHeadStamp = 0,
   IndexHeadJob = 1,
@@ -30,7 +31,7 @@ enum IndexField : int {
 };
 
 /// One line of an index: views into its text.
-using IndexLine = std::array<std::string_view, IndexFieldCount>;
+using IndexLine = std::array<std::string_view, IndexFields>;
 
 /// The text of a backup index: one line a row, ended by a line feed with or without a carriage
 /// return before it, fields separated by tabs, no quoting. Nothing but these characters separates.
