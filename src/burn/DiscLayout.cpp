@@ -9,10 +9,6 @@ namespace {
 constexpr int RowsPerStep = 10;
 constexpr std::int64_t GiB = 1'073'741'824;
 
-bool isFolderOnDisc(RowType type) {
-  return type == RowType::Folder || type == RowType::SplitFile || type == RowType::RepeatedFolder;
-}
-
 int rowsOnDisc(const PlanTable& table, int disc) {
   int count = 0;
   for (int row = 1; row < table.Rows(); ++row)

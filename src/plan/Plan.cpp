@@ -32,10 +32,6 @@ void appendNumber(std::string& out, std::int64_t number) {
   out.append(digits.data(), end);
 }
 
-bool isFolderOnDisc(RowType type) {
-  return type == RowType::Folder || type == RowType::SplitFile || type == RowType::RepeatedFolder;
-}
-
 }  // namespace
 
 PlanTable::PlanTable() {

@@ -22,6 +22,11 @@ enum class RowType : std::uint8_t {
   RepeatedFolder = 5,  ///< a folder made again at the head of a later disc
 };
 
+/// Rows of these kinds are folders on the disc.
+constexpr bool isFolderOnDisc(RowType type) {
+  return type == RowType::Folder || type == RowType::SplitFile || type == RowType::RepeatedFolder;
+}
+
 /// Columns of `vsBuffer` as text.
 enum PlanColumn : int {
   PlanMark = 0,
