@@ -1,7 +1,5 @@
 #include "burn/DiscBurner.h"
 
-#include "platform/Text.h"
-
 namespace korvenal {
 
 void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
