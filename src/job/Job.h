@@ -77,6 +77,11 @@ struct Job {
   std::string backupTypeText() const { return isDifferential() ? "Differential" : "Full"; }
   const std::string& discTypeText() const { return discTypeTextOf(comboDiscType); }
 
+  /// The caption of the third options tab.
+  std::string splitTabText() const {
+    return std::string("Split-and-Span ") + (optSplitAndSpan == 0 ? "= OFF" : "= ON");
+  }
+
   /// Gives `vsContents` its 13 columns, the header texts and the hidden columns. Rows stay, and so
   /// do the hidden header cells, which carry the job's options while it is saved and loaded.
   void doInitContents();
