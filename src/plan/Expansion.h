@@ -1,22 +1,16 @@
 #pragma once
 
-#include <array>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/frmAddFiles.h"
 #include "job/Job.h"
 #include "plan/Plan.h"
+#include "plan/ScanFilters.h"
+#include "plan/SkippedEntries.h"
 #include "plan/SourceScanServices.h"
 
 namespace korvenal {
-
-/// The earliest date that a job's date filter lets through: the same time of day, so many days
-/// before `now`. Nothing when the filter is off.
-std::optional<UnixTime> earliestDateOf(const Job& job, UnixTime now);
-/// The filters of a job as a walk takes them.
-WalkFilters filtersOf(const Job& job, UnixTime now);
 
 /// The first step of a plan: every item of the job becomes the rows of what lies in it. A
 /// sub-folder's row stands above its contents at once: its place is kept when it is entered, and
@@ -56,7 +50,6 @@ class Expansion : private WalkSink {
   PlanTable::Row rowOf(const WalkEntry& entry) const;
   std::string itemName(int item, const std::string& path) const;
   void finish();
-  void noteSkipped();
 
   const SourceScanServices& services_;
   const Job& job_;
@@ -71,8 +64,7 @@ class Expansion : private WalkSink {
   std::vector<OpenFolder> open_;
   const std::string* fileItemPath_ = nullptr;  ///< set while a file item is expanded
   std::string fileItemName_;
-  std::array<int, 6> skippedCounts_{};  ///< by WalkSkip
-  std::vector<std::string> unreadable_;
+  SkippedEntries skippedEntries_;
 };
 
 }  // namespace korvenal
