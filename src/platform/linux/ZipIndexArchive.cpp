@@ -193,7 +193,7 @@ int compressFile(const std::string& archive, const std::string& file, const std:
   if (!zip || !addEntry(zip.get(), std::string(Paths::doGetFilePart(file)), content, password))
     return Failed;
   if (zip_close(zip.get()) != 0) return Failed;
-  zip.release();
+  static_cast<void>(zip.release());  // closed, and so freed
   return 0;
 }
 
