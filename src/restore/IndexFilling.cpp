@@ -84,13 +84,13 @@ class TreeFilling {
     item.kind = kind;
     item.nameOnDisc = tree_.refOf(onDisc);
     if (origin != onDisc) item.originName = tree_.refOf(origin);
-    item.name = tree_.refOf(path.substr(path.rfind(Paths::DiscSeparator) + 1));
     item.date = dateIn(line[IndexDate]);
     item.parent = level > 0 ? levelRow_[level - 1] : 0;
     if (!folder) item.size = std::max(Fixed4::parse(line[IndexSize]), Fixed4());
     fillDiscs(item, line);
 
-    const int row = tree_.addRow(item, static_cast<int>(level));
+    const int row = tree_.addRow(item, path.substr(path.rfind(Paths::DiscSeparator) + 1),
+                                 static_cast<int>(level));
     partsFollow_ = kind == RestoreKind::SplitFile;
     if (folder) levelRow_[level] = static_cast<std::uint32_t>(row);
     for (std::size_t above = level; above-- > 0;)

@@ -15,17 +15,20 @@ class NameMatcher {
 
   bool matches(std::string_view name) const {
     if (matchCase_) return name.find(wanted_) != std::string_view::npos;
-    for (const char c : name)
-      if (static_cast<unsigned char>(c) >= 0x80)
-        return Text::toUpper(name).find(wanted_) != std::string::npos;
+    if (!isAscii(name)) return Text::toUpper(name).find(wanted_) != std::string::npos;
     return asciiHolds(name);
   }
 
  private:
   static char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
+  static bool isAscii(std::string_view name) {
+    char bits = 0;
+    for (const char c : name) bits = static_cast<char>(bits | c);
+    return static_cast<unsigned char>(bits) < 0x80;
+  }
+
   bool asciiHolds(std::string_view name) const {
-    if (wanted_.empty()) return true;
     for (std::size_t at = 0; at + wanted_.size() <= name.size(); ++at) {
       std::size_t same = 0;
       while (same < wanted_.size() && upper(name[at + same]) == wanted_[same]) ++same;

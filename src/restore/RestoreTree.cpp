@@ -37,6 +37,8 @@ RestoreTree::RestoreTree(TypeNames typeNames) : typeNames_(std::move(typeNames))
 
 void RestoreTree::clear(std::string text) {
   text_ = std::move(text);
+  names_ = {};
+  nameAt_ = {0, 0};
   rows_ = std::vector<Item>(1);
   levels_ = {0};
   checks_ = {static_cast<std::uint8_t>(RestoreCheck::Unchecked)};
@@ -54,15 +56,18 @@ RestoreTree::TextRef RestoreTree::refOf(std::string_view part) const {
 
 void RestoreTree::reserve(std::size_t rows) {
   rows_.reserve(rows);
+  nameAt_.reserve(rows + 1);
   levels_.reserve(rows);
   checks_.reserve(rows);
   collapsed_.reserve(rows);
 }
 
-int RestoreTree::addRow(const Item& item, int level) {
+int RestoreTree::addRow(const Item& item, std::string_view name, int level) {
   const int at = Rows();
   rows_.push_back(item);
   rows_.back().end = static_cast<std::uint32_t>(at) + 1;
+  names_ += name;
+  nameAt_.push_back(static_cast<std::uint32_t>(names_.size()));
   levels_.push_back(static_cast<std::uint16_t>(level));
   checks_.push_back(static_cast<std::uint8_t>(RestoreCheck::Unchecked));
   collapsed_.push_back(0);
@@ -207,9 +212,9 @@ const std::string& RestoreTree::typeText(int at) const {
 }
 
 std::size_t RestoreTree::memoryBytes() const {
-  return text_.capacity() + rows_.capacity() * sizeof(Item) +
-         levels_.capacity() * sizeof(std::uint16_t) + checks_.capacity() + collapsed_.capacity() +
-         partDiscs_.capacity() * sizeof(std::uint16_t);
+  return text_.capacity() + names_.capacity() + nameAt_.capacity() * sizeof(std::uint32_t) +
+         rows_.capacity() * sizeof(Item) + levels_.capacity() * sizeof(std::uint16_t) +
+         checks_.capacity() + collapsed_.capacity() + partDiscs_.capacity() * sizeof(std::uint16_t);
 }
 
 }  // namespace korvenal

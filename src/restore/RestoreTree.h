@@ -62,7 +62,6 @@ class RestoreTree {
   struct Item {
     Fixed4 size;                   ///< bytes; 0 for folders; the whole file for a split file
     std::int64_t date = 0;         ///< "yyyymmddhhmmss" as a number; 0 for none
-    TextRef name;                  ///< what is shown: the last component
     TextRef nameOnDisc;            ///< path on disc; folders and split files end in '\'
     TextRef originName;            ///< path from before a shortening; empty when it is the same
     std::uint32_t parent = 0;      ///< row of the parent folder; 0 for a top-level row
@@ -91,7 +90,11 @@ class RestoreTree {
   const Item& item(int at) const { return rows_[index(at)]; }
   int level(int at) const { return levels_[index(at)]; }
   bool isFolder(int at) const { return item(at).kind == RestoreKind::Folder; }
-  std::string_view name(int at) const { return view(item(at).name); }
+  /// What is shown: the last component, of the origin name when there is one.
+  std::string_view name(int at) const {
+    const std::uint32_t start = nameAt_[index(at)];
+    return std::string_view(names_).substr(start, nameAt_[index(at) + 1] - start);
+  }
   std::string_view nameOnDisc(int at) const { return view(item(at).nameOnDisc); }
   /// The path that the item had before any shortening, as far as it differs.
   std::string_view originName(int at) const { return view(item(at).originName); }
@@ -127,8 +130,8 @@ class RestoreTree {
   /// The place of a view of the arena.
   TextRef refOf(std::string_view view) const;
   void reserve(std::size_t rows);
-  /// Adds a row at the end, unchecked, and returns its number.
-  int addRow(const Item& item, int level);
+  /// Adds a row at the end, unchecked, with the name that is shown, and returns its number.
+  int addRow(const Item& item, std::string_view name, int level);
   /// Fills `end` of all rows; called once behind the last row.
   void finishRows();
   /// Widens the disc range of a row so that it holds both discs.
@@ -146,6 +149,8 @@ class RestoreTree {
 
   TypeNames typeNames_;
   std::string text_;
+  std::string names_;                  ///< names shown, one behind the other, for fast searches
+  std::vector<std::uint32_t> nameAt_;  ///< where each begins; one more for the end
   std::vector<Item> rows_;
   std::vector<std::uint16_t> levels_;
   std::vector<std::uint8_t> checks_;

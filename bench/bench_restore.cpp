@@ -1,0 +1,85 @@
+#include <filesystem>
+#include <fstream>
+
+#include "PairedRounds.h"
+#include "PlanBench.h"
+#include "restore/IndexOpening.h"
+#include "restore/RestoreFind.h"
+
+// A million rows of an index: unpacked and opened against `unzip -P` of the same archive, then
+// selected and searched. Usage: bench_restore.
+
+namespace {
+
+using namespace korvenal;
+namespace fs = std::filesystem;
+
+constexpr int Chains = 4'167;
+constexpr int Depth = 12;
+constexpr int FilesPerFolder = 19;
+
+/// One top folder with chains of twelve folders below it, as a plan would list them.
+void writeIndex(const std::string& path) {
+  std::ofstream out(path, std::ios::binary);
+  const std::string stamp = "\t20240229134501\t\t\t\t1\r\n";
+  out << "KORVEN2.0-UTF8\tBench\t950000\t9500000000\t0\t20240229134501\t\t\t\t1\r\n";
+  out << "1\tTree\\\t\t0\t1" << stamp;
+  std::uint64_t seed = 1;
+  for (int chain = 0; chain < Chains; ++chain) {
+    std::string folder = "Tree\\";
+    for (int level = 1; level <= Depth; ++level) {
+      folder += "Folder " + std::to_string(chain) + " level " + std::to_string(level) + "\\";
+      out << "2\t" << folder << "\t\t0\t1" << stamp;
+      for (int file = 0; file < FilesPerFolder; ++file) {
+        seed = seed * 6364136223846793005U + 1442695040888963407U;
+        const auto number = static_cast<std::uint32_t>(seed >> 33);
+        out << "2\t" << folder << "IMG_" << number % 100'000 << ".jpg\t\t" << number % 10'000
+            << "\t2" << stamp;
+      }
+    }
+  }
+}
+
+void printMilliseconds(const char* what, const std::function<void()>& work) {
+  std::printf("%s %.1f ms\n", what, bench::secondsOf(work) * 1000);
+}
+
+}  // namespace
+
+int main() {
+  std::string temporary = (fs::temp_directory_path() / "korvenal-bench-XXXXXX").string();
+  if (::mkdtemp(temporary.data()) == nullptr) return 1;
+  temporary += "/";
+  const std::string text = temporary + "text", zip = temporary + "zip";
+  writeIndex(text);
+
+  bench::EmptyDesktop desktop;
+  LinuxFiles files(nullptr);
+  ZipIndexArchive archive(files);
+  Profile profile(files, temporary + "settings");
+  Settings settings(profile);
+  ActionState state;
+  DeviceSettings devices;
+  Workspace workspace = Workspace::below(temporary, temporary, temporary);
+  workspace.TempFolder = temporary;
+  RestorePage page(desktop);
+  page.txRestoreTo = temporary;
+  RestoreSelection selection(page, desktop);
+  RestoreFind find(page, desktop);
+  IndexOpening opening({state, desktop, files, archive, settings, devices, workspace}, page,
+                       selection, {});
+  if (archive.compress(zip, text, IndexPassword, {}) != 0) return 1;
+
+  bench::compareInPairs({"unzip", "-qq", "-o", "-P", IndexPassword, "-d", temporary + "out", zip},
+                        [&] { opening.doOpenIndexFile(zip); });
+  const RestoreTree& tree = page.vsRestore;
+  std::printf("%d rows, %zu bytes a row\n", tree.Rows(),
+              tree.memoryBytes() / static_cast<std::size_t>(tree.Rows()));
+  printMilliseconds("check at the root", [&] { selection.doClickRow(1); });
+  printMilliseconds("uncheck a leaf", [&] { selection.doClickRow(tree.Rows() - 1); });
+  printMilliseconds("select all", [&] { selection.doSelectAllRows(); });
+  printMilliseconds("invert", [&] { selection.pbInvertSelection(); });
+  printMilliseconds("find", [&] { find.doFindString("nowhere to be found", false); });
+  printMilliseconds("find from a common beginning", [&] { find.doFindString("img_x", false); });
+  fs::remove_all(temporary);
+}
