@@ -77,24 +77,6 @@ std::unique_ptr<FileStream> MemoryDiscs::open(char letter, std::string_view disc
   return std::make_unique<MemoryStream>(info, inDrive(letter)->at(std::string(discPath)));
 }
 
-bool TextArchive::isArchive(const std::string& path) {
-  return content(path).starts_with("PK");
-}
-
-std::string TextArchive::entryName(const std::string& archive) {
-  const std::string text = content(archive);
-  return text.substr(2, text.find('\n') - 2);
-}
-
-int TextArchive::extract(const std::string& archive, const std::string& file,
-                         const std::string& password, long long maxBytes, const Pump& pump) {
-  pump();
-  const std::string text = content(archive);
-  const std::string inner = text.substr(text.find('\n') + 1);
-  if (password != "ZEPHOR" || static_cast<long long>(inner.size()) > maxBytes) return 1;
-  return files_.writeAll(file, inner) ? 0 : 1;
-}
-
 namespace {
 
 class BreakableTarget : public TargetFolder {
@@ -109,12 +91,11 @@ class BreakableTarget : public TargetFolder {
   FileOutcome doDeleteFile(const std::string& path) override { return good_->doDeleteFile(path); }
   FileOutcome doCopyFileProgress(const std::string& source, const std::string& path,
                                  const CopyProgress& progress) override {
-    if (++targets_.copies == targets_.failingCopy) return targets_.failure;
+    if (++targets_.copies == targets_.failingCopy) return {FileOutcome::DiskFull, "Full"};
     return good_->doCopyFileProgress(source, path, progress);
   }
   FileOutcome doAppendFileProgress(const std::string& source, const std::string& path,
                                    const CopyProgress& progress) override {
-    if (++targets_.copies == targets_.failingCopy) return targets_.failure;
     return good_->doAppendFileProgress(source, path, progress);
   }
 

@@ -8,6 +8,7 @@
 #include "platform/linux/DiscFiles.h"
 #include "platform/linux/LinuxFiles.h"
 #include "platform/linux/LinuxTargetFolder.h"
+#include "platform/linux/ZipIndexArchive.h"
 #include "restore/IndexLines.h"
 #include "restore/IndexOpening.h"
 #include "restore/RestoreFind.h"
@@ -40,32 +41,11 @@ class MemoryDiscs : public DiscFiles {
   FakeEngine& engine_;
 };
 
-/// An archive is a file that begins with "PK", its entry's name in one line, then the text.
-class TextArchive : public IndexArchive {
- public:
-  explicit TextArchive(Files& files) : files_(files) {}
-
-  int compress(const std::string&, const std::string&, const std::string&, const Pump&) override {
-    return 1;
-  }
-  int extract(const std::string& archive, const std::string& file, const std::string& password,
-              long long maxBytes, const Pump& pump) override;
-  std::string entryName(const std::string& archive) override;
-  bool isArchive(const std::string& path) override;
-
- private:
-  std::string content(const std::string& path) const {
-    return files_.readAll(path, 1 << 20).value_or("");
-  }
-  Files& files_;
-};
-
-/// Real target folders, whose n-th copy or append can be made to fail.
+/// Real target folders that are full at the n-th copy.
 class BreakableTargets : public TargetFolders {
  public:
   explicit BreakableTargets(DiscFiles* discs) : good_(discs) {}
   int failingCopy = 0;  ///< from 1; 0: none fails
-  FileOutcome failure{FileOutcome::DiskFull, "No space left on device"};
   int copies = 0;
   std::unique_ptr<TargetFolder> open(const std::string& path) override;
 
@@ -84,7 +64,7 @@ struct RestoreRig {
   MemoryDiscs discs{engine};
   LinuxFiles files{&discs};
   BreakableTargets targets{&discs};
-  TextArchive archive{files};
+  ZipIndexArchive archive{files};
   Workspace workspace;
   Profile profile;
   Settings settings{profile};
