@@ -25,6 +25,8 @@ ConsoleProgram::ConsoleProgram(const Terminal& terminal, const Clock& clock,
     if (!forms_.doPaintProgress()) view_.doPaintProgress();
   };
   desktop_.onInterrupt = [this] { return doStop(); };
+  // A press of the interrupt key at the prompt is no wish to stop what comes next.
+  shell_.beforeCommand = [&flag = terminal.interrupted] { flag = false; };
   shell_.afterCommand = [this](ExitCode code) { return doFinishCommand(code); };
 }
 
@@ -55,20 +57,20 @@ ExitCode ConsoleProgram::doQueueAnswer(const std::string& text) {
 ExitCode ConsoleProgram::doFinishCommand(ExitCode code) {
   view_.doPrintNewEvents();
   desktop_.doForgetPrepared();
+  if (forms_.doBeginCommand() && code == ExitCode::Stopped) return ExitCode::Failed;
   if (answers_.takeMismatch() && code == ExitCode::Ok) return ExitCode::Failed;
   return code;
 }
 
 bool ConsoleProgram::doStop() {
-  if (forms_.doInterrupt()) return true;
   ActionState& state = main_.state;
-  const bool running = state.ActionRunning && state.ActionBusy;
-  const RunPage& page = main_.runPages[static_cast<std::size_t>(state.ActionPage)];
-  if (!running) {
+  // What is about to begin forgets a stop from before, so it is asked again until it is at work.
+  if (forms_.doInterrupt()) return false;
+  if (!state.ActionRunning || !state.ActionBusy) {
     state.StopAction = true;
-    return true;
+    return false;
   }
-  if (!page.pbStopEnabled) return false;
+  if (!main_.runPages[static_cast<std::size_t>(state.ActionPage)].pbStopEnabled) return false;
   main_.controller.pbStop(state.ActionPage);
   return true;
 }

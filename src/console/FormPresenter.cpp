@@ -21,7 +21,7 @@ void FormPresenter::show(Form& form) {
 
 void FormPresenter::doRun(Form& form) {
   if (auto* loadDisc = dynamic_cast<frmLoadDisc*>(&form))
-    LoadDiscDialog(*loadDisc, screen_, answers_).run();
+    doShowLoadDisc(*loadDisc);
   else if (auto* notice = dynamic_cast<frmNotice*>(&form))
     doShowNotice(*notice);
   else if (auto* split = dynamic_cast<frmSplit*>(&form))
@@ -54,6 +54,26 @@ bool FormPresenter::doPaintProgress() {
   if (worker == nullptr) return false;
   screen_.progress(worker->MsgGrid[0] + " " + worker->MsgGrid[1]);
   return true;
+}
+
+bool FormPresenter::doBeginCommand() {
+  const bool gaveUp = gaveUp_;
+  gaveUp_ = false;
+  lastRequest_.clear();
+  repeats_ = 0;
+  return gaveUp;
+}
+
+void FormPresenter::doShowLoadDisc(frmLoadDisc& form) {
+  constexpr int MostRepeats = 2;
+  LoadDiscDialog dialog(form, screen_, answers_);
+  repeats_ = dialog.request() == lastRequest_ ? repeats_ + 1 : 0;
+  lastRequest_ = dialog.request();
+  const bool mayAgree = repeats_ < MostRepeats;
+  dialog.run(mayAgree);
+  if (mayAgree || !answers_.agreesToAll()) return;
+  gaveUp_ = true;
+  screen_.line("The same disc is asked for again and again: given up.");
 }
 
 void FormPresenter::doShowNotice(frmNotice& form) {

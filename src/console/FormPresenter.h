@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "console/Answers.h"
@@ -29,9 +30,13 @@ class FormPresenter : public FormShower {
   bool doInterrupt();
   /// Paints what the form in front is doing. False when it does nothing by itself.
   bool doPaintProgress();
+  /// A new command begins. True when the last one was given up, because its run asked for the same
+  /// disc again and again with nobody there to help.
+  bool doBeginCommand();
 
  private:
   void doRun(Form& form);
+  void doShowLoadDisc(frmLoadDisc& form);
   void doShowNotice(frmNotice& form);
   void doShowSplit(frmSplit& form);
   void doShowReplace(frmReplace& form);
@@ -41,6 +46,9 @@ class FormPresenter : public FormShower {
   Screen& screen_;
   Answers& answers_;
   std::vector<Form*> open_;  ///< the last one is in front
+  std::string lastRequest_;  ///< of the prompt for discs before
+  int repeats_ = 0;          ///< prompts in a row that asked for the same
+  bool gaveUp_ = false;
 };
 
 }  // namespace korvenal::console

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "console/ControlTable.h"
 #include "console/TableText.h"
 #include "job/frmCreateItem.h"
 #include "platform/Text.h"
@@ -84,9 +83,11 @@ ExitCode JobCommandGroup::doOpen(const Arguments& arguments) {
   frmMain& main = session_.main;
   if (!mayBegin(korvenal::Command::OpenJob, main.state))
     return session_.fail("A job cannot be opened now.");
+  const std::string file = absolutePath(arguments[0]);
+  if (!session_.files.doIsFile(file)) return session_.fail("There is no file " + file + ".");
   main.doTask01();
   doDropWhenUnattended();
-  session_.desktop.prepareFile(absolutePath(arguments[0]));
+  session_.desktop.prepareFile(file);
   if (!main.jobFile.doLoadJob("")) return ExitCode::Failed;
   return doShow();
 }
@@ -178,22 +179,23 @@ ExitCode JobCommandGroup::doSetSubfolder(const std::string& name, const std::str
   return session_.fail(on ? "\"" + name + "\" is no folder." : "The value is 1 or 0.");
 }
 
+std::optional<ExitCode> JobCommandGroup::doSetAmong(const std::vector<Control>& controls,
+                                                    const Arguments& arguments) {
+  for (const Control& control : controls) {
+    if (control.name != arguments[0]) continue;
+    if (control.set(arguments[1])) return ExitCode::Ok;
+    return session_.fail(arguments[0] + " cannot be \"" + arguments[1] + "\".");
+  }
+  return {};
+}
+
 ExitCode JobCommandGroup::doSet(const Arguments& arguments) {
-  const std::string& name = arguments[0];
-  const std::string folder = subfolderName(name);
-  for (const Control& control : restoreControls(session_.main)) {
-    if (control.name != name) continue;
-    if (control.set(arguments[1])) return ExitCode::Ok;
-    return session_.fail(name + " cannot be \"" + arguments[1] + "\".");
-  }
+  if (const auto code = doSetAmong(restoreControls(session_.main), arguments)) return *code;
   if (!beginEdit()) return ExitCode::Failed;
+  const std::string folder = subfolderName(arguments[0]);
   if (!folder.empty()) return doSetSubfolder(folder, arguments[1]);
-  for (const Control& control : backupControls(session_.main)) {
-    if (control.name != name) continue;
-    if (control.set(arguments[1])) return ExitCode::Ok;
-    return session_.fail(name + " cannot be \"" + arguments[1] + "\".");
-  }
-  return session_.fail("There is no control " + name + ".");
+  if (const auto code = doSetAmong(backupControls(session_.main), arguments)) return *code;
+  return session_.fail("There is no control " + arguments[0] + ".");
 }
 
 }  // namespace korvenal::console

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "console/Command.h"
+#include "console/ControlTable.h"
 #include "console/Session.h"
 
 namespace korvenal::console {
@@ -25,6 +28,9 @@ class JobCommandGroup {
   ExitCode doRename(const Arguments& arguments);
   ExitCode doImport(const Arguments& arguments);
   ExitCode doSet(const Arguments& arguments);
+  /// Nothing when the control is not among these.
+  std::optional<ExitCode> doSetAmong(const std::vector<Control>& controls,
+                                     const Arguments& arguments);
   ExitCode doSetSubfolder(const std::string& name, const std::string& value);
 
   /// Leads back to the step where the job can be changed. False, told, while an action is at work.

@@ -15,10 +15,10 @@ const std::string DefaultBlank = "DVD-R";
 
 }  // namespace
 
-void LoadDiscDialog::run() {
+void LoadDiscDialog::run(bool mayAgree) {
   doShowPrompt();
   if (answers_.agreesToAll()) {
-    form_.pbOK();
+    if (mayAgree) form_.pbOK();
     // Nobody is there to load a disc: asking again would go on for ever.
     if (!form_.isClosed()) form_.pbStop();
   }

@@ -16,7 +16,10 @@ class LoadDiscDialog {
   LoadDiscDialog(frmLoadDisc& form, Screen& screen, Answers& answers)
       : form_(form), screen_(screen), answers_(answers) {}
 
-  void run();
+  /// Without `mayAgree` nobody agrees to the prompt unasked.
+  void run(bool mayAgree);
+  /// What this prompt asks for. A run that asks for the same thing again has made no progress.
+  std::string request() const { return form_.DESC[0] + "\n" + std::to_string(form_.FromDisc); }
 
  private:
   void doShowPrompt();

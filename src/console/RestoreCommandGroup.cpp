@@ -139,12 +139,11 @@ ExitCode RestoreCommandGroup::doRestore(const Arguments& arguments) {
   if (!options.valid || options.rest.size() != 1) return ExitCode::Usage;
   frmMain& main = session_.main;
   RestorePage& page = main.restorePage;
+  const auto mode = options.has("--mode") ? parseNumber(options.values.at("--mode"), 0, LastMode)
+                                          : std::optional(page.RestoreOpt);
+  if (!mode) return ExitCode::Usage;
   if (!page.vsRestore.hasData()) return session_.fail("No backup index is open.");
-  if (options.has("--mode")) {
-    const auto mode = parseNumber(options.values.at("--mode"), 0, LastMode);
-    if (!mode) return ExitCode::Usage;
-    page.RestoreOpt = *mode;
-  }
+  page.RestoreOpt = *mode;
   const std::string target = absolutePath(options.rest[0]);
   std::error_code ignored;
   std::filesystem::create_directory(target, ignored);

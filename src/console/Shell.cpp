@@ -58,6 +58,7 @@ ExitCode Shell::runLine(const std::string& line) {
   const Arguments arguments(read.words.begin() + 1, read.words.end());
   const int count = static_cast<int>(arguments.size());
   if (count < command->least || count > command->most) return usageError(*command);
+  if (beforeCommand) beforeCommand();
   ExitCode code = command->run(arguments);
   if (afterCommand) code = afterCommand(code);
   if (code == ExitCode::Usage) return usageError(*command);

@@ -22,6 +22,7 @@ class Shell {
   /// The list of commands, one a line.
   std::string commandList() const;
 
+  std::function<void()> beforeCommand;
   /// Called after each command; a result that is not Ok makes the command one that failed so.
   std::function<ExitCode(ExitCode)> afterCommand;
 

@@ -4,24 +4,10 @@
 
 #include <sstream>
 
+#include "console/ConsoleFixture.h"
+
 namespace korvenal::console {
 namespace {
-
-/// A person who says these lines and is then gone.
-class Person : public LineSource {
- public:
-  explicit Person(std::vector<std::string> lines) : lines_(std::move(lines)) {}
-  Got read(const std::string&, std::string& line) override {
-    if (at_ == lines_.size()) return Got::End;
-    line = lines_[at_++];
-    return Got::Line;
-  }
-  bool isAttended() const override { return true; }
-
- private:
-  std::vector<std::string> lines_;
-  std::size_t at_ = 0;
-};
 
 const Question SplitOrSkip{{"S&plit It", "S&kip It", "&Stop", "Split &All"}, 0, 2};
 
@@ -52,10 +38,19 @@ TEST(Answers, PreparedOnesGoBeforeAgreementAndAreUsedOnce) {
 
 TEST(Answers, APreparedOneThatDoesNotFitIsToldAndDoesNoHarm) {
   Fixture f;
-  Answers answers(f.nobody, f.screen, true);
+  Answers answers(f.nobody, f.screen, false);
   answers.queue("Maybe");
   EXPECT_EQ(answers.choose(SplitOrSkip), SplitOrSkip.refusing);
   EXPECT_TRUE(answers.takeMismatch());
+  EXPECT_FALSE(answers.takeMismatch());
+}
+
+TEST(Answers, WhereAllIsAgreedToAPreparedOneWaitsForItsQuestion) {
+  Fixture f;
+  Answers answers(f.nobody, f.screen, true);
+  answers.queue("Skip It");
+  EXPECT_EQ(answers.choose({{"Yes", "No"}, 0, 1}), 0);
+  EXPECT_EQ(answers.choose(SplitOrSkip), 1);
   EXPECT_FALSE(answers.takeMismatch());
 }
 
