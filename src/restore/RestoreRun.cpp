@@ -51,9 +51,8 @@ bool RestoreRun::isRefused() {
   return !steps_.doEnsureDevice(true);
 }
 
-bool RestoreRun::doRefuse(const std::string& text, const std::string& title) {
+void RestoreRun::doRefuse(const std::string& text, const std::string& title) {
   services_.desktop.doShowMessage({.text = text, .title = title, .icon = MessageIcon::Stop});
-  return true;
 }
 
 bool RestoreRun::doCollect() {

@@ -50,7 +50,7 @@ class RestoreRun {
   using End = RestoreResult::End;
 
   bool isRefused();
-  bool doRefuse(const std::string& text, const std::string& title);
+  void doRefuse(const std::string& text, const std::string& title);
   bool doCollect();
   bool doAddDiscs(int row);
   End doRunRestore();
