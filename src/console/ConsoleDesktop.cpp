@@ -97,6 +97,10 @@ std::string ConsoleDesktop::askPath(const std::string& title) {
   return absolutePath(path);
 }
 
+void ConsoleDesktop::doPrintTable(const Table&, const std::string& documentName) {
+  screen_.line("There is no printer here for \"" + documentName + "\".");
+}
+
 void ConsoleDesktop::doPlaySound(const std::string&) {
   if (screen_.isTerminal()) screen_.raw("\a");
 }

@@ -51,6 +51,7 @@ class ConsoleDesktop : public Desktop {
   std::string doAskSaveFile(const FileDialog& dialog) override;
   std::string doAskFolder(const std::string& title, const std::string& folder) override;
   void doSetWaitPointer(bool) override {}
+  void doPrintTable(const Table& table, const std::string& documentName) override;
   void doPlaySound(const std::string& file) override;
   std::string doGetTypeName(const std::string& name, bool isFolder) override;
 

@@ -36,16 +36,25 @@ std::string exportText(const Table& table, const ExportFrame& frame) {
   return out;
 }
 
-void doExportGrid(Desktop& desktop, Files& files, const Table& table, const ExportFrame& frame) {
-  if (!table.hasData()) return;
+FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
+                         const ExportFrame& frame) {
+  if (!table.hasData()) return {};
   FileDialog dialog;
   dialog.title = "Export to Text File";
   dialog.filterName = "Text File(*.txt)";
   dialog.pattern = "*.txt";
   const std::string path = desktop.doAskSaveFile(dialog);
-  if (path.empty()) return;
+  if (path.empty()) return {};
   const WaitPointer wait(desktop);
-  files.writeAll(path, exportText(table, frame));
+  return files.writeAll(path, exportText(table, frame));
+}
+
+void doPrintGrid(Desktop& desktop, const Clock& clock, const Table& table,
+                 const std::string& title) {
+  constexpr std::size_t DateLength = 10;
+  if (!table.hasData()) return;
+  const std::string today = Dates::display(clock.now()).substr(0, DateLength);
+  desktop.doPrintTable(table, title + " - " + today);
 }
 
 }  // namespace korvenal

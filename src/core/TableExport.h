@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/Table.h"
@@ -19,8 +20,13 @@ struct ExportFrame {
 /// inside a cell become blanks, so that a line stays a row.
 std::string exportText(const Table& table, const ExportFrame& frame = {});
 
-/// Asks for a file and writes the text there. Nothing is asked for a table without data.
-void doExportGrid(Desktop& desktop, Files& files, const Table& table,
-                  const ExportFrame& frame = {});
+/// Asks for a file and writes the text there; an older file is replaced as a whole. Success also
+/// when there is nothing to do: a table without data, which is not asked about, or no file chosen.
+FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
+                         const ExportFrame& frame = {});
+
+/// Prints a table under its title and today's date; a table without data is not printed.
+void doPrintGrid(Desktop& desktop, const Clock& clock, const Table& table,
+                 const std::string& title);
 
 }  // namespace korvenal

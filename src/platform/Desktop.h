@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/Form.h"
+#include "platform/Table.h"
 
 namespace korvenal {
 
@@ -49,6 +50,8 @@ class Desktop {
   virtual std::string doAskFolder(const std::string& title, const std::string& folder) = 0;
 
   virtual void doSetWaitPointer(bool waiting) = 0;
+  /// Prints the rows and columns that are not hidden, after a dialog about the printer.
+  virtual void doPrintTable(const Table& table, const std::string& documentName) = 0;
   virtual void doPlaySound(const std::string& file) = 0;
   /// The type text of a file by its name ("JPEG image"); empty when unknown.
   virtual std::string doGetTypeName(const std::string& name, bool isFolder) = 0;

@@ -40,6 +40,9 @@ std::string ScriptedDesktop::doAskFolder(const std::string& title, const std::st
 }
 
 void ScriptedDesktop::doSetWaitPointer(bool) {}
+void ScriptedDesktop::doPrintTable(const Table&, const std::string& documentName) {
+  printed.push_back(documentName);
+}
 void ScriptedDesktop::doPlaySound(const std::string& file) { sounds.push_back(file); }
 std::string ScriptedDesktop::doGetTypeName(const std::string&, bool isFolder) {
   return isFolder ? "Folder" : "";

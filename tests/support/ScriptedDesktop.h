@@ -27,6 +27,7 @@ class ScriptedDesktop : public Desktop {
   int yields = 0;
   int rests = 0;
   std::vector<std::string> sounds;
+  std::vector<std::string> printed;  ///< names of printed documents
 
   void doYield() override;
   void doRest() override;
@@ -36,6 +37,7 @@ class ScriptedDesktop : public Desktop {
   std::string doAskSaveFile(const FileDialog& dialog) override;
   std::string doAskFolder(const std::string& title, const std::string& folder) override;
   void doSetWaitPointer(bool waiting) override;
+  void doPrintTable(const Table& table, const std::string& documentName) override;
   void doPlaySound(const std::string& file) override;
   std::string doGetTypeName(const std::string& name, bool isFolder) override;
 
