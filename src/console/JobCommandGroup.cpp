@@ -167,8 +167,8 @@ ExitCode JobCommandGroup::doRename(const Arguments& arguments) {
   if (row == 0) return ExitCode::Failed;
   if (arguments[1].find_first_of(ForbiddenChars) != std::string::npos)
     return session_.fail("A name on disc holds none of " + ForbiddenChars);
-  return session_.main.contentsEditing.doRename(row, arguments[1]) ? ExitCode::Ok
-                                                                   : ExitCode::Failed;
+  const NameEdit edit = session_.main.contentsEditing.doRename(row, arguments[1]);
+  return edit == NameEdit::Taken ? ExitCode::Ok : ExitCode::Failed;
 }
 
 ExitCode JobCommandGroup::doSetSubfolder(const std::string& name, const std::string& value) {

@@ -1,5 +1,7 @@
 #include "job/AddItems.h"
 
+#include <algorithm>
+
 #include "job/ItemFacts.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -23,12 +25,15 @@ std::size_t AddItems::doDropItems(const std::vector<std::string>& paths) {
 
 std::size_t AddItems::doRunWorker(int workerMode, const std::vector<std::string>& paths) {
   std::size_t handled = 0;
-  const FlagScope ignore(services_.state.IgnoreEvents);
+  // The browser may be open below the worker, and holds the flag already.
+  const bool ignoredBefore = services_.state.IgnoreEvents;
+  services_.state.IgnoreEvents = true;
   services_.state.WorkerMode = workerMode;
   frmAddFiles worker(services_.state, services_.desktop, [&](frmAddFiles& form) {
     handled = workerMode == WorkerBurn ? doGetFiles(paths, form) : doGetFiles2(paths, form);
   });
   services_.desktop.doShowModal(worker);
+  services_.state.IgnoreEvents = ignoredBefore;
   return handled;
 }
 
@@ -148,31 +153,40 @@ void AddItems::doImportM3U() {
   if (doImportLines(*text, Paths::withEnd(folder))) job_.doMarkChanged(true);
 }
 
-bool AddItems::doImportLines(const std::string& text, const std::string& folder) {
+AddItems::Listed AddItems::findListed(std::string_view entry, const std::string& folder) const {
+  std::vector<std::string> readings = {std::string(entry), Text::fromLatin1(entry)};
+  if (readings.back() == readings.front()) readings.pop_back();
+  for (const std::string& reading : readings) {
+    std::string path = Paths::isNative(reading) ? reading : folder + reading;
+    const FileInfo info = itemInfo(services_.files, path);
+    if (info.kind != FileInfo::Kind::Missing && info.kind != FileInfo::Kind::Folder)
+      return {std::move(path), info};
+  }
+  return {};
+}
+
+bool AddItems::doImportLines(std::string_view text, const std::string& folder) {
   const WaitPointer wait(services_.desktop);
   RowsByName names = rowsByName();
   bool added = false;
-  std::string_view rest = text;
-  if (rest.starts_with(ByteOrderMark)) rest.remove_prefix(ByteOrderMark.size());
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size());
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+  if (text.starts_with(ByteOrderMark)) text.remove_prefix(ByteOrderMark.size());
+  while (!text.empty()) {
+    services_.desktop.doYield();
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
     const std::string_view entry = Text::trim(line.substr(0, line.find('\t')));
     if (entry.empty() || entry.front() == '#') continue;
-    const std::string path =
-        Paths::isNative(entry) ? std::string(entry) : folder + std::string(entry);
-    const FileInfo info = itemInfo(services_.files, path);
-    if (info.kind == FileInfo::Kind::Missing || info.kind == FileInfo::Kind::Folder) continue;
-    const std::string name = itemName(path);
+    const Listed listed = findListed(entry, folder);
+    if (listed.path.empty()) continue;
+    const std::string name = itemName(listed.path);
     const auto [known, isNew] = names.try_emplace(name, job_.vsContents.Rows());
     if (isNew) {
-      doAddRow(path, name, info);
+      doAddRow(listed.path, name, listed.info);
       added = true;
     } else if (!doTellDuplicate(name, known->second)) {
       break;
     }
-    services_.desktop.doYield();
   }
   return added;
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -59,7 +60,13 @@ class AddItems {
   /// Asks about a name that is there already; false: the person gives up.
   bool doTellDuplicate(const std::string& name, int row);
   void doAddRow(const std::string& path, const std::string& name, const FileInfo& info);
-  bool doImportLines(const std::string& text, const std::string& folder);
+  bool doImportLines(std::string_view text, const std::string& folder);
+  /// What an entry of a play list names: its bytes as they are, else read as Latin-1.
+  struct Listed {
+    std::string path;  ///< empty when there is no such file
+    FileInfo info;
+  };
+  Listed findListed(std::string_view entry, const std::string& folder) const;
 
   AddItemsServices services_;
   Job& job_;

@@ -52,20 +52,20 @@ JobCommands ContentsEditing::doUpdateJobCommands() const {
           .moveDown = current && contents.Row<contents.Rows() - 1, .randomize = contents.Rows()> 2};
 }
 
-bool ContentsEditing::doRename(int row, std::string_view typed) {
+NameEdit ContentsEditing::doRename(int row, std::string_view typed) {
   Table& contents = job_.vsContents;
-  if (!isRow(row)) return false;
+  if (!isRow(row)) return NameEdit::Restored;
   const std::string name = typedName(typed, contents.text(row, ContentsName));
-  if (name.empty() || !isItemName(name)) return false;
+  if (name.empty() || !isItemName(name)) return NameEdit::Restored;
   const std::string folded = Text::toUpper(name);
   for (int other = 1; other < contents.Rows(); ++other) {
     if (other == row || Text::toUpper(contents.text(other, ContentsName)) != folded) continue;
     desktop_.doShowMessage(
         {.text = "Name duplicated!", .title = "Error", .icon = MessageIcon::Stop});
-    return false;
+    return NameEdit::Duplicated;
   }
   contents.setText(row, ContentsName, name);
-  return true;
+  return NameEdit::Taken;
 }
 
 void ContentsEditing::doDeleteItem() {
@@ -85,6 +85,7 @@ void ContentsEditing::doDeleteKey() {
 }
 
 void ContentsEditing::doClearAllFiles() {
+  if (!doUpdateJobCommands().items) return;
   if (!isConfirmed({.text = "Are you sure you want to clear all items in current backup contents?",
                     .title = "Confirm Clear All",
                     .icon = MessageIcon::Question,
@@ -118,6 +119,7 @@ void ContentsEditing::doRandomize() {
   std::iota(order.begin(), order.end(), 1);
   std::uniform_int_distribution<int> draw(0, count - 1);
   for (int i = 0; i < count; ++i) {
+    desktop_.doYield();
     const int target = draw(random_) - 1;  // the draw 0 leaves the row where it is
     const auto begin = order.begin();
     if (target > i)
@@ -127,8 +129,7 @@ void ContentsEditing::doRandomize() {
   }
   job_.vsContents.arrangeRows(order);
   job_.vsContents.Row = 1;
-  job_.Modified = true;
-  desktop_.doYield();
+  job_.Modified = true;  // the estimate stays, as for a move
 }
 
 void ContentsEditing::doSortColumn(int col) {

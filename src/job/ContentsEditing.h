@@ -18,6 +18,13 @@ struct JobCommands {
   bool randomize = false;
 };
 
+/// How the editing of a name ended.
+enum class NameEdit {
+  Taken,       ///< the new name stands
+  Restored,    ///< nothing usable was typed: the old name is back
+  Duplicated,  ///< told, and the old name is back: the edit begins again
+};
+
 /// What a person does to the items in the table. Rows count from 1.
 class ContentsEditing {
  public:
@@ -27,8 +34,8 @@ class ContentsEditing {
   JobCommands doUpdateJobCommands() const;
 
   /// A name as typed, trimmed and without forbidden characters. An empty one leaves the old name;
-  /// one that another row bears is refused with a message. True when the name stands.
-  bool doRename(int row, std::string_view typed);
+  /// one that another row bears is refused with a message.
+  NameEdit doRename(int row, std::string_view typed);
   /// The button: removes the current row without a question.
   void doDeleteItem();
   /// The Delete key: asks first.

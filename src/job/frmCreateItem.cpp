@@ -1,5 +1,6 @@
 #include "job/frmCreateItem.h"
 
+#include "job/ItemFacts.h"
 #include "job/TypedText.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -30,7 +31,7 @@ std::string frmCreateItem::sourceLabel() const {
 }
 
 bool frmCreateItem::isOkEnabled() const {
-  return !Text::trim(name_).empty() && !Text::trim(source_).empty();
+  return isItemName(Text::trim(name_)) && !Text::trim(source_).empty();
 }
 
 bool frmCreateItem::isNameTaken() const {
@@ -50,19 +51,20 @@ std::string frmCreateItem::pathError(const std::string& source) const {
   return dotMissing ? "Invalid file path. Please add original file name to the path." : "";
 }
 
+void frmCreateItem::doTellError(Field field, const std::string& text) {
+  focus = field;
+  desktop_.doShowMessage({.text = text,
+                          .title = field == Field::Name ? "Name Error" : "Path Error",
+                          .icon = MessageIcon::Stop});
+  doRepaint();
+}
+
 void frmCreateItem::pbOK() {
   if (!isOkEnabled()) return;
-  if (isNameTaken()) {
-    desktop_.doShowMessage({.text = "Item name duplicated with existing item.",
-                            .title = "Name Error",
-                            .icon = MessageIcon::Stop});
-    return;
-  }
+  if (isNameTaken()) return doTellError(Field::Name, "Item name duplicated with existing item.");
   const std::string source(Text::trim(source_));
-  if (const std::string error = pathError(source); !error.empty()) {
-    desktop_.doShowMessage({.text = error, .title = "Path Error", .icon = MessageIcon::Stop});
-    return;
-  }
+  if (const std::string error = pathError(source); !error.empty())
+    return doTellError(Field::Source, error);
   {
     const WaitPointer wait(desktop_);
     int type = TypeOpt == 0 ? 1 : 0;

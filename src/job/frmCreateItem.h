@@ -14,7 +14,10 @@ class frmCreateItem : public Form {
   frmCreateItem(AddItems& items, const Job& job, Desktop& desktop)
       : items_(items), job_(job), desktop_(desktop) {}
 
-  int TypeOpt = 0;  ///< 0 file, 1 folder
+  enum class Field { Name, Source };
+
+  int TypeOpt = 0;            ///< 0 file, 1 folder
+  Field focus = Field::Name;  ///< the field that the last message was about
   const std::string& txName() const { return name_; }
   const std::string& txSource() const { return source_; }
   /// Characters that a name or path may not hold are dropped, and so are line ends.
@@ -24,7 +27,7 @@ class frmCreateItem : public Form {
   std::string sourceLabel() const;
 
   bool isOkEnabled() const;
-  /// Adds the item and closes, or tells what is wrong and stays.
+  /// Adds the item and closes, or tells what is wrong and stays, with the focus where it is wrong.
   void pbOK();
   void pbCancel() { doClose(); }
 
@@ -32,6 +35,7 @@ class frmCreateItem : public Form {
   /// The message for what was typed; empty when all is well.
   std::string pathError(const std::string& source) const;
   bool isNameTaken() const;
+  void doTellError(Field field, const std::string& text);
 
   AddItems& items_;
   const Job& job_;

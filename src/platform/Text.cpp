@@ -161,6 +161,20 @@ bool isUtf8(std::string_view bytes) {
   return true;
 }
 
+std::string fromLatin1(std::string_view bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      text += c;
+    } else {
+      text += static_cast<char>(0xC0 | (byte >> 6));
+      text += static_cast<char>(0x80 | (byte & 0x3F));
+    }
+  }
+  return text;
+}
+
 std::string_view firstBytes(std::string_view text, std::size_t bytes) {
   if (text.size() <= bytes) return text;
   while (bytes > 0 && isContinuation(text[bytes])) --bytes;

@@ -22,14 +22,15 @@ class EditingTest : public testing::Test {
 };
 
 TEST_F(EditingTest, RenamingKeepsNamesDifferent) {
-  EXPECT_TRUE(editing_.doRename(1, "  de:lta. "));
+  EXPECT_EQ(editing_.doRename(1, "  de:lta. "), NameEdit::Taken);
   EXPECT_EQ(bench_.cell(1, ContentsName), "delta");
-  EXPECT_FALSE(editing_.doRename(1, " ")) << "the old name comes back without a word";
+  EXPECT_EQ(editing_.doRename(1, " "), NameEdit::Restored)
+      << "the old name comes back without a word";
   bench_.desktop.answers = {Answer::Ok};
-  EXPECT_FALSE(editing_.doRename(1, "ALPHA"));
+  EXPECT_EQ(editing_.doRename(1, "ALPHA"), NameEdit::Duplicated);
   EXPECT_EQ(bench_.desktop.asked.back().text, "Name duplicated!");
-  EXPECT_TRUE(editing_.doRename(2, "ALPHA")) << "a row is no duplicate of itself";
-  EXPECT_TRUE(editing_.doRename(3, "gamma2.txt"));
+  EXPECT_EQ(editing_.doRename(2, "ALPHA"), NameEdit::Taken) << "a row is no duplicate of itself";
+  EXPECT_EQ(editing_.doRename(3, "gamma2.txt"), NameEdit::Taken);
   EXPECT_EQ(bench_.cell(3, ContentsName), "gamma2.txt");
   EXPECT_FALSE(job_.Modified);
 }
