@@ -1,6 +1,8 @@
 #include "app/frmMain.h"
 
+#include "core/frmDefault.h"
 #include "device/frmDevice.h"
+#include "job/frmCreateItem.h"
 
 namespace korvenal {
 
@@ -29,7 +31,9 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
       sourceScan({state, settings, workspace, ports.desktop, ports.clock, ports.files, ports.walker,
                   ports.archiveBits, ports.archive, grids},
                  job, plan),
-      estimate(state, ports.desktop, job, plan, sourceScan),
+      estimate({state, ports.desktop, profile,
+                [this](int discType) { return drives.doCheckDevice(discType); }},
+               job, plan, sourceScan),
       backup(
           {state, ports.engine, ports.desktop, ports.clock, ports.files, ports.archiveBits, grids,
            runPages[BackupIndexInPages], records, settings, deviceSettings, workspace, job, plan},
@@ -116,6 +120,28 @@ void frmMain::doDevice() {
   const FlagScope ignore(state.IgnoreEvents);
   const FlagScope busy(state.ActionBusy);
   frmDevice form({state, ports_.desktop, ports_.engine, drives, deviceSettings, profile});
+  ports_.desktop.doShowModal(form);
+}
+
+void frmMain::doDefault() {
+  const FlagScope ignore(state.IgnoreEvents);
+  const FlagScope busy(state.ActionBusy);
+  frmDefault form(settings, ports_.desktop);
+  ports_.desktop.doShowModal(form);
+}
+
+void frmMain::PBAddFiles() {
+  if (!mayBegin(Command::AddItems, state)) return;
+  const FlagScope ignore(state.IgnoreEvents);
+  frmBrowse form({ports_.desktop, ports_.files, profile, addItems, browserSize},
+                 workspace.homeFolder);
+  ports_.desktop.doShowModal(form);
+}
+
+void frmMain::pbCreateItem() {
+  if (!mayBegin(Command::AddItems, state)) return;
+  const FlagScope ignore(state.IgnoreEvents);
+  frmCreateItem form(addItems, job, ports_.desktop);
   ports_.desktop.doShowModal(form);
 }
 

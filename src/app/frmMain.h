@@ -21,6 +21,7 @@
 #include "job/JobControls.h"
 #include "job/JobFile.h"
 #include "job/NewJob.h"
+#include "job/frmBrowse.h"
 #include "plan/Estimate.h"
 #include "plan/Plan.h"
 #include "plan/SourceScan.h"
@@ -85,6 +86,7 @@ class frmMain {
   RestoreResult restoreResult;  ///< how the last press of the restore button ended
 
   ActionController controller;
+  BrowserSize browserSize;
 
   /// Start-up: folders, settings, devices and records are read, a new job is begun, and the device
   /// settings open by themselves when no drive that is there has been chosen.
@@ -93,6 +95,15 @@ class frmMain {
   void doUnload();
   /// The device settings, modal.
   void doDevice();
+  /// The default options, modal.
+  void doDefault();
+
+  // What the backup page opens, modal; nothing while an action runs.
+
+  /// The browser that picks items.
+  void PBAddFiles();
+  /// The form for an item made by hand.
+  void pbCreateItem();
 
   // Main pages.
 

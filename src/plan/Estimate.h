@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "core/ActionState.h"
@@ -7,26 +8,44 @@
 #include "plan/Plan.h"
 #include "plan/SourceScan.h"
 #include "platform/Desktop.h"
+#include "platform/Profile.h"
 
 namespace korvenal {
 
 /// Tells how many discs the job needs, without burning anything.
 class Estimate {
  public:
-  Estimate(ActionState& state, Desktop& desktop, Job& job, Plan& plan, SourceScan& scan)
-      : state_(state), desktop_(desktop), job_(job), plan_(plan), scan_(scan) {}
+  struct Services {
+    ActionState& state;
+    Desktop& desktop;
+    Profile& profile;
+    /// Can the drives write the disc type (index of `comboDiscType`)? Tells when they cannot.
+    std::function<bool(int discType)> doCheckDevice;
+  };
+
+  Estimate(Services services, Job& job, Plan& plan, SourceScan& scan)
+      : services_(std::move(services)), job_(job), plan_(plan), scan_(scan) {}
 
   std::string EstimateDisc;  ///< the sentence; valid while `Job::estimateShown`
 
-  /// Plans the job and shows the sentence. Nothing is shown when the scan was stopped or ran over
-  /// the limits.
+  /// Plans the job, shows the sentence, suggests another disc type when that is clearly better,
+  /// and opens the report when the person wants to see it each time. Nothing is shown when the
+  /// scan was stopped or ran over the limits.
   void pbEstimate();
+  /// The report; nothing without an estimate at hand.
+  void pbEstimateInfo();
   /// "CD 700MB x 3  (Total:  1.9 GB, 812 files, 1 file split)".
   std::string doGetEstimateText() const;
 
  private:
-  ActionState& state_;
-  Desktop& desktop_;
+  /// False: stopped, or over the limits.
+  bool doPlan();
+  /// True when the person wants another disc type that the job must be planned anew for.
+  bool doSuggestDiscType();
+  bool isAgreed(const std::string& question);
+  void doTakeDiscType(int index);
+
+  Services services_;
   Job& job_;
   Plan& plan_;
   SourceScan& scan_;

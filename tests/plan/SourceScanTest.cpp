@@ -203,21 +203,6 @@ TEST_F(ListScan, AMillionRowsWithTheHeaderArePlannedAndOneMoreIsNot) {
             "Backup source has exceeded maximum 1,000,000 items limitation.");
 }
 
-TEST_F(ListScan, AnEstimateSaysHowManyDiscsAndHidesAnOldAnswerWhenStopped) {
-  addItem("/s/top", folder("Top", {file("a", 1'000'000'000), file("b", 5)}));
-  SourceScan scan = makeScan();
-  Estimate estimate(state, desktop, job, plan, scan);
-  estimate.pbEstimate();
-  EXPECT_TRUE(job.estimateShown);
-  EXPECT_EQ(estimate.EstimateDisc, "CD 700MB x 2  (Total:  953.7 MB, 2 files, 1 file split)");
-  EXPECT_EQ(plan.ScanMode, 0);
-  EXPECT_EQ(plan.vsBuffer.row(1).size, plan.IndexSizePreliminary);
-
-  desktop.onYield = [&](int) { state.StopAction = true; };
-  estimate.pbEstimate();
-  EXPECT_FALSE(job.estimateShown);
-}
-
 TEST(DateFilter, GoesBackByTheCalendarAndIsOffWithoutDays) {
   Job job;
   const UnixTime noon = *Dates::fromDigits("20240310123456");
