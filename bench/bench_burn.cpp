@@ -36,6 +36,7 @@ namespace fs = std::filesystem;
 
 struct Measured {
   double seconds = 0;
+  double cpu = 0;  ///< seconds of work: on a busy machine the fairer measure
   long peakKiB = 0;
   bool well = false;
 };
@@ -49,7 +50,11 @@ Measured inChild(const std::function<bool()>& work) {
   struct rusage usage {};
   ::wait4(child, &status, 0, &usage);
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-  return {time.count(), usage.ru_maxrss, WIFEXITED(status) && WEXITSTATUS(status) == 0};
+  const auto secondsOf = [](const timeval& t) {
+    return static_cast<double>(t.tv_sec) + 1e-6 * static_cast<double>(t.tv_usec);
+  };
+  return {time.count(), secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime), usage.ru_maxrss,
+          WIFEXITED(status) && WEXITSTATUS(status) == 0};
 }
 
 Measured program(std::vector<std::string> words) {
@@ -169,6 +174,19 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+/// Our time and work divided by the other's, one a round.
+struct Ratios {
+  std::vector<double> time;
+  std::vector<double> cpu;
+  void add(const Measured& ours, const Measured& theirs) {
+    time.push_back(ours.seconds / theirs.seconds);
+    cpu.push_back(ours.cpu / theirs.cpu);
+  }
+  void print(const char* what) const {
+    std::printf("%-18s  %.2f  %.2f\n", what, median(time), median(cpu));
+  }
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -187,7 +205,7 @@ int main(int argc, char** argv) {
   makeSources(root, count, meanBytes);
   const auto all = filesBelow(root);
 
-  std::vector<double> burns, verifies, restores, copies;
+  Ratios burns, verifies, restores, copies;
   long peak = 0;
   for (int round = 0; round < rounds; ++round) {
     fs::remove_all(shelf);
@@ -218,20 +236,22 @@ int main(int argc, char** argv) {
       return 1;
     }
     peak = std::max(peak, ours.peakKiB);
-    burns.push_back(ours.seconds / theirs.seconds);
-    verifies.push_back(look.seconds / list.seconds);
-    restores.push_back(back.seconds / extract.seconds);
-    copies.push_back(back.seconds / copy.seconds);
+    burns.add(ours, theirs);
+    verifies.add(look, list);
+    restores.add(back, extract);
+    copies.add(back, copy);
     std::printf(
         "burn %.2f s : xorriso %.2f s   verify %.3f s : bsdtar %.3f s   "
         "restore %.2f s : xorriso %.2f s : cp %.2f s\n",
         ours.seconds, theirs.seconds, look.seconds, list.seconds, back.seconds, extract.seconds,
         copy.seconds);
   }
-  std::printf("burn / xorriso      %.2f  (%ld MiB)\n", median(burns), peak / 1024);
-  std::printf("verify / bsdtar     %.2f\n", median(verifies));
-  std::printf("restore / xorriso   %.2f\n", median(restores));
-  std::printf("restore / cp        %.2f\n", median(copies));
+  std::printf("                    time  cpu\n");
+  burns.print("burn / xorriso");
+  verifies.print("verify / bsdtar");
+  restores.print("restore / xorriso");
+  copies.print("restore / cp");
+  std::printf("peak memory of the burn: %ld MiB\n", peak / 1024);
   fs::remove_all(shelf);
   return 0;
 }

@@ -22,6 +22,7 @@ TEST_F(BurnTest, BurnedFilesComeBackAndOtherReadersSeeThem) {
   engine->do_CreateDir("\\", "Photos");
   engine->do_CreateDir("Photos", "Empty");
   insert("\\", "a.txt", source);
+  insert("\\", "nothing", dir.write("nothing", ""));
   insert("Photos", "Größe #1.txt", source);
   ASSERT_TRUE(prepare()) << engine->do_GetErrorString();
   engine->do_SetVolumeID("Backup #1");
@@ -39,7 +40,8 @@ TEST_F(BurnTest, BurnedFilesComeBackAndOtherReadersSeeThem) {
   EXPECT_EQ(info.permissions, 0640U);
   EXPECT_EQ(info.modified, files.doGetInfo(source).modified);
   EXPECT_EQ(disc->doGetInfo('V', "Photos\\Empty\\").kind, FileInfo::Kind::Folder);
-  EXPECT_THAT(disc->listFolder('V', ""), ElementsAre("Photos", "a.txt"));
+  EXPECT_THAT(disc->listFolder('V', ""), ElementsAre("Photos", "a.txt", "nothing"));
+  EXPECT_EQ(readDisc("nothing"), "");
   ASSERT_TRUE(disc->doGetVolumeInfo('V'));
   EXPECT_EQ(disc->doGetVolumeInfo('V')->label, "Backup #1");
 
@@ -211,6 +213,22 @@ TEST_F(BurnTest, AStopEndsTheBurnAndTheDrivesCanGoOn) {
   insert("\\", "small", dir.write("small", "small"));
   ASSERT_EQ(prepareAndBurn().error, 0) << engine->do_GetErrorString();
   EXPECT_EQ(readDisc("small"), "small");
+}
+
+TEST_F(BurnTest, AStopAtAnyMomentOfThePreparationLeavesNothingPrepared) {
+  blank(DiscCdR);
+  for (int i = 0; i < 200; ++i)
+    insert("F", "file " + std::to_string(i), dir.write("s" + std::to_string(i), "x"));
+  int pumps = 0;
+  int stopAt = 1;
+  const auto pump = [&] { return ++pumps == stopAt; };
+  while (engine->do_Prepare(pump) <= 0) {
+    ASSERT_FALSE(burn().started) << "stopped at " << stopAt;
+    pumps = 0;
+    ++stopAt;
+  }
+  EXPECT_GT(stopAt, 5);
+  EXPECT_EQ(burn().error, 0);
 }
 
 TEST_F(BurnTest, ATrackLargerThanTheDiscIsNotBegun) {

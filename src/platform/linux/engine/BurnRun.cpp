@@ -115,7 +115,11 @@ BurnRun::BurnRun(std::shared_ptr<PreparedTrack> track, TrackPlace place, BurnOpt
 
 BurnRun::~BurnRun() {
   abort();
-  thread_.join();
+  wait();
+}
+
+void BurnRun::wait() {
+  if (thread_.joinable()) thread_.join();
 }
 
 void BurnRun::abort() {
@@ -138,8 +142,8 @@ void BurnRun::failBy(const std::vector<LibraryMessage>& failures) {
 void BurnRun::work() {
   result_.closeDisc = options_.closeDisc;
   result_.endBlock = place_.startBlock + track_->blocks;
-  result_.started = false;
-  if (write() && !place_.imageFile.empty()) activate();
+  result_.touched = false;
+  if (write() && !place_.imageFile.empty() && !options_.simulate) activate();
   if (aborted_ && result_.error != 0) {
     result_.error = Aborted;
     result_.text = textOf(Aborted);
@@ -176,7 +180,7 @@ bool BurnRun::write() {
     fail(Aborted, textOf(Aborted));
     return false;
   }
-  result_.started = true;
+  result_.touched = !options_.simulate;
   burn::burn_disc_write(options.get(), model.disc());
 
   bool cancelled = false;

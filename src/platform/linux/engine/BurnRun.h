@@ -37,6 +37,8 @@ class BurnRun {
   /// Takes effect within a second.
   void abort();
   bool isDone() const { return done_; }
+  /// Waits for the end.
+  void wait();
   std::int64_t blocksWritten() const { return written_; }
   /// Only when it is done.
   const DriveResult& result() const { return result_; }

@@ -156,7 +156,7 @@ std::string DiscProfile::toText() const {
 }
 
 bool DiscProfile::isAppendable() const {
-  return DiscTypes::isRecordable(type) && formatted && !closed && !damaged && freeBlocks() > 0;
+  return freeBlocks() > 0;
 }
 
 int DiscProfile::sessionsTold() const {
@@ -167,7 +167,7 @@ int DiscProfile::sessionsTold() const {
 }
 
 std::int64_t DiscProfile::freeBlocks() const {
-  if (closed || damaged || !DiscTypes::isRecordable(type)) return 0;
+  if (closed || damaged || !formatted || !DiscTypes::isRecordable(type)) return 0;
   if (end == 0) return capacity;
   return capacity > nextSession() ? capacity - nextSession() : 0;
 }

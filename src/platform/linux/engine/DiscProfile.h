@@ -56,7 +56,6 @@ struct DiscProfile {
   static std::optional<DiscProfile> parse(std::string_view text);
   std::string toText() const;
 
-  bool isBlank() const { return sessions.empty() && !damaged && end == 0; }
   /// Takes data now, without an erase.
   bool isAppendable() const;
   int sessionsTold() const;  ///< as drives count them

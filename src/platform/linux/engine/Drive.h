@@ -34,7 +34,7 @@ struct DriveResult {
   std::string text;
   std::int64_t endBlock = 0;  ///< first block behind the track
   bool closeDisc = false;
-  bool started = true;  ///< false: nothing was written, the disc is as it was
+  bool touched = true;  ///< false: nothing was written, the disc is as it was
 };
 
 /// A drive with its tray. All on the logic's thread, but for `erase`, which runs on the engine's.

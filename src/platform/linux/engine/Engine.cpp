@@ -30,20 +30,16 @@ Engine::Engine(const Clock& clock, std::vector<Drive*> drives)
     : clock_(clock), drives_(std::move(drives)), layout_(clock_) {}
 
 Engine::~Engine() {
-  if (work_) {
-    if (work_->burn) work_->burn->abort();
-    const bool burning = work_->burn != nullptr;
-    Drive* drive = work_->drive;
-    // The ends must be recorded on the disc, or it would count as broken off.
-    while (burning && !work_->burn->isDone()) std::this_thread::yield();
-    if (burning) {
-      drive->endBurn(work_->burn->result());
-    } else {
-      work_->eraseThread.join();
-      drive->endErase(work_->eraseResult);
-    }
-    work_.reset();
+  // The end of work must be recorded on the disc.
+  if (work_ && work_->burn) {
+    work_->burn->abort();
+    work_->burn->wait();
+    work_->drive->endBurn(work_->burn->result());
+  } else if (work_) {
+    work_->eraseThread.join();
+    work_->drive->endErase(work_->eraseResult);
   }
+  work_.reset();
   // Readers need the libraries.
   for (Drive* drive : drives_) drive->dropReader();
 }

@@ -151,11 +151,13 @@ void ImageDrive::endBurn(const DriveResult& result) {
   if (!profile_) return;
   const std::int64_t start = profile_->nextSession();
   profile_->writing = false;
-  if (result.error == 0) {
+  if (!result.touched) {
+    // As it was.
+  } else if (result.error == 0) {
     profile_->sessions.push_back(static_cast<std::uint32_t>(start));
     profile_->end = result.endBlock;
     profile_->closed = result.closeDisc && !DiscTypes::isOverwritable(profile_->type);
-  } else if (result.started) {
+  } else {
     profile_->failWriting();
     // What forgives a failed burn gives its room back as well.
     if (!profile_->damaged &&

@@ -3,8 +3,11 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <system_error>
+#include <thread>
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -20,6 +23,7 @@ constexpr std::size_t MaxNameBytes = 255;
 constexpr int PumpEvery = 64;  ///< files or nodes: some tenths of a millisecond
 constexpr std::int64_t MaxEarlierEntries = 4'000'000;
 constexpr mode_t FolderMode = 0755;
+constexpr const char* StoppedText = "Operation canceled";
 
 bool isNameForDisc(std::string_view name) {
   return !name.empty() && name.size() <= MaxNameBytes && name != "." && name != ".." &&
@@ -64,8 +68,25 @@ WriteOptionsPtr PreparedTrack::writeOptions() {
 
 bool TreeBuilder::stopped() {
   if (++pieces_ % PumpEvery != 0 || !request_.pump || !request_.pump()) return false;
-  why_ = "Operation canceled";
+  why_ = StoppedText;
   return true;
+}
+
+bool TreeBuilder::aside(const std::function<bool()>& work) {
+  std::atomic<bool> done = false;
+  bool well = false;
+  std::thread worker([&] {
+    well = work();
+    done = true;
+  });
+  bool stop = false;
+  while (!done) {
+    stop = (request_.pump && request_.pump()) || stop;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  worker.join();
+  if (stop) why_ = StoppedText;
+  return well && !stop;
 }
 
 std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
@@ -77,7 +98,9 @@ std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
   const bool made = iso_image_new("", &image) >= 0;
   track_->image.reset(image);
   if (!made) why_ = "Out of memory";
-  if (made && inspectSources() && importEarlier() && addChildren() && measure()) return track_;
+  if (made && inspectSources() && importEarlier() && addChildren() &&
+      aside([this] { return measure(); }))
+    return track_;
   why = why_;
   return nullptr;
 }
@@ -148,9 +171,11 @@ bool TreeBuilder::importEarlier() {
     const auto cache = std::make_shared<BlockCache>(request_.openEarlier());
     const DataSourcePtr source = newDataSource(cache);
     const ReadOptionsPtr options = newReadOptions(request_.earlierStart);
-    if (!isEarlierSane() || !source || !options ||
-        iso_image_import(image, source.get(), options.get(), nullptr) < 0) {
-      why_ = "The earlier sessions cannot be read";
+    const auto importTree = [&] {
+      return iso_image_import(image, source.get(), options.get(), nullptr) >= 0;
+    };
+    if (!source || !options || !isEarlierSane() || !aside(importTree)) {
+      if (why_.empty()) why_ = "The earlier sessions cannot be read";
       return false;
     }
     track_->appended = true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,6 +37,9 @@ class TreeBuilder {
   };
 
   bool stopped();
+  /// Runs what the library does in one piece on a thread of its own and pumps meanwhile. A stop
+  /// takes effect only when it has ended.
+  bool aside(const std::function<bool()>& work);
   bool inspectSources();
   bool inspect(std::uint32_t index);
   bool leaveOut(std::uint32_t index, const std::string& reason);
