@@ -1,17 +1,18 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <memory>
 
 #include "console/CommandLineOptions.h"
 #include "console/ConsoleProgram.h"
 #include "core/Workspace.h"
 #include "platform/Profile.h"
+#include "platform/linux/InstanceLock.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/StandardFolders.h"
 
@@ -70,6 +71,12 @@ int run(const console::ProgramOptions& options) {
   std::filesystem::create_directories(folders.application, error);
   if (error) {
     std::cerr << folders.application << ": " << error.message() << '\n';
+    return exitValue(ExitCode::Failed);
+  }
+
+  const InstanceLock lock(folders.application);
+  if (!lock.isFirst()) {
+    std::cerr << gProductName << " is already running.\n";
     return exitValue(ExitCode::Failed);
   }
 

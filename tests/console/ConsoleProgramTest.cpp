@@ -233,6 +233,88 @@ TEST_F(Console, TheInterruptKeyStopsTheRunAndTheScript) {
   EXPECT_EQ(run(backupScript()).code, ExitCode::Ok);
 }
 
+TEST_F(Console, AStoppedBackupGoesOnWithItsPlan) {
+  feeder = false;
+  temp.write("source/x", "x");
+  const Outcome outcome = run(backupScript() + "disc new V CD-R\nbackup\nbackup\nrecent", false,
+                              {"OK", "stop", "ok", "ok"});
+  EXPECT_EQ(outcome.code, ExitCode::Stopped);
+  const auto count = [&](const std::string& text) {
+    int found = 0;
+    for (std::size_t at = 0; (at = outcome.out.find(text, at)) != std::string::npos; ++at) ++found;
+    return found;
+  };
+  EXPECT_EQ(count("Collecting backup data information..."), 1) << outcome.out;
+}
+
+TEST_F(Console, ADifferentialBackupTakesWhatChangedAndAQuietDayIsNoFailure) {
+  temp.write("source/old", "1");
+  temp.write("source/new", "1");
+  const std::string script = "new D\nset comboDiscType 0\nset optBackupType 1\nadd '" + source +
+                             "'\nbackup --json " + (temp / "plan.json");
+  const auto files = [this] {
+    const std::string json = test::TempDir::read(temp / "plan.json");
+    return Text::toInteger(json.substr(json.find("TotalFiles\": ") + 13));
+  };
+  EXPECT_EQ(run(script).code, ExitCode::Ok);
+  EXPECT_EQ(files(), 2);
+  temp.write("source/new", "22");
+  EXPECT_EQ(run(script).code, ExitCode::Ok);
+  EXPECT_EQ(files(), 1);
+  EXPECT_EQ(run(script).code, ExitCode::Ok);
+  EXPECT_EQ(files(), 0);
+
+  const Outcome full = run("new F\nadd '" + temp.makeFolder("nothing") + "'\nbackup");
+  EXPECT_EQ(full.code, ExitCode::Failed) << "a full backup without a file has lost its sources";
+}
+
+TEST_F(Console, APersonDecidesAboutFilesThatExist) {
+  for (const char* name : {"a", "b", "c", "d"}) temp.write(std::string("source/") + name, "new");
+  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
+  for (const char* name : {"a", "b", "c", "d"}) temp.write(std::string("target/") + name, "old");
+  const Outcome outcome = run("index\nrestore " + target + " --mode 1", false,
+                              {"ok", "Yes", "No", "perhaps", "Yes", "Replace All"});
+  EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
+  EXPECT_EQ(test::TempDir::read(target + "/a"), "old");
+  for (const char* name : {"/b", "/c", "/d"})
+    EXPECT_EQ(test::TempDir::read(target + name), "new") << name;
+}
+
+TEST_F(Console, WithTwoDrivesOneChoosesBetweenTwoBackups) {
+  imageDrives = 2;
+  temp.write("source/one", "1");
+  const std::string twoDrives = "device dvcM_Name1 V\ndevice dvcM_Name2 w:\ndevice dvcType 1\n";
+  ASSERT_EQ(run("device dvcS_Name V\n" + backupScript()).code, ExitCode::Ok);
+  temp.write("source/two", "2");
+  ASSERT_EQ(
+      run("device dvcS_Name W\nnew Second\nset comboDiscType 0\nadd '" + source + "'\nbackup").code,
+      ExitCode::Ok);
+  const Outcome both = run(twoDrives + "device dvcM_Eject 0\ndrives\nanswer 2\nindex\nlist");
+  EXPECT_EQ(both.code, ExitCode::Ok) << both.out;
+  EXPECT_THAT(both.out, HasSubstr("Device mode:  Multiple-drive (V:W:)"));
+}
+
+TEST_F(Console, DefaultsAreKeptAndReachTheNextJobOnly) {
+  const Outcome now = run("default Finalize 1\ndefault SplitSize 0\nshow");
+  EXPECT_THAT(now.out, HasSubstr("FinalizeDisc = 0\n"));
+  const Outcome next = run("show");
+  EXPECT_THAT(next.out, HasSubstr("FinalizeDisc = 1\n"));
+  EXPECT_THAT(next.out, HasSubstr("FileSize = 5 MB\n"));
+}
+
+TEST_F(Console, TablesAreShownAndExported) {
+  temp.write("source/x", "x");
+  const std::string file = temp / "out.txt";
+  const Outcome outcome = run(backupScript() + "report 1\nexport 'vsError(0)' " + file);
+  EXPECT_EQ(outcome.code, ExitCode::Ok);
+  EXPECT_THAT(outcome.out, HasSubstr("Verify Report - Backup #1"));
+  EXPECT_THAT(test::TempDir::read(file), HasSubstr("PASS"));
+  const Outcome later = run("records\nrecent\nerrors");
+  EXPECT_THAT(later.out, HasSubstr("Success."));
+  EXPECT_THAT(later.out, HasSubstr("Full backup."));
+  EXPECT_THAT(later.out, HasSubstr("No errors."));
+}
+
 TEST_F(Console, NoNameMakesTheTerminalAct) {
   temp.write("source/x", "x");
   temp.write("source/\x1b[31mred", "x");
