@@ -6,13 +6,6 @@
 
 namespace korvenal {
 
-namespace {
-
-constexpr int BackupIndexInPages = ActionController::Backup;
-constexpr int RestoreIndexInPages = ActionController::Restore;
-
-}  // namespace
-
 frmMain::frmMain(const Ports& ports, const Workspace& places)
     : ports_(ports),
       workspace(places),
@@ -34,10 +27,10 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
       estimate({state, ports.desktop, profile,
                 [this](int discType) { return drives.doCheckDevice(discType); }},
                job, plan, sourceScan),
-      backup(
-          {state, ports.engine, ports.desktop, ports.clock, ports.files, ports.archiveBits, grids,
-           runPages[BackupIndexInPages], records, settings, deviceSettings, workspace, job, plan},
-          backupSteps()),
+      backup({state, ports.engine, ports.desktop, ports.clock, ports.files, ports.archiveBits,
+              grids, runPages[ActionController::Backup], records, settings, deviceSettings,
+              workspace, job, plan},
+             backupSteps()),
       restorePage(ports.desktop),
       selection(restorePage, ports.desktop),
       find(restorePage, ports.desktop),
@@ -46,7 +39,7 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
           restorePage, selection,
           [this](int reason, DiscRequest& request) { prompt.doAskLoadDisc(reason, request); }),
       restore({state, ports.engine, ports.desktop, ports.clock, ports.files, ports.targets, grids,
-               runPages[RestoreIndexInPages], records, settings, deviceSettings, workspace,
+               runPages[ActionController::Restore], records, settings, deviceSettings, workspace,
                restorePage},
               restoreSteps()),
       controller(state, ports.engine, ports.desktop, grids, runPages) {
@@ -106,6 +99,7 @@ void frmMain::doLoad() {
   ports_.desktop.doYield();
   constexpr int AnyDisc = 0;
   if (!drives.doCheckDevice(AnyDisc)) doDevice();
+  newJob.doNewJob();
   doTask01();
 }
 
@@ -146,12 +140,10 @@ void frmMain::pbCreateItem() {
 }
 
 void frmMain::doTask01() {
-  const bool wasThere = controller.mainTab == ActionController::BackupPage;
   controller.mainTab = ActionController::BackupPage;
   job.onBackupPage = true;
   if (controller.BackupTab != ActionController::DefineStep)
     controller.doShowStep(ActionController::Backup, ActionController::DefineStep);
-  if (!wasThere && !job.hasItems()) newJob.doNewJob();
 }
 
 void frmMain::doTask02() {

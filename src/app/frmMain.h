@@ -107,7 +107,7 @@ class frmMain {
 
   // Main pages.
 
-  /// The backup page. A new job is begun when the page was another one.
+  /// The backup page, at the step that defines the job. The job stays as it is.
   void doTask01();
   /// The restore page, its options as the defaults say.
   void doTask02();

@@ -46,8 +46,6 @@ class ConsoleProgram {
   /// Starts up, runs all commands and shuts down.
   ExitCode run(LineSource& commands);
 
-  frmMain& main() { return main_; }
-
  private:
   Commands allCommands();
   ExitCode doQueueAnswer(const std::string& text);

@@ -150,6 +150,7 @@ ExitCode RestoreCommandGroup::doRestore(const Arguments& arguments) {
   const bool sameRun =
       page.txRestoreTo == target && page.OnlyRestoreFile == options.has("--only-files");
   page.txRestoreTo = target;
+  main.profile.doWriteProfile("Restore", "Target", target);
   page.OnlyRestoreFile = options.has("--only-files");
   ActionController& controller = main.controller;
   controller.mainTab = ActionController::RestorePage;

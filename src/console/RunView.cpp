@@ -30,9 +30,4 @@ void RunView::doPaintProgress() {
   screen_.progress(std::to_string(progress.bar) + "% " + progress.text);
 }
 
-void RunView::doSkipEvents() {
-  for (std::size_t page = 0; page < seen_.size(); ++page)
-    seen_[page] = {grids_.vsEvent[page].revision(), grids_.vsEvent[page].Rows()};
-}
-
 }  // namespace korvenal::console

@@ -19,8 +19,6 @@ class RunView {
   void doPrintNewEvents();
   /// Paints the progress of the page in action.
   void doPaintProgress();
-  /// Takes what stands in the grids as printed.
-  void doSkipEvents();
 
  private:
   struct Seen {

@@ -66,7 +66,10 @@ TEST_F(Console, AFolderComesBackAsItWas) {
     EXPECT_EQ(std::count(rows[i].begin(), rows[i].end(), '\t'), PlanColumns - 1) << rows[i];
 
   // Another start, which finds the disc by itself.
-  const Outcome restored = run("index\nrestore " + target + " --mode 0\nreport 1");
+  const Outcome restored = run("new Kept\nindex\nrestore " + target +
+                               " --mode 0\ncreate file f "
+                               "/f\nshow\nreport 1");
+  EXPECT_THAT(restored.out, HasSubstr("txJobName = Kept\n"));
   EXPECT_EQ(listing(source), listing(target)) << restored.out;
   EXPECT_THAT(restored.out, HasSubstr("Restore action finished."));
   EXPECT_EQ(restored.code, ExitCode::Failed) << "the report belonged to the first start";

@@ -32,7 +32,6 @@ class LinuxPlatform {
   Ports ports(Desktop& desktop);
 
   const Clock& clock() const { return clock_; }
-  ImageTrays& trays() { return shelf_; }
 
  private:
   SystemClock clock_;
