@@ -50,6 +50,9 @@ bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
   services_.desktop.doYield();
   if (doLeaveAtStop(attempt)) return false;
   if (prepared <= 0) {
+    // The record has room for the sentence alone; which file it was, and why, belongs here.
+    if (const std::string cause = engine.do_GetErrorString(); !cause.empty())
+      services_.grids.doEventMessage("*" + cause);
     attempt.doFail("Error: Disc track preparation failed.");
     return false;
   }

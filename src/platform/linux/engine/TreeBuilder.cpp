@@ -119,7 +119,7 @@ bool TreeBuilder::leaveOut(std::uint32_t index, const std::string& reason) {
   looks_[index].leftOut = true;
   track_->leftOut.push_back({layout_.pathOf(file.parent, file.name), file.source, reason});
   if (request_.skipFaults) return true;
-  why_ = reason;
+  why_ = file.source + ": " + reason;
   return false;
 }
 
