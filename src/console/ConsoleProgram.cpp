@@ -11,8 +11,10 @@ ConsoleProgram::ConsoleProgram(const Terminal& terminal, const Clock& clock,
       ports_(portsFor(desktop_)),
       main_(ports_, workspace),
       view_(screen_, main_.grids, main_.state),
-      session_{main_, desktop_, screen_, answers_, ports_.files, ports_.trays, ports_.engine},
+      session_{main_,        desktop_,     screen_,       answers_,
+               ports_.files, ports_.trays, ports_.engine, clock},
       jobCommands_(session_),
+      itemCommands_(session_),
       settingCommands_(session_),
       discCommands_(session_),
       backupCommands_(session_),
@@ -33,8 +35,9 @@ ConsoleProgram::ConsoleProgram(const Terminal& terminal, const Clock& clock,
 Commands ConsoleProgram::allCommands() {
   Commands all;
   for (Commands group :
-       {jobCommands_.commands(), settingCommands_.commands(), discCommands_.commands(),
-        backupCommands_.commands(), restoreCommands_.commands(), recordCommands_.commands()})
+       {jobCommands_.commands(), itemCommands_.commands(), settingCommands_.commands(),
+        discCommands_.commands(), backupCommands_.commands(), restoreCommands_.commands(),
+        recordCommands_.commands()})
     all.insert(all.end(), std::make_move_iterator(group.begin()),
                std::make_move_iterator(group.end()));
   all.push_back(

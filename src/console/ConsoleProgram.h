@@ -11,6 +11,7 @@
 #include "console/ConsoleDesktop.h"
 #include "console/DiscCommandGroup.h"
 #include "console/FormPresenter.h"
+#include "console/ItemCommandGroup.h"
 #include "console/JobCommandGroup.h"
 #include "console/LineSource.h"
 #include "console/RecordCommandGroup.h"
@@ -61,6 +62,7 @@ class ConsoleProgram {
   RunView view_;
   Session session_;
   JobCommandGroup jobCommands_;
+  ItemCommandGroup itemCommands_;
   SettingCommandGroup settingCommands_;
   DiscCommandGroup discCommands_;
   BackupCommandGroup backupCommands_;

@@ -7,6 +7,23 @@
 
 namespace korvenal::console {
 
+bool Session::beginEdit() const {
+  if (mayBegin(korvenal::Command::AddItems, main.state)) {
+    main.doTask01();
+    return true;
+  }
+  screen.line("The job cannot be changed now.");
+  return false;
+}
+
+int Session::findItem(const std::string& name) const {
+  const Table& contents = main.job.vsContents;
+  for (int row = 1; row < contents.Rows(); ++row)
+    if (contents.text(row, ContentsName) == name) return row;
+  screen.line("There is no item \"" + name + "\".");
+  return 0;
+}
+
 std::optional<int> parseNumber(const std::string& text, int least, int most) {
   int number = 0;
   const char* end = text.data() + text.size();

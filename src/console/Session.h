@@ -23,11 +23,17 @@ struct Session {
   Files& files;
   ImageTrays& trays;
   BurnEngine& engine;
+  const Clock& clock;
 
   ExitCode fail(std::string_view text) const {
     screen.line(text);
     return ExitCode::Failed;
   }
+
+  /// Leads back to the step where the job can be changed. False, told, while an action is at work.
+  bool beginEdit() const;
+  /// The row of the job's item with this name on disc; 0, told, for none.
+  int findItem(const std::string& name) const;
 };
 
 /// A whole number without anything around it, within the range.

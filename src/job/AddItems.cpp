@@ -130,7 +130,7 @@ void AddItems::doCreateItem(int& type, const std::string& name, const std::strin
   job_.doMarkChanged(true);
 }
 
-void AddItems::doImportM3U() {
+bool AddItems::doImportM3U() {
   Profile& profile = services_.profile;
   FileDialog dialog;
   dialog.title = "Korvenal to DVD - Import M3U File List";
@@ -138,19 +138,20 @@ void AddItems::doImportM3U() {
   dialog.pattern = "*.m3u";
   dialog.folder = profile.doReadProfile("Backup", "M3UPath", services_.workspace.homeFolder);
   const std::string file = services_.desktop.doAskOpenFile(dialog);
-  if (file.empty()) return;
+  if (file.empty()) return false;
   const std::string folder(Paths::doGetFolderPart(file));
   profile.doWriteProfile("Backup", "M3UPath", folder);
-  if (!services_.files.doFileExists(file)) return;
+  if (!services_.files.doFileExists(file)) return false;
 
   const FlagScope ignore(services_.state.IgnoreEvents);
   const auto text = services_.files.readAll(file, MaxPlayListBytes);
   if (!text || text->empty()) {
     services_.desktop.doShowMessage(
         {.text = "M3U file format error!", .title = "Error", .icon = MessageIcon::Stop});
-    return;
+    return false;
   }
   if (doImportLines(*text, Paths::withEnd(folder))) job_.doMarkChanged(true);
+  return true;
 }
 
 AddItems::Listed AddItems::findListed(std::string_view entry, const std::string& folder) const {

@@ -44,8 +44,9 @@ class AddItems {
   /// is when it exists.
   void doCreateItem(int& type, const std::string& name, const std::string& path);
 
-  /// Adds the files that a play list names. The limit of items does not hold here.
-  void doImportM3U();
+  /// Adds the files that a play list names. The limit of items does not hold here. False when no
+  /// play list was read.
+  bool doImportM3U();
 
  private:
   /// The rows by their names, so that a long list costs no search a path.

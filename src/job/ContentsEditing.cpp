@@ -13,14 +13,6 @@ namespace korvenal {
 
 namespace {
 
-/// What is left of a typed name: forbidden characters are dropped as they are typed, but those that
-/// the name brought along from its source stay.
-std::string typedName(std::string_view typed, const std::string& before) {
-  std::string refused = ForbiddenChars;
-  std::erase_if(refused, [&before](char c) { return before.find(c) != std::string::npos; });
-  return std::string(Text::trim(typedText(typed, refused)));
-}
-
 /// The number of KB that a size text stands for.
 double kilobytes(const std::string& text) {
   const double number = Fixed4::parse(Text::replaceAll(text, ",", "")).toDouble();
@@ -52,10 +44,17 @@ JobCommands ContentsEditing::doUpdateJobCommands() const {
           .moveDown = current && contents.Row<contents.Rows() - 1, .randomize = contents.Rows()> 2};
 }
 
+std::string ContentsEditing::typedName(int row, std::string_view typed) const {
+  const std::string& before = job_.vsContents.text(row, ContentsName);
+  std::string refused = ForbiddenChars;
+  std::erase_if(refused, [&before](char c) { return before.find(c) != std::string::npos; });
+  return std::string(Text::trim(typedText(typed, refused)));
+}
+
 NameEdit ContentsEditing::doRename(int row, std::string_view typed) {
   Table& contents = job_.vsContents;
   if (!isRow(row)) return NameEdit::Restored;
-  const std::string name = typedName(typed, contents.text(row, ContentsName));
+  const std::string name = typedName(row, typed);
   if (name.empty() || !isItemName(name)) return NameEdit::Restored;
   const std::string folded = Text::toUpper(name);
   for (int other = 1; other < contents.Rows(); ++other) {

@@ -33,7 +33,10 @@ class ContentsEditing {
 
   JobCommands doUpdateJobCommands() const;
 
-  /// A name as typed, trimmed and without forbidden characters. An empty one leaves the old name;
+  /// What the name field of a row takes of a text: trimmed and without forbidden characters, but
+  /// for those that the name brought along from its source.
+  std::string typedName(int row, std::string_view typed) const;
+  /// Ends the editing of a name. An empty one leaves the old name;
   /// one that another row bears is refused with a message.
   NameEdit doRename(int row, std::string_view typed);
   /// The button: removes the current row without a question.

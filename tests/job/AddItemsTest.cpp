@@ -102,6 +102,40 @@ TEST_F(AddItemsTest, PlayListsNameFilesRelativeToThemselves) {
   EXPECT_EQ(bench_.desktop.asked.back().text, "M3U file format error!");
 }
 
+TEST_F(AddItemsTest, PlayListsMayNameTheirFilesInLatin1) {
+  for (const char* name : {"Mädchen.mp3", "Öl/Straße.mp3", "both.mp3"})
+    bench_.folder.write(std::string("music/") + name, "x");
+  const std::string list = bench_.folder.write(
+      "lists/far.m3u",
+      "#EXTM3U\r\n#EXTINF:123,Somebody - M\xE4"
+      "dchen\r\n../music/M\xE4"
+      "dchen.mp3\r\n" +
+          (bench_.folder / "music/") +
+          "\xD6l/Stra\xDF"
+          "e.mp3\r\n" +
+          "../music/Mädchen.mp3\r\n" +
+          "../music/both.mp3  \r\n../music/\xE4missing.mp3\r\nC:\\music\\both.mp3\r\n");
+  bench_.desktop.files = {list};
+  bench_.desktop.answers = {Answer::Ok};
+  EXPECT_TRUE(bench_.addItems.doImportM3U());
+  EXPECT_THAT(bench_.names(), testing::ElementsAre("Mädchen.mp3", "Straße.mp3", "both.mp3"));
+  EXPECT_EQ(bench_.cell(2, ContentsPath), bench_.folder / "music/Öl/Straße.mp3");
+  EXPECT_EQ(bench_.desktop.asked.size(), 1U) << "both readings name one file";
+  EXPECT_FALSE(bench_.state.IgnoreEvents);
+}
+
+TEST_F(AddItemsTest, ACancelledImportKeepsWhatCameBefore) {
+  for (const char* name : {"a", "b", "x/a"}) bench_.folder.write(name, "");
+  bench_.job.doMarkChanged(false);
+  bench_.desktop.files = {"", bench_.folder.write("l.m3u", "a\nx/a\nb\n")};
+  EXPECT_FALSE(bench_.addItems.doImportM3U());
+  EXPECT_FALSE(bench_.job.Modified);
+  bench_.desktop.answers = {Answer::Cancel};
+  EXPECT_TRUE(bench_.addItems.doImportM3U());
+  EXPECT_THAT(bench_.names(), testing::ElementsAre("a"));
+  EXPECT_TRUE(bench_.job.Modified);
+}
+
 TEST_F(AddItemsTest, ItemsMadeByHandAreChecked) {
   bench_.add("Taken", "/taken");
   struct Case {
@@ -126,11 +160,15 @@ TEST_F(AddItemsTest, ItemsMadeByHandAreChecked) {
     form.pbOK();
     EXPECT_FALSE(form.isClosed());
     EXPECT_EQ(bench_.desktop.asked.back().text, one.message);
+    const bool isName = form.focus == frmCreateItem::Field::Name;
+    EXPECT_EQ(bench_.desktop.asked.back().title, isName ? "Name Error" : "Path Error");
   }
   frmCreateItem form(bench_.addItems, bench_.job, bench_.desktop);
-  form.setName("  ");
   form.setSource("/x");
-  EXPECT_FALSE(form.isOkEnabled());
+  for (const char* name : {"  ", "..", "\xff"}) {
+    form.setName(name);
+    EXPECT_FALSE(form.isOkEnabled()) << name;
+  }
   form.setName("a/b:c.d\n");
   form.TypeOpt = 0;
   form.setSource(bench_.folder.makeFolder("is.folder"));
