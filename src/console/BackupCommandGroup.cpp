@@ -1,6 +1,7 @@
 #include "console/BackupCommandGroup.h"
 
 #include "console/PlanExport.h"
+#include "plan/frmEstimateInfo.h"
 #include "platform/Text.h"
 
 namespace korvenal::console {
@@ -9,34 +10,55 @@ namespace {
 
 constexpr const char* ExportUsage = "[--tsv FILE] [--json FILE]";
 constexpr int ExportArguments = 4;
+constexpr const char* EstimateUsage = "[--details] [--tsv FILE] [--json FILE]";
 
-Options exportOptions(const Arguments& arguments) {
-  return parseOptions(arguments, {"--tsv", "--json"});
+Options exportOptions(const Arguments& arguments, const Arguments& switches = {}) {
+  return parseOptions(arguments, {"--tsv", "--json"}, switches);
 }
 
 }  // namespace
 
 Commands BackupCommandGroup::commands() {
   return {
-      {"estimate", ExportUsage, "tells how many discs the job needs", 0, ExportArguments,
-       [this](const Arguments& a) { return doEstimate(a); }},
+      {"estimate", EstimateUsage, "tells how many discs the job needs, and what goes on each", 0,
+       ExportArguments + 1, [this](const Arguments& a) { return doEstimate(a); }},
       {"backup", ExportUsage, "burns the job to discs and verifies them", 0, ExportArguments,
        [this](const Arguments& a) { return doBackup(a); }},
   };
 }
 
 ExitCode BackupCommandGroup::doEstimate(const Arguments& arguments) {
-  const Options options = exportOptions(arguments);
+  const Options options = exportOptions(arguments, {"--details"});
   if (!options.valid || !options.rest.empty()) return ExitCode::Usage;
   frmMain& main = session_.main;
   if (!main.job.hasItems()) return session_.fail("Backup data contents is empty.");
   main.doTask01();
   main.estimate.pbEstimate();
+  if (main.job.estimateShown && options.has("--details")) doShowDetails();
   if (main.job.estimateShown) session_.screen.line(main.estimate.EstimateDisc);
   for (const std::string& note : main.plan.skippedNotes) session_.screen.line(note);
   const ActionState& state = main.state;
   if (state.LimitExceeded) return doExport(options, ExitCode::Failed);
   return doExport(options, state.StopAction ? ExitCode::Stopped : ExitCode::Ok);
+}
+
+void BackupCommandGroup::doShowDetails() {
+  frmMain& main = session_.main;
+  if (!frmEstimateInfo::isWanted(main.profile)) main.estimate.pbEstimateInfo();
+  frmEstimateInfo report(main.job, main.plan, main.profile);
+  const int columns = report.chkShowPath() ? DiscContentsColumns : DiscContentsSource;
+  for (int disc = 1; disc < report.vsDisc.Rows(); ++disc) {
+    report.doSelectDisc(disc);
+    for (int row = 0; row < report.vsDContents.Rows() && !main.state.StopAction; ++row) {
+      std::string line = (row == 0 ? "" : "  ") + report.vsDContents.text(row, 0);
+      for (int column = 1; column < columns; ++column) {
+        const std::string cell = report.vsDContents.text(row, column);
+        if (!cell.empty()) line += "  " + cell;
+      }
+      session_.screen.line(line);
+      session_.desktop.doPollInterrupt();
+    }
+  }
 }
 
 ExitCode BackupCommandGroup::doBackup(const Arguments& arguments) {

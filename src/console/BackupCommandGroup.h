@@ -15,6 +15,8 @@ class BackupCommandGroup {
  private:
   ExitCode doEstimate(const Arguments& arguments);
   ExitCode doBackup(const Arguments& arguments);
+  /// The contents of the discs of the estimate at hand.
+  void doShowDetails();
   ExitCode backupCode() const;
   /// Writes what "--tsv" and "--json" ask for.
   ExitCode doExport(const Options& options, ExitCode code);

@@ -2,9 +2,11 @@
 
 #include "burn/frmNotice.h"
 #include "console/LoadDiscDialog.h"
+#include "console/TableText.h"
 #include "core/frmAddFiles.h"
 #include "device/frmDevice.h"
 #include "device/frmLoadDisc.h"
+#include "plan/frmEstimateInfo.h"
 #include "plan/frmSplit.h"
 #include "platform/Text.h"
 #include "restore/frmReadLog.h"
@@ -26,6 +28,8 @@ void FormPresenter::doRun(Form& form) {
     doShowNotice(*notice);
   else if (auto* split = dynamic_cast<frmSplit*>(&form))
     doShowSplit(*split);
+  else if (auto* estimate = dynamic_cast<frmEstimateInfo*>(&form))
+    doShowEstimate(*estimate);
   else if (auto* replace = dynamic_cast<frmReplace*>(&form))
     doShowReplace(*replace);
   else if (auto* indexes = dynamic_cast<frmReadLog*>(&form))
@@ -97,6 +101,12 @@ void FormPresenter::doShowSplit(frmSplit& form) {
     default:
       return form.pbStop();
   }
+}
+
+void FormPresenter::doShowEstimate(frmEstimateInfo& form) {
+  screen_.line(form.caption);
+  screen_.raw(tableText(form.vsDisc));
+  form.pbClose();
 }
 
 void FormPresenter::doShowReplace(frmReplace& form) {

@@ -10,6 +10,7 @@
 namespace korvenal {
 class frmAddFiles;
 class frmDevice;
+class frmEstimateInfo;
 class frmLoadDisc;
 class frmNotice;
 class frmReadLog;
@@ -39,6 +40,7 @@ class FormPresenter : public FormShower {
   void doShowLoadDisc(frmLoadDisc& form);
   void doShowNotice(frmNotice& form);
   void doShowSplit(frmSplit& form);
+  void doShowEstimate(frmEstimateInfo& form);
   void doShowReplace(frmReplace& form);
   void doShowIndexList(frmReadLog& form);
   void doShowDevice(frmDevice& form);

@@ -1,8 +1,7 @@
 #include "console/RecordCommandGroup.h"
 
-#include <array>
-
 #include "console/TableText.h"
+#include "core/GridTitles.h"
 #include "core/TableExport.h"
 #include "platform/Text.h"
 
@@ -26,11 +25,6 @@ PagedName pagedName(const std::string& text) {
   return {page ? text.substr(0, open) : std::string(), page.value_or(-1)};
 }
 
-template <std::size_t N>
-const Table* pageOf(const std::array<Table, N>& tables, int page) {
-  return page < static_cast<int>(N) ? &tables[static_cast<std::size_t>(page)] : nullptr;
-}
-
 }  // namespace
 
 Commands RecordCommandGroup::commands() {
@@ -47,6 +41,7 @@ Commands RecordCommandGroup::commands() {
        [this](A a) { return doReport(a); }},
       {"export", "TABLE FILE", std::string("writes a table as text: ") + TableNames, 2, 2,
        [this](A a) { return doExport(a); }},
+      {"print", "TABLE", "prints a table", 1, 1, [this](A a) { return doPrint(a); }},
   };
 }
 
@@ -67,29 +62,47 @@ ExitCode RecordCommandGroup::doReport(const Arguments& arguments) {
   return doShowTable(grids.vsError[0], "There is no report.");
 }
 
-const Table* RecordCommandGroup::tableNamed(const std::string& name) const {
+RecordCommandGroup::NamedTable RecordCommandGroup::tableNamed(const std::string& name) const {
   const frmMain& main = session_.main;
   const PagedName wanted = pagedName(name);
   if (wanted.page < 0) {
-    if (wanted.name == "vsLog") return &main.records.vsLog;
-    if (wanted.name == "vsRecent") return &main.records.vsRecent;
-    if (wanted.name == "vsContents") return &main.job.vsContents;
+    if (wanted.name == "vsLog") return {&main.records.vsLog, DiscRecordTitle};
+    if (wanted.name == "vsRecent") return {&main.records.vsRecent, RecentBackupTitle};
+    if (wanted.name == "vsContents") return {&main.job.vsContents, main.job.txJobName};
   }
-  const int page = wanted.page < 0 ? main.state.ActionPage : wanted.page;
-  if (wanted.name == "vsEvent") return pageOf(main.grids.vsEvent, page);
-  if (wanted.name == "vsOutput") return pageOf(main.grids.vsOutput, page);
-  if (wanted.name == "vsError") return pageOf(main.grids.vsError, page);
-  return nullptr;
+  const auto page = static_cast<std::size_t>(wanted.page < 0 ? main.state.ActionPage : wanted.page);
+  if (wanted.name == "vsEvent") return {&main.grids.vsEvent[page], EventTitles[page]};
+  if (wanted.name == "vsOutput") return {&main.grids.vsOutput[page], OutputTitles[page]};
+  if (wanted.name == "vsError" && page < main.grids.vsError.size())
+    return {&main.grids.vsError[page], ErrorTitles[page]};
+  return {};
+}
+
+RecordCommandGroup::NamedTable RecordCommandGroup::findTable(const std::string& name) const {
+  const NamedTable found = tableNamed(name);
+  if (found.table == nullptr) {
+    session_.screen.line(std::string("The tables are ") + TableNames + ".");
+  } else if (!found.table->hasData()) {
+    session_.screen.line(name + " is empty.");
+    return {};
+  }
+  return found;
 }
 
 ExitCode RecordCommandGroup::doExport(const Arguments& arguments) {
-  const Table* table = tableNamed(arguments[0]);
-  if (table == nullptr) return session_.fail(std::string("The tables are ") + TableNames + ".");
-  if (!table->hasData()) return session_.fail(arguments[0] + " is empty.");
+  const NamedTable found = findTable(arguments[0]);
+  if (found.table == nullptr) return ExitCode::Failed;
   const std::string path = absolutePath(arguments[1]);
   session_.desktop.prepareFile(path);
-  doExportGrid(session_.desktop, session_.files, *table);
-  return session_.files.doIsFile(path) ? ExitCode::Ok : session_.fail(path + " cannot be written.");
+  const FileOutcome outcome = doExportGrid(session_.desktop, session_.files, *found.table);
+  return outcome ? ExitCode::Ok : session_.fail(path + ": " + outcome.text);
+}
+
+ExitCode RecordCommandGroup::doPrint(const Arguments& arguments) {
+  const NamedTable found = findTable(arguments[0]);
+  if (found.table == nullptr) return ExitCode::Failed;
+  doPrintGrid(session_.desktop, session_.clock, *found.table, found.title);
+  return ExitCode::Failed;  // a terminal has no printer, and has said so
 }
 
 }  // namespace korvenal::console

@@ -18,8 +18,16 @@ class RecordCommandGroup {
   ExitCode doShowTable(const Table& table, const std::string& whenEmpty);
   ExitCode doReport(const Arguments& arguments);
   ExitCode doExport(const Arguments& arguments);
-  /// A table by its name, "vsEvent(1)"; the page in action when none is named. Null for none.
-  const Table* tableNamed(const std::string& name) const;
+  ExitCode doPrint(const Arguments& arguments);
+
+  struct NamedTable {
+    const Table* table = nullptr;  ///< null: there is none
+    std::string title;             ///< of its print
+  };
+  /// A table by its name, "vsEvent(1)"; the page in action when none is named.
+  NamedTable tableNamed(const std::string& name) const;
+  /// The same for a table with data; anything else is told.
+  NamedTable findTable(const std::string& name) const;
 
   Session& session_;
 };

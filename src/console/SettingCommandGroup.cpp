@@ -4,6 +4,7 @@
 #include <set>
 
 #include "console/DiscKinds.h"
+#include "core/frmDefault.h"
 #include "platform/Text.h"
 
 namespace korvenal::console {
@@ -40,7 +41,12 @@ constexpr IndexKey IndexKeys[] = {
 };
 
 /// Flags of the section Backup that are read where they are used.
-constexpr std::string_view ProfileFlags[] = {"Notice", "EstimateInfo", "EstimateShowPath"};
+struct ProfileFlag {
+  std::string_view name;
+  std::string_view unset;  ///< its value while it was never written
+};
+constexpr ProfileFlag ProfileFlags[] = {
+    {"Notice", "0"}, {"EstimateInfo", "1"}, {"EstimateShowPath", "0"}};
 
 struct DeviceKey {
   std::string_view name;
@@ -105,8 +111,9 @@ bool areDrivesOfMultiMode(const DeviceSettings& settings) {
 
 Commands SettingCommandGroup::commands() {
   return {
-      {"default", "KEY VALUE", "sets a default option, e.g. default SplitSize 2", 2, 2,
-       [this](const Arguments& a) { return doDefault(a[0], a[1]); }},
+      {"default", "[KEY VALUE | reset]",
+       "shows the default options, or sets one, e.g. default SplitSize 2", 0, 2,
+       [this](const Arguments& a) { return doDefaults(a); }},
       {"device", "KEY VALUE", "sets a device setting, e.g. device dvcS_Name V", 2, 2,
        [this](const Arguments& a) { return doDevice(a[0], a[1]); }},
   };
@@ -114,6 +121,28 @@ Commands SettingCommandGroup::commands() {
 
 ExitCode SettingCommandGroup::badValue(const std::string& key, const std::string& value) {
   return session_.fail(key + " cannot be \"" + value + "\".");
+}
+
+ExitCode SettingCommandGroup::doDefaults(const Arguments& arguments) {
+  if (arguments.size() == 2) return doDefault(arguments[0], arguments[1]);
+  if (arguments.empty()) return doShowDefaults();
+  if (arguments[0] != "reset") return ExitCode::Usage;
+  frmDefault form(session_.main.settings, session_.desktop);
+  form.pbDefault();
+  form.pbOK();
+  return ExitCode::Ok;
+}
+
+ExitCode SettingCommandGroup::doShowDefaults() {
+  const Settings& settings = session_.main.settings;
+  const auto show = [this](std::string_view name, const std::string& value) {
+    session_.screen.line("  " + std::string(name) + " = " + value);
+  };
+  for (const FlagKey& key : FlagKeys) show(key.name, settings.*key.field ? "1" : "0");
+  for (const IndexKey& key : IndexKeys) show(key.name, std::to_string(settings.*key.field));
+  for (const ProfileFlag& key : ProfileFlags)
+    show(key.name, session_.main.profile.doReadProfile("Backup", key.name, key.unset));
+  return ExitCode::Ok;
 }
 
 ExitCode SettingCommandGroup::doDefault(const std::string& key, const std::string& value) {
@@ -134,7 +163,8 @@ ExitCode SettingCommandGroup::doDefault(const std::string& key, const std::strin
     settings.doSaveInitData();
     return ExitCode::Ok;
   }
-  if (std::find(std::begin(ProfileFlags), std::end(ProfileFlags), key) != std::end(ProfileFlags)) {
+  for (const ProfileFlag& known : ProfileFlags) {
+    if (known.name != key) continue;
     if (!flag) return badValue(key, value);
     session_.main.profile.doWriteProfile("Backup", key, value);
     return ExitCode::Ok;

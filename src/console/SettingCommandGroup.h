@@ -16,6 +16,8 @@ class SettingCommandGroup {
   Commands commands();
 
  private:
+  ExitCode doDefaults(const Arguments& arguments);
+  ExitCode doShowDefaults();
   ExitCode doDefault(const std::string& key, const std::string& value);
   ExitCode doDevice(const std::string& key, const std::string& value);
   ExitCode doImageDrives(const std::string& key, const std::string& value);
