@@ -40,15 +40,16 @@ int Answers::choose(const Question& question) {
 }
 
 int Answers::takeQueued(const Question& question) {
-  if (queued_.empty()) return -1;
-  const std::string text = queued_.front();
-  const int at = find(question.buttons, text);
-  // Where all is agreed to, an answer waits for the question that it fits.
-  if (at < 0 && agreeToAll_) return -1;
-  queued_.pop_front();
-  if (at >= 0) return at;
-  mismatch_ = true;
-  screen_.line("  The prepared answer \"" + text + "\" is no answer to this question.");
+  for (auto text = queued_.begin(); text != queued_.end(); ++text) {
+    const int at = find(question.buttons, *text);
+    if (at < 0 && agreeToAll_) continue;  // it waits for the question that it fits
+    if (at < 0) {
+      mismatch_ = true;
+      screen_.line("  The prepared answer \"" + *text + "\" is no answer to this question.");
+    }
+    queued_.erase(text);
+    return at;
+  }
   return -1;
 }
 

@@ -19,7 +19,7 @@ struct Question {
 /// Answers questions by the words on their buttons: first from the queue of prepared answers, then
 /// by the affirmative one when all are to be agreed to, then by asking the person. A prepared
 /// answer that does not fit its question is an error, but not where all is agreed to: there it
-/// waits for the next.
+/// waits for one that it fits, and lets later answers pass.
 class Answers {
  public:
   /// `person` is where a person is asked.

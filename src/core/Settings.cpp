@@ -25,7 +25,7 @@ std::int64_t readIndex(const Profile& profile, std::string_view section, std::st
   return index > last ? fallback : index;
 }
 
-std::string_view flagText(bool flag) {
+std::string flagText(bool flag) {
   return flag ? "1" : "0";
 }
 
@@ -58,28 +58,30 @@ void Settings::doReadInitData() {
 }
 
 void Settings::doSaveInitData() {
-  profile_.doWriteProfile("Action", "PlaySound", flagText(PlaySound));
-  profile_.doWriteProfile("Action", "SystemTray", flagText(SystemTray));
+  profile_.doWriteProfiles({
+      {"Action", "PlaySound", flagText(PlaySound)},
+      {"Action", "SystemTray", flagText(SystemTray)},
 
-  profile_.doWriteProfile("Backup", "Finalize", flagText(Finalize));
-  profile_.doWriteProfile("Backup", "SplitFile", flagText(SplitFile));
-  profile_.doWriteProfile("Backup", "AutoErase", flagText(AutoErase));
-  profile_.doWriteProfile("Backup", "ExcludeTopFolder", flagText(ExcludeTopFolder));
-  profile_.doWriteProfile("Backup", "ExcludeEmptyFolder", flagText(ExcludeEmptyFolder));
-  profile_.doWriteProfile("Backup", "SplitSize", std::to_string(SplitSize));
-  profile_.doWriteProfile("Backup", "SplitSize2", std::to_string(SplitSize2));
-  profile_.doWriteProfile("Backup", "SkipError", flagText(SkipError));
-  profile_.doWriteProfile("Backup", "FileSystem", std::to_string(FileSystem));
+      {"Backup", "Finalize", flagText(Finalize)},
+      {"Backup", "SplitFile", flagText(SplitFile)},
+      {"Backup", "AutoErase", flagText(AutoErase)},
+      {"Backup", "ExcludeTopFolder", flagText(ExcludeTopFolder)},
+      {"Backup", "ExcludeEmptyFolder", flagText(ExcludeEmptyFolder)},
+      {"Backup", "SplitSize", std::to_string(SplitSize)},
+      {"Backup", "SplitSize2", std::to_string(SplitSize2)},
+      {"Backup", "SkipError", flagText(SkipError)},
+      {"Backup", "FileSystem", std::to_string(FileSystem)},
 
-  profile_.doWriteProfile("Restore", "Default", std::to_string(Default));
-  profile_.doWriteProfile("Restore", "SkipSystem", flagText(SkipSystem));
-  profile_.doWriteProfile("Restore", "SkipOpen", flagText(SkipOpen));
+      {"Restore", "Default", std::to_string(Default)},
+      {"Restore", "SkipSystem", flagText(SkipSystem)},
+      {"Restore", "SkipOpen", flagText(SkipOpen)},
 
-  profile_.doWriteProfile("MainWin", "State", std::to_string(MainWin.State));
-  profile_.doWriteProfile("MainWin", "Left", std::to_string(MainWin.Left));
-  profile_.doWriteProfile("MainWin", "Top", std::to_string(MainWin.Top));
-  profile_.doWriteProfile("MainWin", "Width", std::to_string(MainWin.Width));
-  profile_.doWriteProfile("MainWin", "Height", std::to_string(MainWin.Height));
+      {"MainWin", "State", std::to_string(MainWin.State)},
+      {"MainWin", "Left", std::to_string(MainWin.Left)},
+      {"MainWin", "Top", std::to_string(MainWin.Top)},
+      {"MainWin", "Width", std::to_string(MainWin.Width)},
+      {"MainWin", "Height", std::to_string(MainWin.Height)},
+  });
 }
 
 }  // namespace korvenal

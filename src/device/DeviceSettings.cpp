@@ -72,10 +72,11 @@ void DeviceSettings::doReadDvcData(const Profile& profile) {
 }
 
 void DeviceSettings::doWriteDvcData(Profile& profile) const {
-  const auto write = [&profile](std::string_view key, std::string_view value) {
-    profile.doWriteProfile(Section, key, value);
+  std::vector<ProfileEntry> entries;
+  const auto write = [&entries](const std::string& key, const std::string& value) {
+    entries.push_back({std::string(Section), key, value});
   };
-  const auto writeNumber = [&write](std::string_view key, std::int64_t value) {
+  const auto writeNumber = [&write](const std::string& key, std::int64_t value) {
     write(key, std::to_string(value));
   };
   writeNumber("dvcType", DeviceMode);
@@ -99,6 +100,7 @@ void DeviceSettings::doWriteDvcData(Profile& profile) const {
   writeNumber("dvcAL_BadDisc", AutoloaderBadDisc);
   for (std::size_t i = 0; i < AutoloaderCommand.size(); ++i)
     write(numbered("dvcAL_Command", i), AutoloaderCommand[i]);
+  profile.doWriteProfiles(entries);
 }
 
 void DeviceSettings::doBuildDriveLetters() {

@@ -69,6 +69,19 @@ std::string storedForm(std::string_view value) {
   return endsSurvive ? stored : '"' + stored + '"';
 }
 
+void setKey(std::string& text, const ProfileEntry& entry) {
+  const std::string stored = storedForm(entry.value);
+  const Place place = findKey(text, entry.section, entry.key);
+  if (place.value && *place.value == stored) return;
+
+  std::string lines;
+  if (place.lineStart == place.lineEnd && place.lineStart > 0 && text[place.lineStart - 1] != '\n')
+    lines += '\n';
+  if (!place.sectionFound) lines += "[" + entry.section + "]\n";
+  lines += entry.key + "=" + stored + "\n";
+  text.replace(place.lineStart, place.lineEnd - place.lineStart, lines);
+}
+
 }  // namespace
 
 std::string Profile::doReadProfile(std::string_view section, std::string_view key,
@@ -90,22 +103,17 @@ std::int64_t Profile::doReadProfile(std::string_view section, std::string_view k
 
 void Profile::doWriteProfile(std::string_view section, std::string_view key,
                              std::string_view value) {
+  doWriteProfiles({{std::string(section), std::string(key), std::string(value)}});
+}
+
+void Profile::doWriteProfiles(const std::vector<ProfileEntry>& entries) {
   auto read = files_.readAll(file_, MaxProfileBytes);
   // A file that is there and cannot be read is left alone: writing would lose all its other keys.
   if (!read && files_.doFileExists(file_)) return;
-  std::string text = read ? std::move(*read) : std::string();
-
-  const std::string stored = storedForm(value);
-  const Place place = findKey(text, section, key);
-  if (place.value && *place.value == stored) return;
-
-  std::string lines;
-  if (place.lineStart == place.lineEnd && place.lineStart > 0 && text[place.lineStart - 1] != '\n')
-    lines += '\n';
-  if (!place.sectionFound) lines.append("[").append(section).append("]\n");
-  lines.append(key).append("=").append(stored).append("\n");
-  text.replace(place.lineStart, place.lineEnd - place.lineStart, lines);
-  files_.writeAll(file_, text);
+  const std::string before = read.value_or(std::string());
+  std::string text = before;
+  for (const ProfileEntry& entry : entries) setKey(text, entry);
+  if (text != before) files_.writeAll(file_, text);
 }
 
 }  // namespace korvenal

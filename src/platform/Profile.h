@@ -2,10 +2,17 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Files.h"
 
 namespace korvenal {
+
+struct ProfileEntry {
+  std::string section;
+  std::string key;
+  std::string value;
+};
 
 /// A text file of sections in square brackets and `key=value` lines. It is read and written key by
 /// key; nothing of it is held in memory. Section and key names ignore case.
@@ -25,6 +32,9 @@ class Profile {
   /// Writes one key, making file and section when needed. Errors are ignored. A line break in the
   /// value becomes a blank.
   void doWriteProfile(std::string_view section, std::string_view key, std::string_view value);
+
+  /// Writes many keys in their order by replacing the file once: all of them arrive, or none.
+  void doWriteProfiles(const std::vector<ProfileEntry>& entries);
 
   const std::string& file() const { return file_; }
 
