@@ -15,6 +15,7 @@
 #include "platform/linux/InstanceLock.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/StandardFolders.h"
+#include "platform/linux/engine/ImageDriveSettings.h"
 
 namespace {
 
@@ -45,13 +46,9 @@ int exitValue(ExitCode code) {
 
 /// The drives that are image files, as the settings offer them.
 ImageShelf::Options imageDrives(const Workspace& workspace, const std::string& shelf) {
-  constexpr int MostDrives = 5;
   LinuxFiles files(nullptr);
-  const Profile profile(files, workspace.gSettingsFile);
-  const std::int64_t drives = profile.doReadProfile("ImageDrives", "Drives", "1", 10);
-  return {.folder = shelf.empty() ? workspace.applicationFolder + "Discs/" : shelf + "/",
-          .drives = static_cast<int>(std::clamp<std::int64_t>(drives, 1, MostDrives)),
-          .feeder = profile.doReadProfile("ImageDrives", "Feeder", "1", 10) == 1};
+  return readImageDrives(Profile(files, workspace.gSettingsFile),
+                         shelf.empty() ? workspace.applicationFolder + "Discs/" : shelf + "/");
 }
 
 int run(const console::ProgramOptions& options) {

@@ -101,6 +101,10 @@ OptionsPtr writeOptions(burn::burn_drive* drive, const BurnOptions& wanted,
   return options;
 }
 
+Descriptor openImageForWriting(const std::string& file) {
+  return Descriptor(::open(file.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+}
+
 std::string textOf(int error) {
   return std::system_category().message(error);
 }
@@ -151,6 +155,19 @@ void BurnRun::work() {
   done_ = true;
 }
 
+/// True once the disc has taken as much as it shall.
+bool BurnRun::isFullByFault(std::int64_t written) const {
+  return place_.failAfter >= 0 && written > place_.failAfter;
+}
+
+/// An image that refuses to be written is told before it counts as spoilt.
+bool BurnRun::isImageWritable() {
+  if (place_.imageFile.empty()) return true;
+  if (openImageForWriting(place_.imageFile)) return true;
+  fail(errno, textOf(errno));
+  return false;
+}
+
 bool BurnRun::write() {
   std::vector<LibraryMessage> failures = DiscLibraries::takeFailures();
   failures.clear();  // what others left behind
@@ -176,6 +193,7 @@ bool BurnRun::write() {
     fail(WriteFailed, reasons[0] != '\0' ? reasons.data() : "The drive cannot be used");
     return false;
   }
+  if (!isImageWritable()) return false;
   if (aborted_) {
     fail(Aborted, textOf(Aborted));
     return false;
@@ -198,7 +216,7 @@ bool BurnRun::write() {
       const auto now = std::chrono::steady_clock::now();
       idleSince = std::min(idleSince, now);
       if (ended || now - idleSince > LongestFarewell) break;
-    } else if ((aborted_ || !failures.empty()) && !cancelled) {
+    } else if ((aborted_ || !failures.empty() || isFullByFault(written_)) && !cancelled) {
       cancelled = true;
       burn::burn_drive_cancel(drive.drive());
       feed.cancel();
@@ -206,6 +224,8 @@ bool BurnRun::write() {
     std::this_thread::sleep_for(PollEvery);
   }
   DiscLibraries::takeBurnMessages(failures);
+  if (isFullByFault(track_->imageBlocks()))
+    fail(place_.failNumber != 0 ? place_.failNumber : WriteFailed, "Write error");
   failBy(failures);
   if (cancelled) fail(WriteFailed, "The burn was cancelled");
   if (burn::burn_drive_wrote_well(drive.drive()) != 1)
@@ -219,7 +239,7 @@ bool BurnRun::write() {
 
 /// Makes the finished track the one that readers of the image find.
 bool BurnRun::activate() {
-  const Descriptor file(::open(place_.imageFile.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+  const Descriptor file = openImageForWriting(place_.imageFile);
   struct stat status {};
   if (!file || ::fstat(file.get(), &status) != 0) {
     fail(errno, textOf(errno));

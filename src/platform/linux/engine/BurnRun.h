@@ -47,7 +47,9 @@ class BurnRun {
  private:
   void work();
   bool write();
+  bool isImageWritable();
   bool activate();
+  bool isFullByFault(std::int64_t written) const;
   void fail(int error, const std::string& text);
   void failBy(const std::vector<LibraryMessage>& failures);
 

@@ -66,6 +66,18 @@ bool parseSessions(std::string_view text, std::vector<std::uint32_t>& sessions) 
   return true;
 }
 
+struct FaultKey {
+  std::string_view key;
+  std::int64_t DiscFaults::*value;
+};
+constexpr std::array<FaultKey, 7> FaultKeys = {{{"fail-prepare", &DiscFaults::prepare},
+                                                {"fail-burn", &DiscFaults::burnAfter},
+                                                {"fail-erase", &DiscFaults::erase},
+                                                {"fail-number", &DiscFaults::number},
+                                                {"bad-block", &DiscFaults::badBlock},
+                                                {"pull-after", &DiscFaults::pullAfter},
+                                                {"not-ready", &DiscFaults::notReady}}};
+
 bool parseLine(std::string_view line, DiscProfile& profile) {
   const std::size_t cut = line.find('=');
   if (cut == std::string_view::npos) return false;
@@ -90,6 +102,8 @@ bool parseLine(std::string_view line, DiscProfile& profile) {
   } else if (key == "damaged") {
     profile.damaged = *number != 0;
   }
+  for (const FaultKey& fault : FaultKeys)
+    if (key == fault.key) profile.faults.*fault.value = *number;
   return true;
 }
 
@@ -149,10 +163,15 @@ std::string DiscProfile::toText() const {
     starts += std::to_string(start);
   }
   const auto flag = [](bool on) { return on ? "1" : "0"; };
-  return std::string(FirstLine) + "\ntype=" + std::to_string(type) +
-         "\ncapacity=" + std::to_string(capacity) + "\nformatted=" + flag(formatted) +
-         "\nclosed=" + flag(closed) + "\nwriting=" + flag(writing) + "\nsessions=" + starts +
-         "\nend=" + std::to_string(end) + "\ndamaged=" + flag(damaged) + "\n";
+  std::string text = std::string(FirstLine) + "\ntype=" + std::to_string(type) +
+                     "\ncapacity=" + std::to_string(capacity) + "\nformatted=" + flag(formatted) +
+                     "\nclosed=" + flag(closed) + "\nwriting=" + flag(writing) +
+                     "\nsessions=" + starts + "\nend=" + std::to_string(end) +
+                     "\ndamaged=" + flag(damaged) + "\n";
+  for (const FaultKey& fault : FaultKeys)
+    if (faults.*fault.value != DiscFaults().*fault.value)
+      text += std::string(fault.key) + '=' + std::to_string(faults.*fault.value) + '\n';
+  return text;
 }
 
 bool DiscProfile::isAppendable() const {
@@ -160,10 +179,8 @@ bool DiscProfile::isAppendable() const {
 }
 
 int DiscProfile::sessionsTold() const {
-  const int complete = static_cast<int>(sessions.size()) + (damaged ? 1 : 0);
-  // A formatted DVD+RW always has one session, were it empty.
-  if (type == DiscDvdPlusRw && formatted && complete == 0) return 1;
-  return complete;
+  if (type == DiscDvdPlusRw) return formatted ? 1 : 0;
+  return static_cast<int>(sessions.size()) + (damaged ? 1 : 0);
 }
 
 std::int64_t DiscProfile::freeBlocks() const {

@@ -9,6 +9,9 @@
 
 namespace korvenal {
 
+/// What a drive writes; each writes what those before it do.
+enum class DriveAbility { Reads, WritesCd, WritesDvd, WritesDualLayer };
+
 /// What a drive tells of the loaded disc. All zero without one.
 struct DiscState {
   std::uint8_t type = 0;  ///< disc type code
@@ -26,6 +29,9 @@ struct TrackPlace {
   std::int64_t startBlock = 0;    ///< first block of the session
   std::int64_t gap = 0;           ///< blocks in front of it that no earlier session has taken
   std::int64_t lastSession = -1;  ///< first block of the newest tree there is; -1 for none
+  bool refuses = false;           ///< no track can be prepared for this disc
+  std::int64_t failAfter = -1;    ///< the burn fails when so many blocks are written; -1: never
+  int failNumber = 0;             ///< the error number then; 0: the usual one
 };
 
 /// The end of a burn or an erase.

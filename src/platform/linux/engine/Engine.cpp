@@ -202,6 +202,10 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
     return 0;
   }
   const TrackPlace place = selected_->place();
+  if (place.refuses) {
+    setError(PreparationFailed, "The disc takes no track");
+    return 0;
+  }
   IsoLayout::Request request;
   request.startBlock = static_cast<std::uint32_t>(place.startBlock);
   request.gap = place.gap;

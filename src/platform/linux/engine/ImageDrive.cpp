@@ -8,17 +8,19 @@
 
 #include "platform/BurnEngine.h"
 #include "platform/linux/Descriptor.h"
+#include "platform/linux/engine/FaultyBlocks.h"
 
 namespace korvenal {
 
 namespace {
 
 constexpr std::int64_t MaxProfileBytes = 65536;
+constexpr int EraseFailed = 1032;
 
 }  // namespace
 
-ImageDrive::ImageDrive(Files& files, char letter, int number, Changed changed)
-    : files_(files), letter_(letter), number_(number), changed_(std::move(changed)) {}
+ImageDrive::ImageDrive(Files& files, Identity identity, Changed changed)
+    : files_(files), identity_(identity), changed_(std::move(changed)) {}
 
 ImageDrive::~ImageDrive() {
   dropReader();
@@ -44,9 +46,29 @@ void ImageDrive::setTray(const std::string& image, bool open) {
   image_ = image;
   open_ = open;
   locked_ = false;
+  *pulled_ = false;
+  const DiscProfile* disc = profile();
+  questionsUntilReady_ = disc != nullptr ? disc->faults.notReady : 0;
+}
+
+bool ImageDrive::can(std::uint8_t code) const {
+  constexpr std::uint8_t FirstDvd = 13;
+  constexpr std::uint8_t DualLayer = 18;
+  if (code == DualLayer) return identity_.ability == DriveAbility::WritesDualLayer;
+  return code >= FirstDvd && code < DualLayer && identity_.ability >= DriveAbility::WritesDvd;
+}
+
+bool ImageDrive::writes(std::uint8_t type) const {
+  if (type == DiscCdR || type == DiscCdRw) return identity_.ability >= DriveAbility::WritesCd;
+  if (type == DiscDvdPlusRDl) return identity_.ability == DriveAbility::WritesDualLayer;
+  return identity_.ability >= DriveAbility::WritesDvd;
 }
 
 DiscProfile* ImageDrive::profile() {
+  if (*pulled_ && !open_) {
+    setTray(image_, true);
+    changed_();
+  }
   if (image_.empty() || open_) return nullptr;
   // The image may have been taken away behind the program's back.
   if (!busy_ && !files_.doFileExists(image_)) {
@@ -65,11 +87,15 @@ bool ImageDrive::storeProfile(std::string& why) {
 }
 
 std::string ImageDrive::devicePath() const {
-  return "IMAGE#CDROM&VEN_Image&PROD_Drive_" + std::to_string(number_) + "&REV_1#" + letter_;
+  return "IMAGE#CDROM&VEN_Image&PROD_Drive_" + std::to_string(identity_.number) + "&REV_1#" +
+         identity_.letter;
 }
 
 bool ImageDrive::isReady() {
-  return !busy_ && profile() != nullptr;
+  if (busy_ || profile() == nullptr) return false;
+  if (questionsUntilReady_ == 0) return true;
+  --questionsUntilReady_;
+  return false;
 }
 
 void ImageDrive::eject() {
@@ -89,9 +115,9 @@ DiscState ImageDrive::state() {
   const DiscProfile* disc = profile();
   if (disc == nullptr) return state;
   state.type = disc->type;
-  state.erasable = DiscTypes::isRewritable(disc->type);
+  state.erasable = DiscTypes::isRewritable(disc->type) && writes(disc->type);
   // What can be erased can take data again, whatever it holds now.
-  state.writable = state.erasable || disc->isAppendable();
+  state.writable = state.erasable || (disc->isAppendable() && writes(disc->type));
   state.sessions = disc->sessionsTold();
   state.totalBlocks = disc->capacity;
   state.freeBlocks = disc->freeBlocks();
@@ -118,7 +144,13 @@ void ImageDrive::dropReader() {
 }
 
 std::unique_ptr<BlockReader> ImageDrive::openBlocks() {
-  return openImageBlocks(image_);
+  auto blocks = openImageBlocks(image_);
+  const DiscProfile* disc = profile();
+  if (!blocks || disc == nullptr) return nullptr;
+  const DiscFaults& faults = disc->faults;
+  if (faults.badBlock < 0 && faults.pullAfter < 0) return blocks;
+  return std::make_unique<FaultyBlocks>(std::move(blocks), faults.badBlock, faults.pullAfter,
+                                        pulled_);
 }
 
 TrackPlace ImageDrive::place() {
@@ -130,12 +162,15 @@ TrackPlace ImageDrive::place() {
   place.startBlock = disc->nextSession();
   if (disc->end == 0) place.gap = place.startBlock;
   if (!disc->sessions.empty()) place.lastSession = disc->sessions.back();
+  place.refuses = disc->faults.prepare != 0;
+  place.failAfter = disc->faults.burnAfter;
+  place.failNumber = static_cast<int>(disc->faults.number);
   return place;
 }
 
 bool ImageDrive::beginBurn(std::string& why) {
   DiscProfile* disc = profile();
-  if (disc == nullptr || busy_) return false;
+  if (disc == nullptr || busy_ || !writes(disc->type)) return false;
   disc->writing = true;
   if (!storeProfile(why)) {
     disc->writing = false;
@@ -171,7 +206,7 @@ void ImageDrive::endBurn(const DriveResult& result) {
 
 bool ImageDrive::beginErase() {
   const DiscProfile* disc = profile();
-  if (disc == nullptr || busy_ || !DiscTypes::isRewritable(disc->type)) return false;
+  if (disc == nullptr || busy_ || !state().erasable) return false;
   dropReader();
   busy_ = true;
   return true;
@@ -181,6 +216,12 @@ DriveResult ImageDrive::erase(bool quick) {
   // Full and quick are the same here: what is cut off a file cannot be read again.
   static_cast<void>(quick);
   DriveResult result;
+  if (profile_->faults.erase != 0) {
+    result.error =
+        profile_->faults.number != 0 ? static_cast<int>(profile_->faults.number) : EraseFailed;
+    result.text = "The disc cannot be erased";
+    return result;
+  }
   const Descriptor file(::open(image_.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
   if (!file || ::ftruncate(file.get(), 0) != 0 || ::fsync(file.get()) != 0) {
     result.error = errno;

@@ -17,7 +17,13 @@ class ImageDrive : public Drive {
   /// Called when what lies in the tray or the tray itself has changed, to keep it.
   using Changed = std::function<void()>;
 
-  ImageDrive(Files& files, char letter, int number, Changed changed);
+  struct Identity {
+    char letter = 'V';
+    int number = 1;  ///< from 1 on, as it tells its name
+    DriveAbility ability = DriveAbility::WritesDualLayer;
+  };
+
+  ImageDrive(Files& files, Identity identity, Changed changed);
   ~ImageDrive() override;
 
   static std::string profileFileOf(const std::string& image) { return image + ".disc"; }
@@ -31,10 +37,10 @@ class ImageDrive : public Drive {
   /// Puts a disc in, or takes the old one out with an empty name. Nothing is told to `changed`.
   void setTray(const std::string& image, bool open);
 
-  char letter() const override { return letter_; }
+  char letter() const override { return identity_.letter; }
   std::string devicePath() const override;
-  bool isBurner() const override { return true; }
-  bool can(std::uint8_t code) const override { return code >= 13 && code <= 18; }
+  bool isBurner() const override { return identity_.ability != DriveAbility::Reads; }
+  bool can(std::uint8_t code) const override;
   bool isReady() override;
   void lock(bool locked) override { locked_ = locked; }
   void eject() override;
@@ -55,15 +61,17 @@ class ImageDrive : public Drive {
   /// The profile of the disc that the closed tray holds.
   DiscProfile* profile();
   bool storeProfile(std::string& why);
+  bool writes(std::uint8_t type) const;
 
   Files& files_;
-  char letter_;
-  int number_;
+  Identity identity_;
   Changed changed_;
   std::string image_;
   bool open_ = false;
   bool locked_ = false;
   bool busy_ = false;
+  std::int64_t questionsUntilReady_ = 0;
+  std::shared_ptr<bool> pulled_ = std::make_shared<bool>(false);  ///< by a fault while reading
   std::optional<DiscProfile> profile_;
   std::shared_ptr<DiscReader> reader_;
 };

@@ -11,7 +11,6 @@ namespace korvenal {
 namespace {
 
 constexpr char FirstLetter = 'V';
-constexpr int MaxDrives = 5;
 constexpr std::int64_t MaxTraysBytes = 65536;
 constexpr std::size_t MaxNameBytes = 200;
 constexpr std::string_view ImageEnd = ".iso";
@@ -30,9 +29,12 @@ std::string fileNameOf(std::string_view text) {
 ImageShelf::ImageShelf(Files& files, Options options)
     : files_(files), folder_(Paths::withEnd(options.folder)), feeder_(options.feeder) {
   const int count = std::clamp(options.drives, 1, MaxDrives);
-  for (int i = 0; i < count; ++i)
-    drives_.push_back(std::make_unique<ImageDrive>(files_, static_cast<char>(FirstLetter + i),
-                                                   i + 1, [this] { storeTrays(); }));
+  options.abilities.resize(static_cast<std::size_t>(count), DriveAbility::WritesDualLayer);
+  for (int i = 0; i < count; ++i) {
+    const ImageDrive::Identity identity{static_cast<char>(FirstLetter + i), i + 1,
+                                        options.abilities[static_cast<std::size_t>(i)]};
+    drives_.push_back(std::make_unique<ImageDrive>(files_, identity, [this] { storeTrays(); }));
+  }
   loadTrays();
 }
 
@@ -66,8 +68,8 @@ ImageDisc ImageShelf::describe(const std::string& image) const {
   disc.file = image;
   disc.typeCode = profile->type;
   disc.capacityBlocks = profile->capacity;
-  disc.sessions = profile->sessionsTold();
-  disc.closed = !profile->isAppendable();
+  disc.sessions = static_cast<int>(profile->sessions.size());
+  disc.closed = profile->formatted && !profile->isAppendable();
   disc.modified = files_.doGetInfo(image).modified;
   if (profile->sessions.empty()) return disc;
   const auto blocks = openImageBlocks(image);

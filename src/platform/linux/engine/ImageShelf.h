@@ -15,10 +15,13 @@ namespace korvenal {
 /// or "closed", and the image's file (its name alone when it is on the shelf), separated by tabs.
 class ImageShelf : public ImageTrays {
  public:
+  static constexpr int MaxDrives = 5;
+
   struct Options {
     std::string folder;  ///< native path; made when it is missing
     int drives = 1;      ///< 1 to 5, the letters V to Z
     bool feeder = true;
+    std::vector<DriveAbility> abilities = {};  ///< of the drives in order; those left out write all
   };
 
   /// `files` serves native paths; it must outlive this.
