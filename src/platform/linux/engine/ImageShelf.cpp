@@ -26,7 +26,7 @@ std::string fileNameOf(std::string_view text) {
 
 }  // namespace
 
-ImageShelf::ImageShelf(Files& files, const Options& options)
+ImageShelf::ImageShelf(Files& files, Options options)
     : files_(files), folder_(Paths::withEnd(options.folder)), feeder_(options.feeder) {
   const int count = std::clamp(options.drives, 1, MaxDrives);
   options.abilities.resize(static_cast<std::size_t>(count), DriveAbility::WritesDualLayer);

@@ -25,7 +25,7 @@ class ImageShelf : public ImageTrays {
   };
 
   /// `files` serves native paths; it must outlive this.
-  ImageShelf(Files& files, const Options& options);
+  ImageShelf(Files& files, Options options);
 
   bool isImageDrive(char letter) const override { return find(letter) != nullptr; }
   std::vector<char> letters() const override;
