@@ -97,6 +97,17 @@ TEST_F(RunGridsTest, ReportsComeBackFromTheirFiles) {
   EXPECT_FALSE(report.hasData()) << "a missing report is an empty one";
 }
 
+TEST_F(RunGridsTest, PrintsBearTheirTitleAndTodaysDate) {
+  Table table({"Drive"});
+  doPrintGrid(bench_.desktop, bench_.clock, table, "Disc Record");
+  EXPECT_TRUE(bench_.desktop.printed.empty()) << "a table without data";
+  table.addRow({"V:"});
+  doPrintGrid(bench_.desktop, bench_.clock, table, "Disc Record");
+  EXPECT_THAT(bench_.desktop.printed,
+              testing::ElementsAre("Disc Record - " +
+                                   Dates::displayShort(bench_.clock.time).substr(0, 10)));
+}
+
 TEST_F(RunGridsTest, DeletingReportsStopsAtTheFirstGap) {
   for (const int n : {1, 2, 4}) bench_.files.writeAll(bench_.workspace.runLog(n), "x");
   grids_.doDeleteRunLogs();

@@ -79,6 +79,27 @@ TEST_F(JobFileTest, EverythingComesBack) {
   EXPECT_FALSE(job_.Modified || bench_.state.ActionRunning || bench_.state.IgnoreEvents);
 }
 
+TEST_F(JobFileTest, TenThousandItemsSavedAgainAreTheSameFile) {
+  job_.vsContents.setRows(1 + MaxItems);
+  for (int row = 1; row <= MaxItems; ++row) {
+    const std::string name = "item " + std::to_string(row);
+    job_.vsContents.setText(row, ContentsType, row % 3 == 0 ? "0" : "1");
+    job_.vsContents.setText(row, ContentsName, name);
+    job_.vsContents.setText(row, ContentsPath, "/not/there/" + name);
+    if (row % 3 == 0)
+      job_.vsContents.setCheck(row, ContentsSubfolder,
+                               row % 2 == 0 ? Table::Check::Ticked : Table::Check::Unticked);
+  }
+  const std::string first = bench_.folder / "first.jbf", second = bench_.folder / "second.jbf";
+  ASSERT_TRUE(bench_.jobFile.doWriteJobFile(first));
+  ASSERT_TRUE(load(first));
+  EXPECT_EQ(job_.vsContents.Rows(), 1 + MaxItems);
+  ASSERT_TRUE(bench_.jobFile.doWriteJobFile(second));
+  ASSERT_TRUE(load(second));
+  ASSERT_TRUE(bench_.jobFile.doWriteJobFile(first));
+  EXPECT_EQ(TempDir::read(first), TempDir::read(second));
+}
+
 TEST_F(JobFileTest, OptionsOutOfRangeAreMended) {
   const auto loadFields = [this](const std::map<std::size_t, std::string>& fields) {
     std::string options = zeros_;

@@ -109,6 +109,18 @@ TEST_F(EstimateTest, ManyCdsAreBetterOneDvd) {
   EXPECT_EQ(desktop.asked.size(), 2U);
 }
 
+TEST_F(EstimateTest, OverTheLimitNothingIsShownAndNothingLogged) {
+  makeJob(CdBytes * 101);
+  desktop.answers = {Answer::Ok};
+  estimate_.pbEstimate();
+  ASSERT_EQ(desktop.asked.size(), 1U) << "no disc type is suggested";
+  EXPECT_EQ(desktop.asked[0].title, "Stop Estimation");
+  EXPECT_TRUE(state.LimitExceeded);
+  EXPECT_FALSE(job.estimateShown || grids.vsEvent[0].hasData());
+  EXPECT_EQ(reports_, 0);
+  EXPECT_EQ(plan.ScanMode, 0);
+}
+
 TEST_F(EstimateTest, TheReportTellsWhatGoesOnEachDisc) {
   files.addFile("/app/BIN/" + KitFileName, 5000);
   job.BurnRestoreKit = true;
