@@ -25,6 +25,7 @@ class EmptyDesktop : public Desktop {
   std::string doAskSaveFile(const FileDialog&) override { return {}; }
   std::string doAskFolder(const std::string&, const std::string&) override { return {}; }
   void doSetWaitPointer(bool) override {}
+  void doPrintTable(const Table&, const std::string&) override {}
   void doPlaySound(const std::string&) override {}
   std::string doGetTypeName(const std::string&, bool) override { return {}; }
 };
