@@ -102,6 +102,12 @@ void ActionController::doEnterDefineStep(int action) {
   doCall(action == Backup ? runs.doForgetPlan : runs.doRemovePartRows);
 }
 
+void ActionController::doRefreshSummary() {
+  const bool runPage = mainTab == ErasePage || (mainTab == BackupPage && BackupTab == RunStep) ||
+                       (mainTab == RestorePage && RestoreTab == RunStep);
+  if (runPage) doShowSummary(mainTab - BackupPage);
+}
+
 void ActionController::doShowSummary(int action) {
   if (mainTab < BackupPage || mainTab > ErasePage) return;
   state_.ActionPage = action;

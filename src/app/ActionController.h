@@ -71,6 +71,8 @@ class ActionController {
 
   /// Shows a step of the backup or restore page; refused while an action runs.
   bool doShowStep(int action, int step);
+  /// The opening lines of the run page in view anew; nothing when another page is.
+  void doRefreshSummary();
   /// Empties the run page of an action and fills in its opening lines.
   void doShowSummary(int action);
 

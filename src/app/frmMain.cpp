@@ -42,6 +42,9 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
                runPages[ActionController::Restore], records, settings, deviceSettings, workspace,
                restorePage},
               restoreSteps()),
+      erase({state, ports.engine, ports.desktop, ports.clock, grids,
+             runPages[ActionController::Erase], records, settings, deviceSettings, workspace},
+            eraseSteps()),
       controller(state, ports.engine, ports.desktop, grids, runPages) {
   doWire();
 }
@@ -70,6 +73,14 @@ RestoreRun::Steps frmMain::restoreSteps() {
   };
 }
 
+EraseRun::Steps frmMain::eraseSteps() {
+  return {
+      .doEnsureDevice = [this](bool anyDisc) { return deviceCheck.doEnsureDevice(anyDisc); },
+      .doAskLoadDisc = [this](int reason,
+                              DiscRequest& request) { prompt.doAskLoadDisc(reason, request); },
+  };
+}
+
 void frmMain::doWire() {
   prompt.doDevice = [this] { doDevice(); };
   deviceCheck.actions.doDevice = [this] { doDevice(); };
@@ -80,6 +91,7 @@ void frmMain::doWire() {
   controller.runs.start[ActionController::Restore] = [this] {
     restoreResult = restore.doStartRestore();
   };
+  controller.runs.start[ActionController::Erase] = [this] { eraseResult = erase.doStartErase(); };
   controller.runs.summary = [this](int action) { return summaryLines(action); };
   controller.runs.doForgetPlan = [this] { backup.PreparedForRun = false; };
   controller.runs.doRemovePartRows = [this] { restore.doRemovePartRows(); };
@@ -111,6 +123,15 @@ void frmMain::doUnload() {
 }
 
 void frmMain::doDevice() {
+  const std::string letters = deviceSettings.DriveLetters;
+  const std::int64_t mode = deviceSettings.DeviceMode;
+  const bool inRun = state.ActionBusy;
+  doShowDevice();
+  const bool changed = letters != deviceSettings.DriveLetters || mode != deviceSettings.DeviceMode;
+  if (changed && !inRun) controller.doRefreshSummary();
+}
+
+void frmMain::doShowDevice() {
   const FlagScope ignore(state.IgnoreEvents);
   const FlagScope busy(state.ActionBusy);
   frmDevice form({state, ports_.desktop, ports_.engine, drives, deviceSettings, profile});
@@ -156,6 +177,15 @@ void frmMain::doTask02() {
   controller.doShowStep(ActionController::Restore, ActionController::DefineStep);
 }
 
+void frmMain::doTaskErase() {
+  if (controller.mainTab != ActionController::ErasePage) {
+    erase.optEraseMode = 0;
+    controller.mainTab = ActionController::ErasePage;
+    controller.doShowSummary(ActionController::Erase);
+  }
+  ports_.desktop.doYield();
+}
+
 std::vector<std::string> frmMain::summaryLines(int action) {
   switch (action) {
     case ActionController::Backup:
@@ -163,7 +193,7 @@ std::vector<std::string> frmMain::summaryLines(int action) {
     case ActionController::Restore:
       return restoreSummary(restoreFacts(), deviceSettings);
     default:
-      return {};
+      return eraseSummary(erase.optEraseMode == 0, deviceSettings);
   }
 }
 

@@ -15,6 +15,7 @@
 #include "device/DeviceSettings.h"
 #include "device/DriveDiscovery.h"
 #include "device/LoadPrompt.h"
+#include "erase/EraseRun.h"
 #include "job/AddItems.h"
 #include "job/ContentsEditing.h"
 #include "job/Job.h"
@@ -85,6 +86,10 @@ class frmMain {
   RestoreRun restore;
   RestoreResult restoreResult;  ///< how the last press of the restore button ended
 
+  // Erase.
+  EraseRun erase;
+  EraseResult eraseResult;  ///< how the last press of the erase button ended
+
   ActionController controller;
   BrowserSize browserSize;
 
@@ -111,11 +116,15 @@ class frmMain {
   void doTask01();
   /// The restore page, its options as the defaults say.
   void doTask02();
+  /// The erase page, in quick mode when the page was another one.
+  void doTaskErase();
 
  private:
   BackupRun::Steps backupSteps();
   RestoreRun::Steps restoreSteps();
+  EraseRun::Steps eraseSteps();
   void doWire();
+  void doShowDevice();
   std::vector<std::string> summaryLines(int action);
   RestoreSummary restoreFacts() const;
 };

@@ -19,6 +19,7 @@ ConsoleProgram::ConsoleProgram(const Terminal& terminal, const Clock& clock,
       discCommands_(session_),
       backupCommands_(session_),
       restoreCommands_(session_),
+      eraseCommands_(session_),
       recordCommands_(session_),
       shell_(screen_, allCommands()) {
   desktop_.forms = &forms_;
@@ -37,12 +38,9 @@ Commands ConsoleProgram::allCommands() {
   for (Commands group :
        {jobCommands_.commands(), itemCommands_.commands(), settingCommands_.commands(),
         discCommands_.commands(), backupCommands_.commands(), restoreCommands_.commands(),
-        recordCommands_.commands()})
+        eraseCommands_.commands(), recordCommands_.commands()})
     all.insert(all.end(), std::make_move_iterator(group.begin()),
                std::make_move_iterator(group.end()));
-  all.push_back(
-      {"erase", "quick | full", "erases rewritable discs", 1, 1,
-       [this](const Arguments&) { return session_.fail("Erasing discs is not there yet."); }});
   all.push_back({"answer", "TEXT", "prepares the answer to the next question", 1, 1,
                  [this](const Arguments& a) { return doQueueAnswer(a[0]); }});
   all.push_back({"help", "", "lists the commands", 0, 0, [this](const Arguments&) {

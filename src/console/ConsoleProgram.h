@@ -10,6 +10,7 @@
 #include "console/Command.h"
 #include "console/ConsoleDesktop.h"
 #include "console/DiscCommandGroup.h"
+#include "console/EraseCommandGroup.h"
 #include "console/FormPresenter.h"
 #include "console/ItemCommandGroup.h"
 #include "console/JobCommandGroup.h"
@@ -67,6 +68,7 @@ class ConsoleProgram {
   DiscCommandGroup discCommands_;
   BackupCommandGroup backupCommands_;
   RestoreCommandGroup restoreCommands_;
+  EraseCommandGroup eraseCommands_;
   RecordCommandGroup recordCommands_;
   Shell shell_;
 };

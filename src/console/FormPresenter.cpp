@@ -74,7 +74,8 @@ void FormPresenter::doShowLoadDisc(frmLoadDisc& form) {
   repeats_ = dialog.request() == lastRequest_ ? repeats_ + 1 : 0;
   lastRequest_ = dialog.request();
   const bool mayAgree = repeats_ < MostRepeats;
-  dialog.run(mayAgree);
+  // Erasing goes on for as long as somebody agrees to more.
+  dialog.run(mayAgree && !form.isForMoreErasing());
   if (mayAgree || !answers_.agreesToAll()) return;
   gaveUp_ = true;
   screen_.line("The same disc is asked for again and again: given up.");

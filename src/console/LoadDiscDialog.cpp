@@ -9,8 +9,9 @@ namespace korvenal::console {
 namespace {
 
 constexpr const char* Help =
-    "  ok, stop, eject DRIVE, close DRIVE, from DISC, device; for image drives also\n"
-    "  blank DRIVE [TYPE], insert DRIVE FILE, out DRIVE, shelf\n";
+    "  ok, stop, eject DRIVE, close DRIVE, from DISC, skipblank 0|1, device; for image drives\n"
+    "  also "
+    "blank DRIVE [TYPE], insert DRIVE FILE, out DRIVE, shelf\n";
 const std::string DefaultBlank = "DVD-R";
 
 }  // namespace
@@ -39,6 +40,8 @@ void LoadDiscDialog::doShowPrompt() {
     if (form_.ToDiscShown) range += " " + form_.DESC[2] + " " + std::to_string(form_.ToDisc);
     screen_.line(range);
   }
+  if (form_.ckSkipBlankShown)
+    screen_.line(std::string("  skipblank = ") + (form_.ckSkipBlank ? "1" : "0"));
   doShowDrives();
 }
 
@@ -82,6 +85,9 @@ void LoadDiscDialog::doAct(const std::string& line) {
   } else if (verb == "from" && words.size() == 2) {
     const std::int64_t disc = Text::toInteger(words[1]);
     if (disc >= 1 && disc <= form_.discChoices) form_.doChooseFromDisc(static_cast<int>(disc));
+    doShowPrompt();
+  } else if (verb == "skipblank" && words.size() == 2 && form_.ckSkipBlankShown) {
+    form_.ckSkipBlank = words[1] == "1";
     doShowPrompt();
   } else if (doActOnDrive(words)) {
     doShowDrives();

@@ -24,10 +24,12 @@ void LoadPrompt::doAskLoadDisc(int reason, DiscRequest& request) {
                       .trays = trays_,
                       .drives = drives_,
                       .settings = settings_,
-                      .openDeviceSettings = doDevice},
+                      .openDeviceSettings = doDevice,
+                      .keptDrives = kept_},
                      request, reason);
     desktop_.doShowModal(form);
   }
+  if (!state_.StopAction) kept_.clear();
   state_.IgnoreEvents = false;
   desktop_.doYield();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,11 @@ class LoadPrompt {
 
   OpenDeviceSettings doDevice;
 
+  /// A person chose what lies in this image drive: the feeder leaves it there for the next prompt
+  /// that is answered with OK. `doRelease`: it may serve the drive again.
+  void doKeep(char letter) { kept_.insert(letter); }
+  void doRelease(char letter) { kept_.erase(letter); }
+
   /// Shows the prompt; the caller has set `WorkerMode`. Reason: 0 first prompt of a run, 1 continue
   /// after a disc, 2 mark the written disc and reload. `StopAction` set afterwards: given up.
   void doAskLoadDisc(int reason, DiscRequest& request);
@@ -64,6 +70,7 @@ class LoadPrompt {
   ImageTrays& trays_;
   DriveDiscovery& drives_;
   const DeviceSettings& settings_;
+  std::set<char> kept_;
 };
 
 }  // namespace korvenal

@@ -67,6 +67,7 @@ frmLoadDisc::frmLoadDisc(LoadDiscServices services, DiscRequest& request, int re
     ejectAtPrompt_ = settings.MultiEject == 1;
     skipFirstEject_ = request_.FirstPrompt && settings.MultiSkipEjectFirst == 1;
   }
+  for (const char letter : services_.keptDrives) feeder_.doKeep(letter);
   setHeaders(vsDrive, {"Drive", "Model"});
   vsDrive.setRows(MaxDrives + 1);
   doBuildPrompt();
@@ -371,6 +372,10 @@ void frmLoadDisc::pbSetDevice() {
   doBuildPrompt();
   doFillDrives();
   doRepaint();
+}
+
+bool frmLoadDisc::isForMoreErasing() const {
+  return purpose_ == WorkerErase && loadReason_ != ReasonFirst;
 }
 
 bool frmLoadDisc::isImageDrive(int row) const {

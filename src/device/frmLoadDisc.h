@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct LoadDiscServices {
   DriveDiscovery& drives;
   const DeviceSettings& settings;
   LoadPrompt::OpenDeviceSettings openDeviceSettings;
+  std::set<char> keptDrives = {};  ///< a person chose what lies in them
 };
 
 /// The prompt for discs: says what to load, serves the trays, and lets the run go on when at least
@@ -78,6 +80,8 @@ class frmLoadDisc : public Form {
 
   int purpose() const { return purpose_; }  ///< a WorkerModeValue
   bool isBusy() const { return busy_; }
+  /// Discs have been erased; the run goes on for as long as more are offered.
+  bool isForMoreErasing() const;
 
  private:
   void doBuildPrompt();

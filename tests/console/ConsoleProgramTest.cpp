@@ -118,7 +118,6 @@ TEST_F(Console, AnUnknownControlOrValueChangesNothing) {
                                  "index missing.bdx",
                                  "restore /tmp",
                                  "report 1",
-                                 "erase quick",
                                  "backup",
                                  "estimate"}) {
     const Outcome outcome = run(line + "\nshow");
