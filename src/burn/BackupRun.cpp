@@ -10,6 +10,7 @@ namespace {
 constexpr std::int64_t DvdBytes = 4'689'297'408;
 constexpr std::int64_t CdBytes = 720'183'296;
 constexpr int NoteColumn = 6;
+constexpr int BackupIndex = 0;  ///< of the backup page in the grids of the runs
 const std::string Title = "Burn Backup";
 
 /// The disc that is one size smaller than the type, when it takes the bytes; empty for none.
@@ -28,9 +29,10 @@ BackupResult BackupRun::doStartBackup() {
   ActionState& state = services_.state;
   if (isRefused()) return {};
   const FlagScope busy(state.ActionBusy);
+  state.ActionPage = BackupIndex;  // a stopped run goes on after a visit of other pages
+  state.StopAction = false;        // from here on every stop counts
   if (!steps_.doEnsureDevice(false)) return {};
   state.ActionBusy = true;  // the device settings, when they were open, have cleared it
-  state.StopAction = false;
 
   writer_.doClearCounts();
   if (const auto end = doCollect()) return {*end, {}};
@@ -94,11 +96,11 @@ void BackupRun::doScan() {
   writer_.doForgetPlan();
   services_.plan.clearTotals();
   services_.plan.ScanMode = 0;
-  state.StopAction = false;
   state.TaskError = 0;
   state.LimitExceeded = false;
   services_.grids.doEventMessage("Start backup action.");
   services_.grids.doEventMessage("Collecting backup data information...");
+  if (state.StopAction) return;
   state.WorkerMode = WorkerReadIndex;  // for the worker dialog: scan for a backup
   const FlagScope modal(state.IgnoreEvents);
   frmAddFiles worker(state, services_.desktop, steps_.doScanFiles);

@@ -23,13 +23,15 @@ frmAddFiles::frmAddFiles(ActionState& state, Desktop& desktop, Work work)
     : caption(captionOf(state.WorkerMode)),
       state_(state),
       desktop_(desktop),
-      work_(std::move(work)) {}
+      work_(std::move(work)) {
+  state_.StopAction = false;
+}
 
 void frmAddFiles::doActivate() {
   desktop_.doYield();
-  state_.StopAction = false;
   state_.TaskDone = false;
-  work_(*this);
+  // A stop that came before the work began is a stop all the same.
+  if (!state_.StopAction) work_(*this);
   state_.WorkerMode = 0;
   while (!state_.StopAction && !state_.TaskDone) desktop_.doRest();
   desktop_.doYield();

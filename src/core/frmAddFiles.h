@@ -15,6 +15,7 @@ class frmAddFiles : public Form {
  public:
   using Work = std::function<void(frmAddFiles&)>;
 
+  /// Forgets a stop of earlier work; from here on each one counts.
   frmAddFiles(ActionState& state, Desktop& desktop, Work work);
 
   std::string caption;                 ///< by the worker mode

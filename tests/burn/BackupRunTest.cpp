@@ -65,16 +65,19 @@ TEST(BackupRun, AStopAtAnyMomentLeavesAllAtRestAndTheNextPressGoesOn) {
     BurnWorld world;
     BackupRun run(world.services, world.steps());
     stopped = false;
+    bool allDone = false;
     world.desktop.onYield = [&](int yield) {
       if (yield != at) return;
       stopped = true;
+      allDone = run.request().DiscsBurned == 3 || world.hasEvent("Backup action finished.");
       world.state.StopAction = true;
       world.engine.do_UnlockMedium();
     };
     const End end = run.doStartBackup().end;
     expectAtRest(world);
     if (end == End::Finished) {
-      EXPECT_EQ(labelsBurned(world).size(), 3U);
+      EXPECT_TRUE(allDone || !stopped) << "a stop was lost at yield " << at;
+      EXPECT_EQ(labelsBurned(world).size(), 3U) << at;
       continue;
     }
     ++stops;
@@ -138,6 +141,62 @@ TEST(BackupRun, TheErrorLimitEndsTheRun) {
   EXPECT_FALSE(world.hasEvent("Backup action finished."));
   EXPECT_EQ(world.records.vsRecent.text(1, 6), "* Uncompleted.");
   expectAtRest(world);
+}
+
+/// The steps of a backup of twelve discs; drive X: gets discs that cannot be written.
+BackupRun::Steps stepsOfTwelve(BurnWorld& world, const bool& badDrive) {
+  BackupRun::Steps steps = world.steps();
+  steps.doScanFiles = [&world](frmAddFiles&) {
+    world.plan.clearTotals();
+    world.plan.vsBuffer.clear();
+    world.plan.IndexOnDiscs = true;
+    for (int disc = 1; disc <= 12; ++disc)
+      world.addFile(PlanTable::DiscRoot, "f" + std::to_string(disc), 3000, disc);
+    world.plan.TotalFiles = 12;
+    world.plan.TotalSize = 36000;
+    ++world.scans;
+    world.state.TaskDone = true;
+  };
+  steps.doAskLoadDisc = [&world, &badDrive, load = steps.doAskLoadDisc](int reason,
+                                                                        DiscRequest& request) {
+    load(reason, request);
+    world.engine.drives['X'].disc->writable = !badDrive;
+  };
+  return steps;
+}
+
+TEST(BackupRun, FiveDrivesWriteTwelveDiscsInThreeLoads) {
+  BurnWorld world;
+  world.useDrives("VWXYZ", 1);
+  const bool badDrive = false;
+  BackupRun run(world.services, stepsOfTwelve(world, badDrive));
+  EXPECT_EQ(run.doStartBackup().end, End::Finished);
+  EXPECT_THAT(world.promptedFor, ElementsAre(1, 6, 11));
+  EXPECT_EQ(labelsBurned(world).size(), 12U);
+  std::string drives;
+  for (int row = 1; row <= 12; ++row) drives += world.grids.vsOutput[0].text(row, 0);
+  EXPECT_EQ(drives, "V:W:X:Y:Z:V:W:X:Y:Z:V:W:");
+}
+
+TEST(BackupRun, ADriveThatFailsTwiceEndsTheRunAndTheNextStartGoesOn) {
+  BurnWorld world;
+  world.useDrives("VWXYZ", 1);
+  world.devices.MultiErrorMax = 2;
+  bool badDrive = true;
+  BackupRun run(world.services, stepsOfTwelve(world, badDrive));
+  EXPECT_EQ(run.doStartBackup().end, End::ErrorLimit);
+  EXPECT_TRUE(world.hasEvent("*Action stop: Disc burning error counted 2."));
+  EXPECT_THAT(world.promptedFor, ElementsAre(1, 5));
+  EXPECT_EQ(run.request().DiscsBurned, 6);
+  EXPECT_FALSE(world.engine.drives['Y'].open) << "left alone behind the limit";
+  expectAtRest(world);
+
+  badDrive = false;
+  world.promptedFor.clear();
+  EXPECT_EQ(run.doStartBackup().end, End::Finished);
+  EXPECT_EQ(world.scans, 1);
+  EXPECT_THAT(world.promptedFor, ElementsAre(7, 12));
+  EXPECT_EQ(labelsBurned(world).size(), 12U);
 }
 
 TEST(BackupRun, WhatCannotBeginIsRefused) {
