@@ -90,6 +90,7 @@ ExitCode DiscCommandGroup::doNew(char drive, const Arguments& arguments) {
   if (!doEmptyTray(drive)) return ExitCode::Failed;
   if (!session_.trays.insertBlank(drive, type, "Disc", blocks))
     return session_.fail("The disc cannot be made.");
+  session_.main.prompt.doKeep(drive);
   session_.screen.line(trayText(session_.trays, drive));
   return ExitCode::Ok;
 }
@@ -103,11 +104,13 @@ ExitCode DiscCommandGroup::doInsert(char drive, const std::string& file) {
   if (!doEmptyTray(drive)) return ExitCode::Failed;
   if (!session_.trays.insert(drive, path))
     return session_.fail("The disc " + path + " cannot be put in.");
+  session_.main.prompt.doKeep(drive);
   session_.screen.line(trayText(session_.trays, drive));
   return ExitCode::Ok;
 }
 
 ExitCode DiscCommandGroup::doEject(char drive) {
+  session_.main.prompt.doRelease(drive);
   if (session_.trays.isImageDrive(drive))
     return doEmptyTray(drive) ? ExitCode::Ok : ExitCode::Failed;
   if (session_.engine.do_SelectDeviceByLetter(drive) == 0)

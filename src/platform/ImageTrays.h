@@ -14,7 +14,7 @@ struct ImageDisc {
   std::string label;  ///< volume label; empty on a blank disc
   std::uint8_t typeCode = 0;
   std::int64_t capacityBlocks = 0;
-  int sessions = 0;
+  int sessions = 0;       ///< complete ones; none on a blank or a spoilt disc
   bool closed = false;    ///< takes no more data
   UnixTime modified = 0;  ///< of the image file: tells the newest set
 };
