@@ -10,6 +10,7 @@
 
 #include "console/CommandLineOptions.h"
 #include "console/ConsoleProgram.h"
+#include "core/Leftovers.h"
 #include "core/Workspace.h"
 #include "platform/Profile.h"
 #include "platform/linux/InstanceLock.h"
@@ -51,6 +52,14 @@ ImageShelf::Options imageDrives(const Workspace& workspace, const std::string& s
                          shelf.empty() ? workspace.applicationFolder + "Discs/" : shelf + "/");
 }
 
+/// What a killed run has left. The lock on the application folder is held.
+void doTidy(Workspace& workspace, const std::string& shelf) {
+  LinuxFiles files(nullptr);
+  const std::string wanted = workspace.TempFolder;
+  workspace.doCheckTempFolder(files, wanted);
+  doClearLeftovers(files, workspace, shelf);
+}
+
 int run(const console::ProgramOptions& options) {
   std::ifstream file;
   if (!options.commandFile.empty()) {
@@ -78,7 +87,9 @@ int run(const console::ProgramOptions& options) {
   }
 
   doCatchInterrupt();
-  LinuxPlatform platform({folders.application, imageDrives(workspace, options.shelf)});
+  const ImageShelf::Options discs = imageDrives(workspace, options.shelf);
+  doTidy(workspace, discs.folder);
+  LinuxPlatform platform({folders.application, discs});
   console::StreamLines fileLines(file);
   console::DescriptorLines standardInput(STDIN_FILENO);
   const bool fromFile = !options.commandFile.empty();

@@ -10,6 +10,8 @@ inline const std::string gProductName = "Korvenal to DVD 2.0";
 /// Characters that job names and item names may not hold; the dot is among them on purpose.
 inline const std::string ForbiddenChars = "./\\:*?\"<>|";
 inline const std::string KitFileName = "_RestoreKit_Installer.exe";
+/// The name below `TempFolder` of an index while it is read.
+inline const std::string IndexScratchName = "KorvenalIndex.txt";
 /// Bytes: the largest file that goes on a disc whole.
 inline constexpr std::int64_t LargeFileLimit = 2147483648;
 

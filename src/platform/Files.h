@@ -120,6 +120,9 @@ class Files : public FileView {
   /// Writes a temporary file beside the target, flushes it and renames it over the target: at any
   /// moment the path holds the old content or the new one.
   virtual FileOutcome writeAll(const std::string& path, std::string_view content) = 0;
+  /// Deletes the temporary files that `writeAll` of killed processes left in the folder. Those of
+  /// processes at work stay.
+  virtual void doDeleteTemporaries(const std::string&) {}
 };
 
 }  // namespace korvenal

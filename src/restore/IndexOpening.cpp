@@ -200,7 +200,7 @@ bool IndexOpening::doLoadIndexFile(const std::string& path) {
   if (services_.archive.isArchive(path)) {
     name = services_.archive.entryName(path);
     const TemporaryFile extracted(services_.files,
-                                  services_.workspace.TempFolder + "KorvenalIndex.txt");
+                                  services_.workspace.TempFolder + IndexScratchName);
     const auto pump = [this] { services_.desktop.doRest(); };
     if (services_.archive.extract(path, extracted.path(), IndexPassword, Limit, pump) == 0)
       text = services_.files.readAll(extracted.path(), Limit);

@@ -3,12 +3,14 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/magic.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <climits>
 #include <cstdlib>
 
@@ -58,10 +60,27 @@ void flushFolder(const std::string& folder) {
   if (opened) ::fsync(opened.get());
 }
 
+const std::string TemporaryHead = ".korvenal-";
+
+/// The process that made a temporary file of this name; 0 for any other name.
+pid_t makerOf(std::string_view name) {
+  if (!name.starts_with(TemporaryHead)) return 0;
+  name.remove_prefix(TemporaryHead.size());
+  pid_t process = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
+  return error == std::errc() && process > 0 && end != name.data() + name.size() && *end == '-'
+             ? process
+             : 0;
+}
+
+bool isGone(pid_t process) {
+  return ::kill(process, 0) != 0 && errno == ESRCH;
+}
+
 /// A new file in the folder under a name that no other process uses.
 Descriptor openTemporary(const std::string& folder, std::string& path) {
   for (int number = 0; number < 100; ++number) {
-    path = folder + "/.korvenal-" + std::to_string(::getpid()) + "-" + std::to_string(number);
+    path = folder + "/" + TemporaryHead + std::to_string(::getpid()) + "-" + std::to_string(number);
     Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (file || errno != EEXIST) return file;
   }
@@ -188,6 +207,14 @@ FileOutcome LinuxFiles::writeAll(const std::string& path, std::string_view conte
   else
     ::unlink(temporary.c_str());
   return outcome;
+}
+
+void LinuxFiles::doDeleteTemporaries(const std::string& folder) {
+  if (!Paths::isNative(folder)) return;
+  for (const std::string& name : listFolder(folder)) {
+    const pid_t maker = makerOf(name);
+    if (maker != 0 && isGone(maker)) doDeleteFile(Paths::withEnd(folder) + name);
+  }
 }
 
 }  // namespace korvenal

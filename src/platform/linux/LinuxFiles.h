@@ -24,6 +24,7 @@ class LinuxFiles : public Files {
   std::unique_ptr<FileWriter> doCreateFile(const std::string& path) override;
   /// A link at the path stays one: what it leads to is replaced. An older file's permissions stay.
   FileOutcome writeAll(const std::string& path, std::string_view content) override;
+  void doDeleteTemporaries(const std::string& folder) override;
 
  private:
   DiscFiles* discs_;

@@ -68,13 +68,14 @@ std::string nameOf(const std::string& path) {
   return name;
 }
 
-std::string temporaryFolder(const FolderSearch& search) {
+/// No two application folders share one: what lies in it belongs to one program alone.
+std::string temporaryFolder(const std::string& application, bool isUsual) {
   std::string system = folderFromEnvironment("TMPDIR");
   if (system.empty() || !isFolder(system)) system = "/tmp/";
   std::string folder = system + "korvenal-" + std::to_string(getuid());
   if (!makePrivateFolder(folder)) return {};
-  if (search.wantedApplication.empty()) return folder + "/";
-  folder += "/" + nameOf(search.wantedApplication);
+  if (isUsual) return folder + "/";
+  folder += "/" + nameOf(application);
   return makePrivateFolder(folder) ? folder + "/" : std::string();
 }
 
@@ -102,7 +103,9 @@ StandardFolders findStandardFolders(const FolderSearch& search) {
   folders.home = homeFolder();
   folders.application = applicationFolder(search, folders.home);
   folders.bin = binFolder(search, folders.application);
-  folders.temporary = temporaryFolder(search);
+  const bool portable = folders.application == search.executableFolder;
+  folders.temporary =
+      temporaryFolder(folders.application, search.wantedApplication.empty() && !portable);
   return folders;
 }
 
