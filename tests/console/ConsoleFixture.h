@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <functional>
 #include <sstream>
 
 #include "console/ConsoleProgram.h"
@@ -27,22 +28,27 @@ class Person : public LineSource {
   std::size_t at_ = 0;
 };
 
-/// Text that presses the interrupt key when a line of it is printed that holds the trigger.
-class InterruptingText : public std::stringbuf {
+/// What happens when a line is printed that holds the text.
+struct Incident {
+  std::string text;  ///< empty: nothing
+  std::function<void()> happens;
+};
+
+/// Text in whose lines incidents wait.
+class EventfulText : public std::stringbuf {
  public:
-  InterruptingText(std::string trigger, std::atomic<bool>& interrupted)
-      : trigger_(std::move(trigger)), interrupted_(interrupted) {}
+  explicit EventfulText(std::vector<Incident> incidents) : incidents_(std::move(incidents)) {}
 
  protected:
   std::streamsize xsputn(const char* text, std::streamsize length) override {
     const std::string_view written(text, static_cast<std::size_t>(length));
-    if (!trigger_.empty() && written.find(trigger_) != std::string_view::npos) interrupted_ = true;
+    for (const Incident& one : incidents_)
+      if (!one.text.empty() && written.find(one.text) != std::string_view::npos) one.happens();
     return std::stringbuf::xsputn(text, length);
   }
 
  private:
-  std::string trigger_;
-  std::atomic<bool>& interrupted_;
+  std::vector<Incident> incidents_;
 };
 
 /// How a script went.
@@ -68,7 +74,7 @@ class ConsoleFixture : public testing::Test {
     workspace.TempFolder = temp.makeFolder("scratch") + "/";
     LinuxPlatform platform(
         {app, {.folder = app + "Discs/", .drives = imageDrives, .feeder = feeder}});
-    InterruptingText text(interruptAt, interrupted);
+    EventfulText text({whenPrinted, {interruptAt, [this] { interrupted = true; }}});
     std::ostream out(&text);
     Person person(std::move(said));
     ConsoleProgram program(
@@ -85,6 +91,7 @@ class ConsoleFixture : public testing::Test {
   int imageDrives = 1;
   bool feeder = true;
   std::string interruptAt;  ///< the person presses the interrupt key when this is printed
+  Incident whenPrinted;
   std::atomic<bool> interrupted = false;
 };
 
