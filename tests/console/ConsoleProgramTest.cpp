@@ -223,8 +223,9 @@ TEST_F(Console, ADiscTooSmallFailsTheBackup) {
 
 TEST_F(Console, TheInterruptKeyStopsTheRunAndTheScript) {
   temp.write("source/x", "x");
-  for (const char* moment : {"Press [Backup]", "Start backup action.", "Disc required",
-                             "Ask for loading disc...", "Checking disc"}) {
+  for (const char* moment :
+       {"Press [Backup]", "Start backup action.", "Disc required", "Ask for loading disc...",
+        "Checking disc", "Collecting disc track", "Allocating data buffer"}) {
     interruptAt = moment;
     const Outcome outcome = run(backupScript() + "help\n");
     EXPECT_EQ(outcome.code, ExitCode::Stopped) << moment;

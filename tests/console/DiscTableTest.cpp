@@ -188,6 +188,12 @@ TEST_F(DiscFaults, EraseEmptiesWhatLiesIn) {
   EXPECT_EQ(run("disc new V CD-R\nerase quick").code, ExitCode::Failed);
   EXPECT_EQ(record(7), "Error: Disc is not erasable.");
   EXPECT_EQ(run("erase slowly").code, ExitCode::Usage);
+  interruptAt = "Start quick erasing disc...";
+  const Outcome stopped = run("disc new V CD-RW\nerase quick");
+  interruptAt.clear();
+  EXPECT_EQ(stopped.code, ExitCode::Stopped);
+  EXPECT_THAT(stopped.out, HasSubstr("The action will stop after erasing complete, please wait."));
+  EXPECT_EQ(record(7), "Success.");
   EXPECT_EQ(run("disc eject V\nerase quick").code, ExitCode::Stopped);
 }
 

@@ -28,6 +28,7 @@ int runProgram(std::vector<std::string> words, const std::string& output, int ki
   arguments.push_back(nullptr);
   int alive[2];
   if (pipe(alive) != 0) return -1;
+  fflush(stdout);  // or the child would print it as well
   const pid_t child = fork();
   if (child == 0) {
     if (freopen(output.c_str(), "w", stdout) != nullptr) execvp(arguments[0], arguments.data());
