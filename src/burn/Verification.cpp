@@ -130,7 +130,7 @@ void Verification::doMarkSaved(int row, int splitRow, const FileInfo& source) {
   // What changed since the plan was made is not what stands on the disc: it stays to be saved.
   const PlanTable::Row& planned = table.row(piece ? splitRow : row);
   if (source.size != planned.size || (planned.dated && source.modified != planned.modified)) return;
-  services_.bits.doClearArchiveBit(std::string(Text::trim(table.sourcePath(row))), source);
+  services_.bits.doClearArchiveBit(table.sourcePath(row), source);
 }
 
 bool Verification::isWholeFileSaved(int row, int splitRow) {

@@ -60,14 +60,17 @@ TEST_F(VerificationTest, EveryFileOfTheDiscHasOneResult) {
 
 TEST_F(VerificationTest, OnlyWhatStandsOnDiscAsPlannedCountsAsSaved) {
   world.planThreeDiscs();
+  world.addFile(PlanTable::DiscRoot, "blank at the end ", 5, 1);
   world.job.optBackupType = 1;
   onDisc = {{"_KORVEN{H}.bdx", 900},
+            {"blank at the end ", 5},
             {"Photos\\a.jpg", 3000},
             {"Photos\\b.jpg", 3000},
             {"Photos\\big.iso\\big.iso.001", 4194304}};
   world.files.sources["/src/b.jpg"].modified += 1;  // after it was burned
   verify(1);
-  EXPECT_THAT(world.bits.cleared, ElementsAre("/src/_KORVEN{H}.bdx", "/src/a.jpg"))
+  EXPECT_THAT(world.bits.cleared,
+              ElementsAre("/src/_KORVEN{H}.bdx", "/src/a.jpg", "/src/blank at the end "))
       << "one piece is not the file";
   world.bits.cleared.clear();
   verify(2);
