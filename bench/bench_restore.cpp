@@ -81,5 +81,18 @@ int main() {
   printMilliseconds("invert", [&] { selection.pbInvertSelection(); });
   printMilliseconds("find", [&] { find.doFindString("nowhere to be found", false); });
   printMilliseconds("find from a common beginning", [&] { find.doFindString("img_x", false); });
+  printMilliseconds("find with case", [&] { find.doFindString("nowhere to be found", true); });
+
+  // The same number of names beyond ASCII.
+  IndexText words;
+  std::string lines = "KORVEN2.0-UTF8\tBench\t1\t1\t0\t20240229134501\t\t\t\t1\r\n";
+  for (int i = 0; i < 1'000'000; ++i)
+    lines += "2\t\u0424\u043e\u0442\u043e\u0433\u0440\u0430\u0444\u0438\u044f " +
+             std::to_string(i) + ".jpg\t\t1\t2\t20240229134501\t\t\t\t1\r\n";
+  if (!words.load(std::move(lines))) return 1;
+  fillRestoreTree(words, page.vsRestore, [](int, int) {});
+  printMilliseconds("find among Cyrillic names", [&] {
+    find.doFindString("\u0444\u043e\u0442\u043e\u0448\u043e\u043f", false);
+  });
   fs::remove_all(temporary);
 }

@@ -71,6 +71,10 @@ class FileView {
   /// The whole content; nothing when it cannot be read or is larger than `maxBytes`.
   virtual std::optional<std::string> readAll(const std::string& path,
                                              std::int64_t maxBytes) const = 0;
+  /// Up to `bytes` bytes from byte `offset` (from 0) on, fewer only at the end; nothing when they
+  /// cannot be read. With this a large file is read in pieces and the caller yields between them.
+  virtual std::optional<std::string> readPart(const std::string& path, std::int64_t offset,
+                                              std::int64_t bytes) const = 0;
   /// Names in a folder in the order of their bytes, without "." and ".."; empty on any failure.
   virtual std::vector<std::string> listFolder(const std::string& path) const = 0;
 

@@ -18,10 +18,11 @@ class IndexArchive {
   virtual int compress(const std::string& archive, const std::string& file,
                        const std::string& password, const Pump& pump = {}) = 0;
   /// Unpacks the single entry of an archive (a native path or a path on a drive) to a new private
-  /// file at `file`. No more than `maxBytes` are written. 0 on success; on failure no file stays.
+  /// file at `file`. No more than `maxBytes` are written. The archive is read in pieces, with
+  /// `pump` between them. 0 on success; on failure no file stays.
   virtual int extract(const std::string& archive, const std::string& file,
                       const std::string& password, long long maxBytes, const Pump& pump = {}) = 0;
-  /// The name of the single entry; empty when the file is no such archive.
+  /// The name of the single entry; empty when the file is no such archive. Reads its end only.
   virtual std::string entryName(const std::string& archive) = 0;
   /// Tells a zip archive from plain text by its first bytes.
   virtual bool isArchive(const std::string& path) = 0;

@@ -1,5 +1,6 @@
 #include "restore/IndexOpening.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "core/DateText.h"
@@ -30,6 +31,9 @@ constexpr const char* IndexPatterns[] = {
 constexpr std::string_view NameHead = "KORVEN{";
 constexpr std::string_view NameTail = "}.bdx";
 constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)"
+/// No index packs better than this, but for small ones; a bomb does.
+constexpr std::int64_t MaxRatio = 128;
+constexpr std::int64_t SmallTextBytes = 16LL << 20;
 constexpr const char* FormatError = "Backup index file format error.";
 
 bool isIndexName(std::string_view name) {
@@ -193,23 +197,42 @@ bool IndexOpening::doReadLOG2(const std::string& path) {
 }
 
 bool IndexOpening::doLoadIndexFile(const std::string& path) {
-  constexpr std::int64_t Limit = RestoreTree::MaxTextBytes;
   vsTXT.clear();
-  std::string name = path;
-  std::optional<std::string> text;
-  if (services_.archive.isArchive(path)) {
-    name = services_.archive.entryName(path);
-    const TemporaryFile extracted(services_.files,
-                                  services_.workspace.TempFolder + IndexScratchName);
-    const auto pump = [this] { services_.desktop.doRest(); };
-    if (services_.archive.extract(path, extracted.path(), IndexPassword, Limit, pump) == 0)
-      text = services_.files.readAll(extracted.path(), Limit);
-  } else {
-    text = services_.files.readAll(path, Limit);
-  }
+  const bool packed = services_.archive.isArchive(path);
+  const std::string name = packed ? services_.archive.entryName(path) : path;
+  std::optional<std::string> text = packed ? doExtractIndex(path) : doReadText(path);
   if (!text) return false;
   page_.IsDifferential = isDifferentialName(name);
-  return vsTXT.load(std::move(*text));
+  return vsTXT.load(std::move(*text), [this] { services_.desktop.doYield(); });
+}
+
+std::optional<std::string> IndexOpening::doExtractIndex(const std::string& path) {
+  const std::int64_t packedBytes = services_.files.doGetFileSize(path).whole();
+  const std::int64_t limit =
+      std::min(RestoreTree::MaxTextBytes, SmallTextBytes + MaxRatio * packedBytes);
+  const TemporaryFile extracted(services_.files, services_.workspace.TempFolder + IndexScratchName);
+  const auto pump = [this] { services_.desktop.doYield(); };
+  if (services_.archive.extract(path, extracted.path(), IndexPassword, limit, pump) != 0)
+    return std::nullopt;
+  return doReadText(extracted.path());
+}
+
+std::optional<std::string> IndexOpening::doReadText(const std::string& path) const {
+  constexpr std::int64_t PieceBytes = 4 * FileView::PieceBytes;
+  const std::int64_t size = services_.files.doGetFileSize(path).whole();
+  if (size > RestoreTree::MaxTextBytes) return std::nullopt;
+  std::string text;
+  while (static_cast<std::int64_t>(text.size()) < size) {
+    const auto part =
+        services_.files.readPart(path, static_cast<std::int64_t>(text.size()), PieceBytes);
+    if (!part || part->empty()) return std::nullopt;
+    // What begins as no index is not read on, however large it is.
+    if (text.empty() && !part->starts_with(IndexText::Stamp)) return std::nullopt;
+    if (text.empty()) text.reserve(static_cast<std::size_t>(size));
+    text += *part;
+    services_.desktop.doYield();
+  }
+  return text;
 }
 
 bool IndexOpening::doFillRestoreTable() {

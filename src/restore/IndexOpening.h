@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "core/ActionState.h"
@@ -63,6 +64,8 @@ class IndexOpening {
   bool doAskForFirstDisc();
   std::string pathOf(const FoundIndex& found) const;
   bool doLoadIndexFile(const std::string& path);
+  std::optional<std::string> doExtractIndex(const std::string& path);
+  std::optional<std::string> doReadText(const std::string& path) const;
   bool doFillRestoreTable();
   void showHeader(const IndexFilling& filling);
   void doAfterOpening();

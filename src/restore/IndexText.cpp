@@ -6,7 +6,7 @@ namespace korvenal {
 
 namespace {
 
-constexpr std::size_t StampBytes = 6;  ///< of the stamp, whatever version wrote it
+constexpr int LinesBetweenYields = 4096;
 
 bool splitFields(std::string_view line, IndexLine& fields) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -17,10 +17,6 @@ bool splitFields(std::string_view line, IndexLine& fields) {
     if (!last) line.remove_prefix(tab + 1);
   }
   return true;
-}
-
-bool isStamp(std::string_view field) {
-  return field.starts_with(std::string_view(IndexStamp).substr(0, StampBytes));
 }
 
 bool isDroppable(std::string_view line) {
@@ -55,17 +51,19 @@ bool IndexCursor::next(IndexLine& fields) {
   return next(line) && splitFields(line, fields);
 }
 
-bool IndexText::load(std::string text) {
+bool IndexText::load(std::string text, const std::function<void()>& yield) {
   clear();
   dropEmptyLastLine(text);
   IndexLine fields;
   IndexCursor header(text);
-  if (!header.next(fields) || !isStamp(fields[IndexHeadStamp])) return false;
+  if (!header.next(fields) || !fields[IndexHeadStamp].starts_with(Stamp)) return false;
 
   int rows = 0;
   std::string_view line;
-  for (IndexCursor cursor(text); cursor.next(line); ++rows)
+  for (IndexCursor cursor(text); cursor.next(line); ++rows) {
     if (rows >= MaxLines || !splitFields(line, fields)) return false;
+    if (yield && rows % LinesBetweenYields == 0) yield();
+  }
   if (rows < 2) return false;
   text_ = std::move(text);
   rows_ = rows;

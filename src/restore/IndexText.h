@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -38,11 +39,13 @@ using IndexLine = std::array<std::string_view, IndexFields>;
 class IndexText {
  public:
   static constexpr int MaxLines = 2'000'000;
+  /// What an index begins with, whatever version wrote it.
+  static constexpr std::string_view Stamp = "KORVEN";
 
   /// Takes a text as an index. False, leaving no rows, unless there is a header line with the
   /// program's stamp, at least one line behind it and exactly ten fields a line. A last line with
-  /// an empty first field does not count.
-  bool load(std::string text);
+  /// an empty first field does not count. `yield` runs every now and then.
+  bool load(std::string text, const std::function<void()>& yield = {});
   void clear();
 
   /// Lines, the header line included; 0 when nothing is loaded.

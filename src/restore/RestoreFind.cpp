@@ -1,45 +1,46 @@
 #include "restore/RestoreFind.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "platform/Text.h"
+#include "platform/UpperCaser.h"
 
 namespace korvenal {
 
 namespace {
 
-/// Compares names with one wanted text. Names are mostly ASCII, where a change of case needs no
-/// tables and no copy.
-class NameMatcher {
- public:
-  NameMatcher(const std::string& wanted, bool matchCase)
-      : wanted_(matchCase ? wanted : Text::toUpper(wanted)), matchCase_(matchCase) {}
+constexpr std::size_t BatchBytes = 65536;  ///< names whose case is changed at once
 
-  bool matches(std::string_view name) const {
-    if (matchCase_) return name.find(wanted_) != std::string_view::npos;
-    if (!isAscii(name)) return Text::toUpper(name).find(wanted_) != std::string::npos;
-    return asciiHolds(name);
+/// Finds one text in many others. The text's last byte is looked at first, so a beginning that all
+/// names share costs nothing.
+class TextFinder {
+ public:
+  explicit TextFinder(const std::string& wanted)
+      : wanted_(wanted), searcher_(wanted_.begin(), wanted_.end()) {}
+  TextFinder(const TextFinder&) = delete;
+  TextFinder& operator=(const TextFinder&) = delete;
+
+  std::size_t findIn(std::string_view text) const {
+    if (wanted_.size() == 1) return text.find(wanted_);
+    const auto place = std::search(text.begin(), text.end(), searcher_);
+    return place == text.end() ? std::string_view::npos
+                               : static_cast<std::size_t>(place - text.begin());
   }
 
  private:
-  static char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
-
-  static bool isAscii(std::string_view name) {
-    char bits = 0;
-    for (const char c : name) bits = static_cast<char>(bits | c);
-    return static_cast<unsigned char>(bits) < 0x80;
-  }
-
-  bool asciiHolds(std::string_view name) const {
-    for (std::size_t at = 0; at + wanted_.size() <= name.size(); ++at) {
-      std::size_t same = 0;
-      while (same < wanted_.size() && upper(name[at + same]) == wanted_[same]) ++same;
-      if (same == wanted_.size()) return true;
-    }
-    return false;
-  }
-
   std::string wanted_;
-  bool matchCase_;
+  std::boyer_moore_horspool_searcher<std::string::const_iterator> searcher_;
 };
+
+int namesIn(std::string_view names) {
+  return static_cast<int>(std::count(names.begin(), names.end(), RestoreTree::NameEnd));
+}
+
+/// The first whole names, some BatchBytes in all.
+std::string_view batchOf(std::string_view names) {
+  return names.substr(0, names.find(RestoreTree::NameEnd, BatchBytes));
+}
 
 }  // namespace
 
@@ -71,9 +72,21 @@ void RestoreFind::doFindNext() {
 }
 
 int RestoreFind::findFrom(int row) const {
-  const NameMatcher matcher(page_.FindText, page_.FindMatchCase);
-  for (; row < page_.vsRestore.Rows(); ++row)
-    if (matcher.matches(page_.vsRestore.name(row))) return row;
+  const bool matchCase = page_.FindMatchCase;
+  const TextFinder finder(matchCase ? page_.FindText : Text::toUpper(page_.FindText));
+  // A text that runs over the end of a name is in none.
+  if (page_.FindText.find(RestoreTree::NameEnd) != std::string::npos) return 0;
+  UpperCaser upperCaser;
+  std::string_view names = page_.vsRestore.namesFrom(row);
+  while (!names.empty()) {
+    const std::string_view batch = batchOf(names);
+    const std::string upper = matchCase ? std::string() : upperCaser.toUpper(batch);
+    const std::string_view searched = matchCase ? batch : upper;
+    if (const std::size_t at = finder.findIn(searched); at != std::string_view::npos)
+      return row + namesIn(searched.substr(0, at));
+    names.remove_prefix(std::min(batch.size() + 1, names.size()));
+    row += namesIn(batch) + 1;
+  }
   return 0;
 }
 

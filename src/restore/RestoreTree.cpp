@@ -37,8 +37,8 @@ RestoreTree::RestoreTree(TypeNames typeNames) : typeNames_(std::move(typeNames))
 
 void RestoreTree::clear(std::string text) {
   text_ = std::move(text);
-  names_ = {};
-  nameAt_ = {0, 0};
+  names_ = NameEnd;
+  nameAt_ = {0, 1};
   rows_ = std::vector<Item>(1);
   levels_ = {0};
   checks_ = {static_cast<std::uint8_t>(RestoreCheck::Unchecked)};
@@ -67,6 +67,7 @@ int RestoreTree::addRow(const Item& item, std::string_view name, int level) {
   rows_.push_back(item);
   rows_.back().end = static_cast<std::uint32_t>(at) + 1;
   names_ += name;
+  names_ += NameEnd;
   nameAt_.push_back(static_cast<std::uint32_t>(names_.size()));
   levels_.push_back(static_cast<std::uint16_t>(level));
   checks_.push_back(static_cast<std::uint8_t>(RestoreCheck::Unchecked));

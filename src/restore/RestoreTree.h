@@ -93,8 +93,14 @@ class RestoreTree {
   /// What is shown: the last component, of the origin name when there is one.
   std::string_view name(int at) const {
     const std::uint32_t start = nameAt_[index(at)];
-    return std::string_view(names_).substr(start, nameAt_[index(at) + 1] - start);
+    return std::string_view(names_).substr(start, nameAt_[index(at) + 1] - start - 1);
   }
+  /// The names of this row and of all behind it, for fast searches: each is followed by NameEnd,
+  /// which no name holds.
+  std::string_view namesFrom(int at) const {
+    return std::string_view(names_).substr(nameAt_[index(at)]);
+  }
+  static constexpr char NameEnd = '\n';
   std::string_view nameOnDisc(int at) const { return view(item(at).nameOnDisc); }
   /// The path that the item had before any shortening, as far as it differs.
   std::string_view originName(int at) const { return view(item(at).originName); }
@@ -149,7 +155,7 @@ class RestoreTree {
 
   TypeNames typeNames_;
   std::string text_;
-  std::string names_;                  ///< names shown, one behind the other, for fast searches
+  std::string names_;                  ///< names shown, each with NameEnd behind it
   std::vector<std::uint32_t> nameAt_;  ///< where each begins; one more for the end
   std::vector<Item> rows_;
   std::vector<std::uint16_t> levels_;

@@ -57,6 +57,10 @@ TEST_F(FilesTest, ReadsWholeFilesUpToTheLimit) {
   const std::string file = folder_.write("a", content);
   EXPECT_EQ(files_.readAll(file, 600'000), content);
   EXPECT_EQ(files_.readAll(file, 599'999), std::nullopt);
+  EXPECT_EQ(files_.readPart(file, 299'999, 2), content.substr(299'999, 2));
+  EXPECT_EQ(files_.readPart(file, 599'999, 1LL << 60), "x");
+  EXPECT_EQ(files_.readPart(file, 600'001, 1), "");
+  EXPECT_EQ(files_.readPart(file, -1, 1), std::nullopt);
   // Such a file tells no size.
   EXPECT_FALSE(files_.readAll("/proc/self/status", 100'000).value_or("").empty());
   EXPECT_EQ(files_.readAll("/proc/self/status", 10), std::nullopt);

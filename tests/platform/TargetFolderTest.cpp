@@ -176,4 +176,12 @@ TEST_F(TargetFolderTest, AFileThatAnotherWritesOrLocksIsInUse) {
   EXPECT_FALSE(target_->isInUse("file"));
 }
 
+TEST_F(TargetFolderTest, ABadPathLeavesNothingBehind) {
+  for (const std::string path : {"A\\..\\..\\x", "A\\B\\.\\x", "A\\\\x", "A\\b/c\\x", "A\\.."}) {
+    EXPECT_EQ(copy(path).code, EINVAL) << path;
+    EXPECT_EQ(target_->doCreateFolderPath(path).code, EINVAL) << path;
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path())) << path;
+  }
+}
+
 }  // namespace korvenal

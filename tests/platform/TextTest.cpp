@@ -1,4 +1,7 @@
 #include "platform/Text.h"
+#include "platform/UpperCaser.h"
+
+#include <random>
 
 #include <gmock/gmock.h>
 
@@ -69,6 +72,25 @@ TEST(Text, SplitsAndReplaces) {
 TEST(Text, NothingActsOnATerminal) {
   EXPECT_EQ(Text::escapedForTerminal("a\x1B[2J\t\n\x7F\xC2\x9B\xFF\xC3\xA4"),
             "a\\x1B[2J\\t\\n\\x7F\\xC2\\x9B\\xFF\xC3\xA4");
+}
+
+TEST(UpperCaser, GivesWhatTheLibraryGives) {
+  UpperCaser caser;
+  std::mt19937 random(11);
+  const auto pick = [&random](unsigned from, unsigned to) {
+    return static_cast<char>(from + random() % (to - from + 1));
+  };
+  for (int round = 0; round < 20'000; ++round) {
+    std::string text;
+    for (int i = 0; i < 4; ++i) {
+      if (random() % 4 == 0) text += pick(0, 255);  // mostly malformed
+      if (random() % 2 == 0) text += {pick(0xC3, 0xDF), pick(0x80, 0xBF)};
+      if (random() % 3 == 0) text += {pick(0xE1, 0xEF), pick(0x80, 0xBF), pick(0x80, 0xBF)};
+      if (random() % 9 == 0) text += "\xF0\x90\x90\xA8";
+      text += pick('_', 'z');
+    }
+    ASSERT_EQ(caser.toUpper(text), Text::toUpper(text));
+  }
 }
 
 }  // namespace korvenal

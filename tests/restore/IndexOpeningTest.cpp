@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "restore/IndexLines.h"
 #include "restore/RestoreRig.h"
 
@@ -121,6 +123,56 @@ TEST(Reading, AnArchiveIsUnpackedAndItsEntryTellsTheType) {
   EXPECT_EQ(rig.page.vsRestore.Rows(), 2);
   EXPECT_TRUE(rig.page.IsDifferential);
   EXPECT_TRUE(rig.files.listFolder(rig.workspace.TempFolder).empty());
+}
+
+TEST(Reading, ADamagedOrSwollenArchiveIsRefusedAndLeavesNothing) {
+  RestoreRig rig;
+  const auto packed = [&rig](const std::string& text, const std::string& password) {
+    rig.folder.write("text", text);
+    EXPECT_EQ(rig.archive.compress(rig.folder / "zip", rig.folder / "text", password, {}), 0);
+    return TempDir::read(rig.folder / "zip");
+  };
+  const std::string good = IndexLines().file("a", 1).text();
+  const std::string zip = packed(good, IndexPassword);
+  std::string flipped = zip;
+  flipped[zip.size() / 3] ^= 0x10;
+  std::string swollen = good;
+  swollen.resize(40 << 20, '\t');
+  const std::string bad[] = {zip.substr(0, 4),
+                             zip.substr(0, zip.size() / 2),
+                             zip.substr(0, zip.size() - 1),
+                             flipped,
+                             packed(good, "another"),
+                             packed(std::string(100'000, '\0'), IndexPassword),
+                             packed(swollen, IndexPassword)};
+  for (const std::string& bytes : bad) {
+    SCOPED_TRACE(&bytes - bad);
+    rig.desktop.asked.clear();
+    rig.desktop.answers = {Answer::Ok};
+    EXPECT_FALSE(rig.opening.doOpenIndexFile(rig.folder.write("x.bdx", bytes)));
+    ASSERT_EQ(rig.desktop.asked.size(), 1U);
+    EXPECT_EQ(rig.desktop.asked[0].text, "Backup index file format error.");
+    EXPECT_TRUE(rig.files.listFolder(rig.workspace.TempFolder).empty());
+  }
+}
+
+TEST(Reading, AnArchiveOnADiscIsReadInPiecesBetweenYields) {
+  RestoreRig rig;
+  IndexLines lines;
+  std::mt19937 random(5);
+  for (int i = 0; i < 60'000; ++i)
+    lines.file(std::to_string(random()) + std::to_string(random()), 1);
+  const std::string text = rig.folder.write("text-F)}.bdx", lines.text());
+  ASSERT_EQ(rig.archive.compress(rig.folder / "zip", text, IndexPassword, {}), 0);
+  rig.discs.contents["Backup #1"] = {{"i.bdx", TempDir::read(rig.folder / "zip")}};
+  rig.insertDisc(1);
+  EXPECT_EQ(rig.archive.entryName("V:\\i.bdx"), "text-F)}.bdx");
+  int pumps = 0;
+  EXPECT_EQ(rig.archive.extract("V:\\i.bdx", rig.folder / "out", IndexPassword, 1 << 30,
+                                [&pumps] { ++pumps; }),
+            0);
+  EXPECT_GT(pumps, 2);
+  EXPECT_EQ(TempDir::read(rig.folder / "out"), lines.text());
 }
 
 constexpr const char* First = "_KORVEN{Ph}(;)(2026-11-22-10-00-F)}.bdx";

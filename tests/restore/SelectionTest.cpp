@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "platform/Text.h"
 #include "restore/IndexFilling.h"
 #include "restore/IndexLines.h"
 #include "restore/RestoreFind.h"
@@ -177,6 +178,37 @@ TEST(Find, ComparesByCaseOrNotAndOpensTheFoldersAbove) {
   EXPECT_FALSE(s.page.vsRestore.isCollapsed(2));
   EXPECT_TRUE(s.find.doFindString("\xC3\x84RGER", false));
   EXPECT_EQ(s.page.FindRow, 6);
+}
+
+TEST(Find, FindsTheSameRowsAsALookAtEveryName) {
+  IndexLines lines;
+  std::mt19937 random(3);
+  const char* const pieces[] = {"IMG_",     "img",      "a",    "\xC3\x9F",
+                                "\xD0\xB6", "\xD0\x96", "\xFF", "1"};
+  for (int row = 0; row < 20'000; ++row) {
+    std::string name = std::to_string(row);
+    for (int i = 0; i < 3; ++i) name += pieces[random() % std::size(pieces)];
+    lines.file(name, 1);
+  }
+  Selecting s(lines.text());
+  const RestoreTree& tree = s.page.vsRestore;
+  for (const char* wanted : {"IMG_1", "img1img_",
+                             "\xD0\xB6"
+                             "a",
+                             "ss1", "1", "19999", "1\n1", "none"}) {
+    int next = 0;
+    const std::string upper = Text::toUpper(wanted);
+    for (int row = 1; row < tree.Rows(); ++row) {
+      if (Text::toUpper(tree.name(row)).find(upper) == std::string::npos) continue;
+      if (next == 0)
+        s.find.doFindString(wanted, false);
+      else
+        s.find.doFindNext();
+      ASSERT_EQ(s.page.FindRow, row) << wanted;
+      if (++next == 50) break;
+    }
+    EXPECT_EQ(next > 0, s.find.doFindString(wanted, false)) << wanted;
+  }
 }
 
 TEST(Find, NextGoesRoundAfterTellingThatThereIsNoMore) {

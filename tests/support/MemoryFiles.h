@@ -21,6 +21,10 @@ class MemoryFiles : public Files {
   FileInfo doGetInfo(const std::string& path) const override;
   std::optional<VolumeInfo> doGetVolumeInfo(const std::string&) const override { return {}; }
   std::optional<std::string> readAll(const std::string& path, std::int64_t maxBytes) const override;
+  std::optional<std::string> readPart(const std::string&, std::int64_t,
+                                      std::int64_t) const override {
+    return {};
+  }
   std::vector<std::string> listFolder(const std::string&) const override { return {}; }
   bool doDeleteFile(const std::string& path) override;
   bool doCreateFolderPath(const std::string& path) override;

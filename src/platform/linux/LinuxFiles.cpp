@@ -147,6 +147,18 @@ std::optional<std::string> LinuxFiles::readAll(const std::string& path,
   }
 }
 
+std::optional<std::string> LinuxFiles::readPart(const std::string& path, std::int64_t offset,
+                                                std::int64_t bytes) const {
+  const auto stream = SystemFiles::openStream(path, discs_);
+  if (!stream || offset < 0 || bytes < 0) return std::nullopt;
+  const std::int64_t left = std::max<std::int64_t>(stream->info().size.whole() - offset, 0);
+  std::string part(static_cast<std::size_t>(std::min(bytes, left)), '\0');
+  const std::int64_t got = stream->read(offset, part.data(), part.size());
+  if (got < 0) return std::nullopt;
+  part.resize(static_cast<std::size_t>(got));
+  return part;
+}
+
 std::vector<std::string> LinuxFiles::listFolder(const std::string& path) const {
   if (const auto onDrive = Paths::asDrivePath(path))
     return discs_ != nullptr ? discs_->listFolder(onDrive->letter, onDrive->discPath)

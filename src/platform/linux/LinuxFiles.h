@@ -14,6 +14,8 @@ class LinuxFiles : public Files {
   FileInfo doGetInfo(const std::string& path) const override;
   std::optional<VolumeInfo> doGetVolumeInfo(const std::string& path) const override;
   std::optional<std::string> readAll(const std::string& path, std::int64_t maxBytes) const override;
+  std::optional<std::string> readPart(const std::string& path, std::int64_t offset,
+                                      std::int64_t bytes) const override;
   std::vector<std::string> listFolder(const std::string& path) const override;
 
   bool doDeleteFile(const std::string& path) override;

@@ -25,6 +25,17 @@ bool isSafe(std::string_view component) {
          component.find('\0') == std::string_view::npos;
 }
 
+/// True for a path that names something below the folder. All of it is looked at before a first
+/// folder is made for it.
+bool isSafePath(std::string_view path) {
+  for (std::size_t begin = 0, end = 0; end != std::string_view::npos; begin = end + 1) {
+    end = path.find(Paths::DiscSeparator, begin);
+    const std::size_t length = end == std::string_view::npos ? end : end - begin;
+    if (!isSafe(path.substr(begin, length))) return false;
+  }
+  return true;
+}
+
 /// Why an entry that is no regular file is left alone; 0 for a regular file.
 int refusalOf(mode_t mode) {
   if (S_ISREG(mode)) return 0;
@@ -94,7 +105,7 @@ LinuxTargetFolder::Place LinuxTargetFolder::placeOf(std::string_view path, Missi
   const bool hasParent = at != std::string_view::npos;
   Place place;
   place.name = path.substr(hasParent ? at + 1 : 0);
-  if (!isSafe(place.name)) return {-1, {}, EINVAL};
+  if (!isSafePath(path)) return {-1, {}, EINVAL};
   if (hasParent) place.error = enterParent(path.substr(0, at), missing);
   place.folder = hasParent ? parent_.get() : folder_.get();
   return place;
@@ -112,7 +123,6 @@ int LinuxTargetFolder::enterParent(std::string_view parent, Missing missing) con
   for (std::size_t begin = 0, end = 0; end != std::string_view::npos; begin = end + 1) {
     end = parent.find(Paths::DiscSeparator, begin);
     const std::string name(parent.substr(begin, end == std::string_view::npos ? end : end - begin));
-    if (!isSafe(name)) return EINVAL;
     const int above = reached ? reached.get() : folder_.get();
     Descriptor next(::openat(above, name.c_str(), FolderFlags));
     if (!next && errno == ENOENT && missing == Missing::Make) {
@@ -153,7 +163,8 @@ bool LinuxTargetFolder::isInUse(const std::string& path) const {
 FileOutcome LinuxTargetFolder::doCreateFolderPath(const std::string& path) {
   std::string_view folder = path;
   if (folder.ends_with(Paths::DiscSeparator)) folder.remove_suffix(1);
-  return SystemFiles::outcomeOf(folder.empty() ? 0 : enterParent(folder, Missing::Make));
+  if (folder.empty()) return {};
+  return SystemFiles::outcomeOf(isSafePath(folder) ? enterParent(folder, Missing::Make) : EINVAL);
 }
 
 FileOutcome LinuxTargetFolder::doDeleteFile(const std::string& path) {

@@ -8,7 +8,6 @@
 #include <zip.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -30,7 +29,7 @@ namespace {
 constexpr int Failed = -1;
 constexpr int Level = 7;  ///< about as small as other packers at their best, in a fifth of the time
 constexpr std::int64_t MaxArchiveBytes = 1LL << 30;
-constexpr std::size_t PieceBytes = 262144;
+constexpr std::int64_t PieceBytes = FileView::PieceBytes;
 
 /// A file's bytes, read through its pages.
 class MappedFile {
@@ -197,10 +196,82 @@ int compressFile(const std::string& archive, const std::string& file, const std:
   return 0;
 }
 
-/// An archive of one entry, in memory; null for anything else.
-Zip openArchive(const std::string& bytes) {
+/// Lets libzip read an archive place by place, wherever it lies.
+class ArchiveSource {
+ public:
+  ArchiveSource(const FileView& files, const std::string& path) : files_(files), path_(path) {
+    zip_error_init(&error_);
+    zip_stat_init(&stat_);
+    stat_.valid = ZIP_STAT_SIZE;
+    stat_.size = static_cast<zip_uint64_t>(files.doGetFileSize(path).whole());
+  }
+  ~ArchiveSource() { zip_error_fini(&error_); }
+  ArchiveSource(const ArchiveSource&) = delete;
+  ArchiveSource& operator=(const ArchiveSource&) = delete;
+
+  static zip_int64_t serve(void* self, void* data, zip_uint64_t size, zip_source_cmd_t command) {
+    return static_cast<ArchiveSource*>(self)->serve(data, size, command);
+  }
+
+ private:
+  zip_int64_t serve(void* data, zip_uint64_t size, zip_source_cmd_t command);
+  zip_int64_t read(void* data, zip_uint64_t size);
+
+  const FileView& files_;
+  const std::string& path_;
+  zip_stat_t stat_{};
+  zip_error_t error_{};
+  std::int64_t at_ = 0;
+};
+
+zip_int64_t ArchiveSource::read(void* data, zip_uint64_t size) {
+  const auto wanted = static_cast<std::int64_t>(std::min<zip_uint64_t>(size, PieceBytes));
+  const auto part = files_.readPart(path_, at_, wanted);
+  if (!part) {
+    zip_error_set(&error_, ZIP_ER_READ, EIO);
+    return -1;
+  }
+  std::memcpy(data, part->data(), part->size());
+  at_ += static_cast<std::int64_t>(part->size());
+  return static_cast<zip_int64_t>(part->size());
+}
+
+zip_int64_t ArchiveSource::serve(void* data, zip_uint64_t size, zip_source_cmd_t command) {
+  switch (command) {
+    case ZIP_SOURCE_OPEN:
+      at_ = 0;
+      return 0;
+    case ZIP_SOURCE_READ:
+      return read(data, size);
+    case ZIP_SOURCE_SEEK: {
+      const auto place = zip_source_seek_compute_offset(static_cast<zip_uint64_t>(at_), stat_.size,
+                                                        data, size, &error_);
+      if (place < 0) return -1;
+      at_ = place;
+      return 0;
+    }
+    case ZIP_SOURCE_TELL:
+      return at_;
+    case ZIP_SOURCE_STAT:
+      if (size < sizeof stat_) return -1;
+      std::memcpy(data, &stat_, sizeof stat_);
+      return sizeof stat_;
+    case ZIP_SOURCE_ERROR:
+      return zip_error_to_data(&error_, data, size);
+    case ZIP_SOURCE_SUPPORTS:
+      return ZIP_SOURCE_SUPPORTS_SEEKABLE;
+    case ZIP_SOURCE_CLOSE:
+    case ZIP_SOURCE_FREE:
+      return 0;
+    default:
+      zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
+      return -1;
+  }
+}
+
+/// An archive of one entry; null for anything else. Takes the source, which may be null.
+Zip openArchive(zip_source_t* source) {
   Zip zip(nullptr, zip_discard);
-  zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
   if (source == nullptr) return zip;
   zip.reset(zip_open_from_source(source, ZIP_RDONLY, nullptr));
   if (!zip) zip_source_free(source);
@@ -208,8 +279,24 @@ Zip openArchive(const std::string& bytes) {
   return zip;
 }
 
+/// All bytes of a file, read in pieces with `pump` between them.
+std::optional<std::string> readInPieces(const FileView& files, const std::string& path,
+                                        const IndexArchive::Pump& pump) {
+  const std::int64_t size = files.doGetFileSize(path).whole();
+  if (size > MaxArchiveBytes) return std::nullopt;
+  std::string bytes;
+  bytes.reserve(static_cast<std::size_t>(size));
+  while (static_cast<std::int64_t>(bytes.size()) < size) {
+    const auto part = files.readPart(path, static_cast<std::int64_t>(bytes.size()), PieceBytes);
+    if (!part || part->empty()) return std::nullopt;
+    bytes += *part;
+    if (pump) pump();
+  }
+  return bytes;
+}
+
 bool copyEntry(zip_file_t* entry, int target, std::uint64_t maxBytes) {
-  std::vector<char> piece(PieceBytes);
+  std::vector<char> piece(static_cast<std::size_t>(PieceBytes));
   std::uint64_t total = 0;
   for (;;) {
     // The last read compares the checksum, and so finds a wrong password as well.
@@ -223,7 +310,7 @@ bool copyEntry(zip_file_t* entry, int target, std::uint64_t maxBytes) {
 
 int extractEntry(const std::string& bytes, const std::string& file, const std::string& password,
                  std::uint64_t maxBytes) {
-  const Zip zip = openArchive(bytes);
+  const Zip zip = openArchive(zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr));
   if (!zip) return Failed;
   const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> entry(
       zip_fopen_index_encrypted(zip.get(), 0, 0, password.c_str()), zip_fclose);
@@ -243,7 +330,7 @@ int ZipIndexArchive::compress(const std::string& archive, const std::string& fil
 
 int ZipIndexArchive::extract(const std::string& archive, const std::string& file,
                              const std::string& password, long long maxBytes, const Pump& pump) {
-  const auto bytes = files_.readAll(archive, MaxArchiveBytes);
+  const auto bytes = readInPieces(files_, archive, pump);
   if (!bytes || maxBytes < 0) return Failed;
   const auto limit = static_cast<std::uint64_t>(maxBytes);
   const int result = runBeside([&] { return extractEntry(*bytes, file, password, limit); }, pump);
@@ -252,24 +339,15 @@ int ZipIndexArchive::extract(const std::string& archive, const std::string& file
 }
 
 std::string ZipIndexArchive::entryName(const std::string& archive) {
-  const auto bytes = files_.readAll(archive, MaxArchiveBytes);
-  if (!bytes) return {};
-  const Zip zip = openArchive(*bytes);
+  ArchiveSource source(files_, archive);
+  const Zip zip = openArchive(zip_source_function_create(&ArchiveSource::serve, &source, nullptr));
   const char* name = zip ? zip_get_name(zip.get(), 0, ZIP_FL_ENC_GUESS) : nullptr;
   return name != nullptr ? name : "";
 }
 
 bool ZipIndexArchive::isArchive(const std::string& path) {
   constexpr std::string_view Signature = "PK\3\4";
-  if (!Paths::isNative(path)) {
-    const auto bytes = files_.readAll(path, MaxArchiveBytes);
-    return bytes && bytes->starts_with(Signature);
-  }
-  std::array<char, Signature.size()> start{};
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  return file &&
-         read(file.get(), start.data(), start.size()) == static_cast<ssize_t>(start.size()) &&
-         std::string_view(start.data(), start.size()) == Signature;
+  return files_.readPart(path, 0, Signature.size()) == Signature;
 }
 
 }  // namespace korvenal
