@@ -129,7 +129,7 @@ std::string DiscTexts::doSetDriveSpeed(std::uint8_t& type, const SpeedSetting& s
   const std::int32_t speed = speedNow(transfer);
   if (speed <= family.unit) return {};
   return "Drive speed set to:  " + multipleText(speed, family.unit) + "x (" +
-         Text::grouped(speed / 100 * 100) + " KB/s)";
+         Text::grouped(std::int64_t{speed} / 100 * 100) + " KB/s)";
 }
 
 std::string DiscTexts::doFormatSize(int mode, bool bigUnits, Fixed4 size) const {

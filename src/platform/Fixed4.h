@@ -41,7 +41,7 @@ class Fixed4 {
   /// Decimal text, without decimals for a whole number and without trailing zeros otherwise.
   std::string toText() const;
 
-  constexpr auto operator<=>(const Fixed4&) const = default;
+  constexpr auto operator<=>(const Fixed4&) const = default;  // NOLINT(modernize-use-nullptr)
   friend constexpr Fixed4 operator+(Fixed4 a, Fixed4 b) { return saturatedSum(a.raw_, b.raw_); }
   friend constexpr Fixed4 operator-(Fixed4 a, Fixed4 b) { return saturatedSum(a.raw_, -b.raw_); }
   constexpr Fixed4& operator+=(Fixed4 other) { return *this = *this + other; }

@@ -21,7 +21,8 @@ Answer ScriptedDesktop::doShowMessage(const MessageBox& message) {
     answers.pop_front();
     return answer;
   }
-  if (!answerAllOk) ADD_FAILURE() << "unexpected question: " << message.title << ": " << message.text;
+  if (!answerAllOk)
+    ADD_FAILURE() << "unexpected question: " << message.title << ": " << message.text;
   const bool yesNo =
       message.buttons == MessageButtons::YesNo || message.buttons == MessageButtons::YesNoCancel;
   return yesNo ? Answer::Yes : Answer::Ok;
@@ -33,8 +34,12 @@ void ScriptedDesktop::doShowModal(Form& form) {
   if (!form.isClosed()) ADD_FAILURE() << "a form stayed open";
 }
 
-std::string ScriptedDesktop::doAskOpenFile(const FileDialog& dialog) { return nextFile(dialog.title); }
-std::string ScriptedDesktop::doAskSaveFile(const FileDialog& dialog) { return nextFile(dialog.title); }
+std::string ScriptedDesktop::doAskOpenFile(const FileDialog& dialog) {
+  return nextFile(dialog.title);
+}
+std::string ScriptedDesktop::doAskSaveFile(const FileDialog& dialog) {
+  return nextFile(dialog.title);
+}
 std::string ScriptedDesktop::doAskFolder(const std::string& title, const std::string&) {
   return nextFile(title);
 }
@@ -43,7 +48,9 @@ void ScriptedDesktop::doSetWaitPointer(bool) {}
 void ScriptedDesktop::doPrintTable(const Table&, const std::string& documentName) {
   printed.push_back(documentName);
 }
-void ScriptedDesktop::doPlaySound(const std::string& file) { sounds.push_back(file); }
+void ScriptedDesktop::doPlaySound(const std::string& file) {
+  sounds.push_back(file);
+}
 std::string ScriptedDesktop::doGetTypeName(const std::string&, bool isFolder) {
   return isFolder ? "Folder" : "";
 }
