@@ -121,28 +121,6 @@ TEST(BackupRun, OneFailingCallCostsOneDiscAndNotTheBackup) {
   }
 }
 
-TEST(BackupRun, FilesThatTurnedBadOnTheWayAreCounted) {
-  BurnWorld world;
-  world.engine.unreadable = {"/src/a.jpg"};
-  BackupRun run(world.services, world.steps());
-  const BackupResult result = run.doStartBackup();
-  EXPECT_EQ(result.end, End::Finished);
-  EXPECT_EQ(result.faults.files, 1);
-  EXPECT_EQ(world.note(1), "1 backup file error.");
-  EXPECT_EQ(world.note(2), "Success.");
-}
-
-TEST(BackupRun, TheErrorLimitEndsTheRun) {
-  BurnWorld world;
-  world.useDrives("V", 1);
-  world.discToLoad.writable = false;
-  BackupRun run(world.services, world.steps());
-  EXPECT_EQ(run.doStartBackup().end, End::ErrorLimit);
-  EXPECT_FALSE(world.hasEvent("Backup action finished."));
-  EXPECT_EQ(world.records.vsRecent.text(1, 6), "* Uncompleted.");
-  expectAtRest(world);
-}
-
 /// The steps of a backup of twelve discs; drive X: gets discs that cannot be written.
 BackupRun::Steps stepsOfTwelve(BurnWorld& world, const bool& badDrive) {
   BackupRun::Steps steps = world.steps();

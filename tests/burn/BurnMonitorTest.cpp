@@ -45,16 +45,6 @@ TEST_F(BurnMonitorTest, PhasesFollowTheBlockCounter) {
       << "once each";
 }
 
-TEST_F(BurnMonitorTest, AtTheEndItSaysWhatTheDriveStillDoes) {
-  monitor.BurnFinalize = true;
-  monitor.ImageBlocks = 5;
-  tick();
-  EXPECT_EQ(world.events(), "Start writing data to disc...\nFinalizing disc...\n");
-  EXPECT_EQ(progress.bar, 100);
-  tick();
-  EXPECT_EQ(progress.text, "Finalizing disc...") << "the ticks are over";
-}
-
 TEST_F(BurnMonitorTest, AStopReachesTheEngineOnceAndAFailureIsNotTold) {
   world.state.StopAction = true;
   tick();

@@ -104,15 +104,5 @@ TEST_F(DiscTextsTest, TheSpeedFollowsTheListIndexAndTheDrive) {
   EXPECT_EQ(unknown, disc.type);
 }
 
-TEST_F(DiscTextsTest, ASizeNotGivenIsThatOfTheDisc) {
-  disc.totalBlocks = 1000;
-  disc.usedBlocks = 600;
-  EXPECT_EQ(texts.doFormatSize(0, false, 0), "800 KB");
-  EXPECT_EQ(texts.doFormatSize(1, false, -5), "1,200 KB");
-  EXPECT_EQ(texts.doFormatSize(2, true, 0), "2.0 MB");
-  EXPECT_EQ(texts.doFormatSize(1, false, 5000), "5 KB");
-  EXPECT_EQ(texts.doFormatSize(5, false, 0), "0 KB");
-}
-
 }  // namespace
 }  // namespace korvenal::test

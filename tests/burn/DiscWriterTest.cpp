@@ -209,13 +209,5 @@ TEST_F(DiscWriterTest, DrivesAreServedInTurnAndFailuresCounted) {
   EXPECT_EQ(writer.faults.discs, 2);
 }
 
-TEST_F(DiscWriterTest, ALabelWithoutIndexIsTheJobsNameCutAtACharacter) {
-  world.planOneFile();
-  world.job.txJobName = "fifteen bytes..\xC3\xA4";
-  load('V', {});
-  write();
-  EXPECT_EQ(world.engine.disc().label, "fifteen bytes..");
-}
-
 }  // namespace
 }  // namespace korvenal::test

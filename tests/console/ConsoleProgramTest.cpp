@@ -136,31 +136,6 @@ TEST_F(Console, WrongUsageIsToldAndDoesNotEndTheScript) {
   }
 }
 
-TEST_F(Console, ControlsObeyTheRulesOfTheirPage) {
-  temp.write("source/f", "x");
-  const std::string out = run("add '" + source +
-                              "'\nset comboInclude ''\nset comboExclude '*'\nset txDateFilter 30\n"
-                              "set chkAttribute(1) 0\nset FileSize '50 MB'\nset DiscSize 5\n"
-                              "set 'include-subfolder(source)' 0\nrename source Photos\nshow")
-                              .out;
-  for (const char* line : {"comboInclude = *\n", "comboExclude = \n", "chkDateFilter = 1\n",
-                           "txDateFilter = 30\n", "chkAttribute(1) = 0\n", "FileSize = 50 MB\n",
-                           "DiscSize = 5 MB\n", "Without sub-folders: Photos\n"})
-    EXPECT_THAT(out, HasSubstr(line));
-}
-
-TEST_F(Console, AJobOutlastsTheProgram) {
-  temp.write("source/f", "x");
-  const std::string file = temp / "job.jbf";
-  ASSERT_EQ(run("new Kept\nadd '" + source + "'\nset comboExclude '*.tmp'\nsave " + file).code,
-            ExitCode::Ok);
-  const Outcome opened = run("open " + file);
-  EXPECT_EQ(opened.code, ExitCode::Ok);
-  EXPECT_THAT(opened.out, HasSubstr("txJobName = Kept\n"));
-  EXPECT_THAT(opened.out, HasSubstr("comboExclude = *.tmp\n"));
-  EXPECT_THAT(opened.out, HasSubstr(source.substr(0, source.size() - 1)));
-}
-
 TEST_F(Console, PreparedAnswersDecideAboutALargeFile) {
   temp.sparse("source/large", 800'000'000);
   temp.write("source/small", "x");
@@ -174,15 +149,6 @@ TEST_F(Console, PreparedAnswersDecideAboutALargeFile) {
   EXPECT_THAT(plan("answer 'Skip It'\n"), HasSubstr("\"TotalFiles\": 1,\n  \"TotalSplits\": 0"));
   EXPECT_THAT(plan(""), HasSubstr("\"TotalFiles\": 2,\n  \"TotalSplits\": 1"));
   EXPECT_THAT(plan("answer Stop\n"), HasSubstr("\"TotalDiscs\": 0"));
-}
-
-TEST_F(Console, AnAnswerCanBePreparedAndMustFitWhenItIsAlone) {
-  temp.write("source/x", "x");
-  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
-  EXPECT_EQ(run("answer perhaps\nindex").code, ExitCode::Ok);
-  EXPECT_EQ(run("answer No\nindex").code, ExitCode::Ok);
-  EXPECT_EQ(run("answer No\nindex\nrestore " + target).code, ExitCode::Failed);
-  EXPECT_THAT(listing(target), IsEmpty());
 }
 
 TEST_F(Console, NobodyToAskMeansThatNoDiscIsWritten) {
@@ -211,14 +177,6 @@ TEST_F(Console, DiscsGoInAndOutOfTheTray) {
   EXPECT_THAT(out, HasSubstr("V: no disc (tray open)\nShelf"));
   EXPECT_THAT(out, HasSubstr(": CD-R, 1000 blocks, blank\n"));
   EXPECT_THAT(run("disc list").out, HasSubstr("V: DVD-R, 2298496 blocks, blank"));
-}
-
-TEST_F(Console, ADiscTooSmallFailsTheBackup) {
-  temp.write("source/x", std::string(3'000'000, 'x'));
-  feeder = false;
-  const Outcome outcome = run("disc new V CD-R 1000\n" + backupScript());
-  EXPECT_NE(outcome.code, ExitCode::Ok);
-  EXPECT_THAT(run("recent").out, HasSubstr("* Uncompleted."));
 }
 
 TEST_F(Console, TheInterruptKeyStopsTheRunAndTheScript) {
@@ -295,14 +253,6 @@ TEST_F(Console, WithTwoDrivesOneChoosesBetweenTwoBackups) {
   const Outcome both = run(twoDrives + "device dvcM_Eject 0\ndrives\nanswer 2\nindex\nlist");
   EXPECT_EQ(both.code, ExitCode::Ok) << both.out;
   EXPECT_THAT(both.out, HasSubstr("Device mode:  Multiple-drive (V:W:)"));
-}
-
-TEST_F(Console, DefaultsAreKeptAndReachTheNextJobOnly) {
-  const Outcome now = run("default Finalize 1\ndefault SplitSize 0\nshow");
-  EXPECT_THAT(now.out, HasSubstr("FinalizeDisc = 0\n"));
-  const Outcome next = run("show");
-  EXPECT_THAT(next.out, HasSubstr("FinalizeDisc = 1\n"));
-  EXPECT_THAT(next.out, HasSubstr("FileSize = 5 MB\n"));
 }
 
 TEST_F(Console, TablesAreShownAndExported) {

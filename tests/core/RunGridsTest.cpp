@@ -108,24 +108,4 @@ TEST_F(RunGridsTest, PrintsBearTheirTitleAndTodaysDate) {
                                    Dates::displayShort(bench_.clock.time).substr(0, 10)));
 }
 
-TEST_F(RunGridsTest, DeletingReportsStopsAtTheFirstGap) {
-  for (const int n : {1, 2, 4}) bench_.files.writeAll(bench_.workspace.runLog(n), "x");
-  grids_.doDeleteRunLogs();
-  EXPECT_FALSE(bench_.files.doFileExists(bench_.workspace.runLog(1)));
-  EXPECT_FALSE(bench_.files.doFileExists(bench_.workspace.runLog(2)));
-  EXPECT_TRUE(bench_.files.doFileExists(bench_.workspace.runLog(4)));
-}
-
-TEST_F(RunGridsTest, BurnLogTakesTheNextNameThatIsFree) {
-  const Dates::Fields today = Dates::fieldsOf(bench_.clock.time);
-  const std::string stem = bench_.workspace.TempFolder + "BurnLog" + std::to_string(today.year) +
-                           std::to_string(today.month) + std::to_string(today.day);
-  bench_.files.writeAll(stem + ".txt", "of an earlier burn today");
-  EXPECT_EQ(grids_.doGetBurnLogPath("Burn"), stem + ".txt");
-  EXPECT_FALSE(bench_.files.doFileExists(stem + ".txt"));
-
-  bench_.folder.write("app" + stem.substr(stem.rfind('/')) + ".txt/in use", "");
-  EXPECT_EQ(grids_.doGetBurnLogPath("Burn"), stem + "1.txt");
-}
-
 }  // namespace korvenal::test

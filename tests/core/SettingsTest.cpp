@@ -31,14 +31,6 @@ TEST_F(SettingsTest, OnlyUpperBoundsAreMended) {
   EXPECT_EQ(settings_.Default, 3);
 }
 
-TEST_F(SettingsTest, FlagsAreTrueForOneOnlyAndEmptyMeansMissing) {
-  store("[Action]\nPlaySound=yes\nSystemTray=2\n[Backup]\nSkipError=\nAutoErase=1\n");
-  EXPECT_FALSE(settings_.PlaySound);
-  EXPECT_FALSE(settings_.SystemTray);
-  EXPECT_TRUE(settings_.SkipError);
-  EXPECT_TRUE(settings_.AutoErase);
-}
-
 TEST_F(SettingsTest, WhatIsSavedIsReadBack) {
   settings_.doReadInitData();
   settings_.PlaySound = false;

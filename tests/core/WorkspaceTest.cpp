@@ -22,13 +22,4 @@ TEST(Workspace, TemporaryFolderFallsBackToTheApplicationFolder) {
   EXPECT_EQ(bench.workspace.TempFolder, bench.workspace.applicationFolder);
 }
 
-TEST(Workspace, MissingFoldersAreMadeAndNothingIsEmptied) {
-  Workbench bench;
-  const std::string log = bench.folder.write("app/LOG/$1.log", "kept");
-  bench.workspace.doCheckFolders(bench.files);
-  EXPECT_EQ(TempDir::read(log), "kept");
-  EXPECT_TRUE(bench.files.doFolderExists(bench.workspace.scratchFolder));
-  EXPECT_FALSE(bench.files.doFileExists(bench.workspace.AutoloaderFolder));
-}
-
 }  // namespace korvenal::test

@@ -148,24 +148,4 @@ TEST_F(DeviceFormTest, SeveralDrivesMustBeTwoAndDifferent) {
   EXPECT_EQ(bench_.device.DriveLetters, "F:D:");
 }
 
-TEST_F(DeviceFormTest, RefreshKeepsTheChoiceByItsLetter) {
-  for (const char letter : {'D', 'F'}) bench_.doConnect(letter);
-  bench_.desktop.answers = {Answer::Ok, Answer::Ok};
-  show([&](frmDevice& form) {
-    form.singleDrive = 2;
-    bench_.doConnect('E');
-    form.pbRefresh();
-    EXPECT_EQ(form.singleDrive, 3);
-    bench_.devices.paths.clear();
-    form.pbRefresh();
-    EXPECT_EQ(form.singleDrive, 0);
-    form.pbOK();
-  });
-  EXPECT_EQ(bench_.desktop.asked[0].text,
-            "This system has 3 CD/DVD drives connected.\nD: MAKER WRITER D\nE: MAKER WRITER E\n"
-            "F: MAKER WRITER F");
-  EXPECT_EQ(bench_.desktop.asked[1].text, "No CD/DVD drive connected.");
-  EXPECT_FALSE(bench_.state.ActionRunning);
-}
-
 }  // namespace korvenal::test

@@ -67,14 +67,6 @@ TEST_F(DiscFaultTest, ADiscPulledWhileItIsReadLeavesAnOpenTray) {
   EXPECT_NE(engine->do_TestUnitReady(), 0);
 }
 
-TEST_F(DiscFaultTest, ADriveIsBusyWithAFreshDiscForAWhile) {
-  blank(DiscCdR);
-  spoil("not-ready=2\n");
-  EXPECT_EQ(engine->do_TestUnitReady(), 0);
-  EXPECT_EQ(engine->do_TestUnitReady(), 0);
-  EXPECT_NE(engine->do_TestUnitReady(), 0);
-}
-
 TEST_F(DiscFaultTest, AFailedAppendLeavesTheEarlierTreeToEveryReader) {
   for (const DiscType type : {DiscCdR, DiscDvdPlusR, DiscDvdRam}) {
     engine->do_ClearAll();

@@ -101,23 +101,6 @@ TEST_F(ImageDiscTest, ASessionIsAddedToEarlierOnesOrStandsAlone) {
   EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), 0);
 }
 
-TEST_F(ImageDiscTest, AFailedSessionOnAnOverwritableDiscLeavesTheOldTree) {
-  blank(DiscDvdPlusRw);
-  erase();
-  insert("\\", "old", dir.write("1", "old"));
-  ASSERT_EQ(prepareAndBurn().error, 0);
-  const std::int32_t free = engine->do_GetFreeBlocksOnDisc();
-  engine->do_ClearAll();
-  engine->do_SetFileError_Skip(0);
-  const std::string gone = dir.write("2", std::string(5'000'000, 'x'));
-  insert("\\", "new", gone);
-  ASSERT_TRUE(prepare());
-  std::filesystem::remove(gone);
-  EXPECT_NE(burn().error, 0);
-  EXPECT_EQ(readDisc("old"), "old");
-  EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), free);
-}
-
 TEST_F(ImageDiscTest, TraysOutlastTheProgram) {
   blank(DiscCdR);
   const std::string first = image();
@@ -176,13 +159,6 @@ TEST_F(ImageDiscTest, AnImageThatGoesAwayLeavesNoDisc) {
   EXPECT_EQ(readDisc("a"), "<missing>");
   insert("\\", "b", dir / "a");
   EXPECT_FALSE(prepare());
-}
-
-TEST_F(ImageDiscTest, AShelfThatCannotBeWrittenGivesNoDisc) {
-  dir.write("file", "");
-  ImageShelf nowhere(files, {dir / "file/shelf", 1, true});
-  EXPECT_FALSE(nowhere.insertBlank('V', DiscCdR, "disc", 0));
-  EXPECT_THAT(nowhere.discsOnShelf(), IsEmpty());
 }
 
 TEST(DiscProfileTest, TextThatBreaksTheRulesIsNoProfile) {

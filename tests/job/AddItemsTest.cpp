@@ -124,18 +124,6 @@ TEST_F(AddItemsTest, PlayListsMayNameTheirFilesInLatin1) {
   EXPECT_FALSE(bench_.state.IgnoreEvents);
 }
 
-TEST_F(AddItemsTest, ACancelledImportKeepsWhatCameBefore) {
-  for (const char* name : {"a", "b", "x/a"}) bench_.folder.write(name, "");
-  bench_.job.doMarkChanged(false);
-  bench_.desktop.files = {"", bench_.folder.write("l.m3u", "a\nx/a\nb\n")};
-  EXPECT_FALSE(bench_.addItems.doImportM3U());
-  EXPECT_FALSE(bench_.job.Modified);
-  bench_.desktop.answers = {Answer::Cancel};
-  EXPECT_TRUE(bench_.addItems.doImportM3U());
-  EXPECT_THAT(bench_.names(), testing::ElementsAre("a"));
-  EXPECT_TRUE(bench_.job.Modified);
-}
-
 TEST_F(AddItemsTest, ItemsMadeByHandAreChecked) {
   bench_.add("Taken", "/taken");
   struct Case {

@@ -67,25 +67,6 @@ TEST_F(BrowseTest, WhatAStopLeavesOverStaysTicked) {
   EXPECT_FALSE(form.isAddEnabled());
 }
 
-TEST_F(BrowseTest, OpensWhereItWasLeft) {
-  {
-    frmBrowse form(services(), bench_.workspace.homeFolder);
-    form.doShowFolder(bench_.folder / "pictures");
-    form.doKeepSize(9000, 5000);
-    form.CMD(frmBrowse::CloseCommand);
-    EXPECT_TRUE(form.isClosed());
-  }
-  frmBrowse again(services(), bench_.workspace.homeFolder);
-  EXPECT_EQ(again.folder(), bench_.folder / "pictures");
-  EXPECT_TRUE(again.opensMaximized(9349));
-  EXPECT_FALSE(again.opensMaximized(9350));
-
-  bench_.profile.doWriteProfile("Browser", "Default", "/nowhere/at/all");
-  EXPECT_EQ(frmBrowse(services(), bench_.workspace.homeFolder).folder() + "/",
-            bench_.workspace.homeFolder);
-  EXPECT_EQ(frmBrowse(services(), "/nowhere").folder(), "/");
-}
-
 TEST_F(BrowseTest, AListingThatALaterOneOvertakesIsDropped) {
   frmBrowse form(services(), bench_.workspace.homeFolder);
   bool nested = false;

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "job/ContentsEditing.h"
 #include "job/JobBench.h"
 
@@ -56,21 +54,6 @@ TEST_F(EditingTest, MovingKeepsTheEstimateAndDeletingDropsIt) {
   EXPECT_EQ(bench_.desktop.asked.size(), 3U) << "nothing to delete, nothing to ask";
 }
 
-TEST_F(EditingTest, RandomOrderIsTheSameAtEveryStart) {
-  for (int i = 0; i < 50; ++i) bench_.add("item " + std::to_string(i), "/x");
-  const auto before = bench_.names();
-  editing_.doRandomize();
-  const auto after = bench_.names();
-  EXPECT_NE(after, before);
-  EXPECT_EQ(std::multiset(after.begin(), after.end()), std::multiset(before.begin(), before.end()));
-
-  JobBench other;
-  for (const std::string& name : before) other.add(name, "/x");
-  ContentsEditing again(other.state, other.desktop, other.job);
-  again.doRandomize();
-  EXPECT_EQ(other.names(), after);
-}
-
 TEST_F(EditingTest, ColumnsSortByWhatTheyMean) {
   const char* sizes[] = {"2.0 GB", "1,023 KB", "1,000.5 MB"};
   for (int row = 1; row <= 3; ++row) job_.vsContents.setText(row, ContentsSize, sizes[row - 1]);
@@ -112,18 +95,6 @@ TEST_F(EditingTest, FiltersFollowTheirRules) {
   EXPECT_TRUE(job_.chkDateFilter);
   controls.setDateFilter(false);
   EXPECT_EQ(job_.txDateFilter, "0");
-}
-
-TEST_F(EditingTest, WhatIsNoChoiceChangesNothing) {
-  JobControls& controls = bench_.controls;
-  EXPECT_FALSE(controls.setDiscType(3) || controls.setDiscType(-1) || controls.setBackupType(2) ||
-               controls.setFileSystem(-1) || controls.setSplitAndSpan(2) ||
-               controls.setFileSize("25 MB") || controls.setDiscSize("") ||
-               controls.setAttribute(4, true) || controls.setSubfolder(1, true) ||
-               controls.setSubfolder(9, true));
-  EXPECT_FALSE(job_.Modified);
-  controls.setJobName("a/b.c:d\te");
-  EXPECT_EQ(job_.txJobName, "abcde");
 }
 
 TEST_F(EditingTest, ANewJobTakesTheDefaultsOnce) {

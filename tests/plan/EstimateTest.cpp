@@ -159,21 +159,5 @@ TEST_F(EstimateTest, TheReportTellsWhatGoesOnEachDisc) {
   EXPECT_EQ(reports_, 2);
 }
 
-TEST_F(EstimateTest, WithoutAnIndexDiscsBearTheNameOfTheJob) {
-  settings.ExcludeEmptyFolder = false;
-  job.BurnBackupIndex = false;
-  job.txJobName = "Sommerbilder äöü";
-  addItem("/s/top", folder("Top", {}));
-  onReport_ = [&](frmEstimateInfo& report) {
-    EXPECT_EQ(report.discs, "0") << "nothing to write but folders";
-    ASSERT_EQ(report.vsDisc.Rows(), 2);
-    EXPECT_EQ(report.vsDisc.text(1, EstimateLabel), "Sommerbilder ä") << "16 bytes at most";
-    EXPECT_THAT(contents(report, DiscContentsNote), ElementsAre(""));
-  };
-  estimate_.pbEstimate();
-  EXPECT_EQ(estimate_.EstimateDisc, "CD 700MB x 0  (Total:  0 KB, 0 file)");
-  EXPECT_EQ(reports_, 1);
-}
-
 }  // namespace
 }  // namespace korvenal::test

@@ -98,31 +98,6 @@ TEST_F(RealFilesScan, TheIndexIsPackedUnderItsOwnNameAndDeletedWithTheRun) {
 
 class ListScan : public testing::Test, public ScanFixture {};
 
-TEST_F(ListScan, TheOnlyFolderIsLeftOutAndNothingIsLeftOfAnEmptyOne) {
-  addItem("/s/top", folder("Top", {file("f", 1)}));
-  scan();
-  EXPECT_THAT(column(PlanName), ElementsAre(plan.IndexDiscName, "f"));
-
-  job.vsContents.clearData();
-  addItem("/s/empty", folder("Top", {}));
-  scan();
-  EXPECT_FALSE(plan.vsBuffer.hasData());
-  EXPECT_TRUE(state.TaskDone);
-  EXPECT_FALSE(state.StopAction);
-}
-
-TEST_F(ListScan, AnItemWhoseNameNoDiscHoldsIsAskedAbout) {
-  addItem("/s/a", file("a\\b", 1));
-  addItem("/s/b", file("b", 1));
-  desktop.answers = {Answer::Ok};
-  scan();
-  EXPECT_THAT(column(PlanName), ElementsAre(plan.IndexDiscName, "b"));
-  desktop.answers = {Answer::Cancel};
-  scan();
-  EXPECT_TRUE(state.StopAction);
-  EXPECT_FALSE(plan.vsBuffer.hasData());
-}
-
 TEST_F(ListScan, TheQuestionsAboutLargeFilesSayWhyAndObeyTheAnswers) {
   job.optSplitAndSpan = 0;
   job.comboDiscType = 1;

@@ -110,16 +110,4 @@ TEST_F(FilesTest, ANewFileIsPrivateAndNeverFollowsALink) {
   EXPECT_EQ(modeOf(folder_ / "new") & 0777U, 0600U);
 }
 
-TEST_F(FilesTest, MakesDeletesAndRenames) {
-  EXPECT_TRUE(files_.doCreateFolderPath(folder_ / "a/b/c/"));
-  EXPECT_EQ(modeOf(folder_ / "a/b") & 0777U, 0700U);
-  const std::string file = folder_.write("a/file", "x");
-  EXPECT_FALSE(files_.doCreateFolderPath(file + "/below"));
-  EXPECT_FALSE(files_.doDeleteFile(folder_ / "a"));
-  EXPECT_TRUE(files_.doRename(file, folder_ / "a/other"));
-  EXPECT_TRUE(files_.doDeleteFile(folder_ / "a/other"));
-  EXPECT_TRUE(files_.doDeleteFile(folder_ / "a/other"));
-  EXPECT_EQ(files_.listFolder(folder_ / "a"), std::vector<std::string>{"b"});
-}
-
 }  // namespace korvenal

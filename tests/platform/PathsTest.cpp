@@ -14,14 +14,6 @@ TEST(Paths, EachKindHasItsOwnSeparator) {
   EXPECT_EQ(Paths::doGetFolderPart("plain"), "plain");
 }
 
-TEST(Paths, OneSeparatorAtTheEnd) {
-  EXPECT_EQ(Paths::withEnd("/a//"), "/a/");
-  EXPECT_EQ(Paths::withEnd("/"), "/");
-  EXPECT_EQ(Paths::withEnd("a\\b"), "a\\b\\");
-  EXPECT_EQ(Paths::withoutEnd("//"), "/");
-  EXPECT_EQ(Paths::withoutEnd("a\\"), "a");
-}
-
 TEST(Paths, PathsOnDrives) {
   EXPECT_EQ(Paths::asDrivePath("v:\\a\\b")->letter, 'V');
   EXPECT_EQ(Paths::asDrivePath("V:\\a\\b")->discPath, "a\\b");

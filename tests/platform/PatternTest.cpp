@@ -40,12 +40,4 @@ TEST(Pattern, ManyStarsDoNotExplode) {
   EXPECT_FALSE(matchesPattern(std::string(255, 'a'), pattern + "b"));
 }
 
-TEST(PatternList, AnyOfTheListMatchesAndEmptyOnesDoNotCount) {
-  const PatternList list({"", "*.jpg", "*.png"});
-  EXPECT_TRUE(list.matchesAny("a.png"));
-  EXPECT_FALSE(list.matchesAny("a.txt"));
-  EXPECT_FALSE(list.matchesAny(""));
-  EXPECT_TRUE(PatternList({"", ""}).isEmpty());
-}
-
 }  // namespace korvenal

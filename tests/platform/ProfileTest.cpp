@@ -57,18 +57,6 @@ TEST_F(ProfileTest, MissingEmptyAndOverlongValuesGiveTheDefault) {
     EXPECT_EQ(read(key), "default") << key;
 }
 
-TEST_F(ProfileTest, NumbersAreThoseOfTheFirstDigits) {
-  folder_.write("settings.dat", "[Backup]\nA=12345\nB=text\nC= 7 \nD=-3\n");
-  const auto number = [&](const char* key) {
-    return profile_.doReadProfile("Backup", key, "42", 2);
-  };
-  EXPECT_EQ(number("A"), 12);
-  EXPECT_EQ(number("B"), 0);
-  EXPECT_EQ(number("C"), 7);
-  EXPECT_EQ(number("D"), -3);
-  EXPECT_EQ(number("E"), 42);
-}
-
 TEST_F(ProfileTest, AValueCannotAddLines) {
   profile_.doWriteProfile("Backup", "A", "x\r\n[Other]\nB=1");
   EXPECT_EQ(read("A"), "x  [Other] B=1");

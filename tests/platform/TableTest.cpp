@@ -27,27 +27,6 @@ TEST(Table, RowsMoveAsWholesAndTheHeaderStays) {
   EXPECT_EQ(table.text(2, 0), "b");
 }
 
-TEST(Table, ReadingOutsideIsEmptyAndWritingOutsideWidens) {
-  Table table({"One"});
-  EXPECT_EQ(table.text(-1, 0) + table.text(5, 5) + table.cellData(0, -1), "");
-  EXPECT_FALSE(table.isRowHidden(9) || table.isColHidden(9));
-  table.setText(2, 3, "x");
-  EXPECT_EQ(table.Rows(), 3);
-  EXPECT_EQ(table.Cols(), 4);
-  EXPECT_EQ(table.text(2, 3), "x");
-}
-
-TEST(Table, TheRowOfThePersonNeverPointsBehindTheEnd) {
-  Table table({"One"});
-  table.addRow({"a"});
-  table.addRow({"b"});
-  table.Row = 2;
-  table.removeRow(1);
-  EXPECT_EQ(table.Row, 1);
-  table.clearData();
-  EXPECT_EQ(table.Row, 0);
-}
-
 TEST(Table, DataSurvivesSaveAndLoad) {
   Table table({"tab\there", "line\r\nbreak", ""});
   table.addRow({"back\\slash", "\\t is no tab", "\xC3\xA4\xFF"});

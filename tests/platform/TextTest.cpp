@@ -53,22 +53,6 @@ TEST(Text, NumbersAreReadUpToTheFirstOtherCharacter) {
   EXPECT_EQ(Text::toInteger("-99999999999999999999"), INT64_MIN);
 }
 
-TEST(Text, NumbersAreWrittenInGroups) {
-  EXPECT_EQ(Text::grouped(999), "999");
-  EXPECT_EQ(Text::grouped(-1234567), "-1,234,567");
-  EXPECT_EQ(Text::grouped(-123), "-123");
-  EXPECT_EQ(Text::groupedOneDecimal(1023.95), "1,024.0");
-  EXPECT_EQ(Text::groupedOneDecimal(-0.5), "-0.5");
-  EXPECT_EQ(Text::zeroPadded(7, 3) + Text::zeroPadded(1234, 3), "0071234");
-}
-
-TEST(Text, SplitsAndReplaces) {
-  EXPECT_THAT(Text::split("a;;b;", ';'), ElementsAre("a", "", "b", ""));
-  EXPECT_EQ(Text::replaceAll("aaa", "aa", "b"), "ba");
-  EXPECT_EQ(Text::replaceAll("abc", "", "x"), "abc");
-  EXPECT_EQ(Text::trim(" \t\na b\r "), "a b");
-}
-
 TEST(Text, NothingActsOnATerminal) {
   EXPECT_EQ(Text::escapedForTerminal("a\x1B[2J\t\n\x7F\xC2\x9B\xFF\xC3\xA4"),
             "a\\x1B[2J\\t\\n\\x7F\\xC2\\x9B\\xFF\xC3\xA4");

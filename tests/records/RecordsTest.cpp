@@ -85,12 +85,4 @@ TEST_F(RecordsTest, RowsAreDeletedAtOnceAndAllOfThemAfterAQuestion) {
   EXPECT_EQ(bench_.desktop.asked[1].text, "Are you sure you want to clear all disc record?");
 }
 
-TEST_F(RecordsTest, OnlyJobFilesThatExistCanBeOpened) {
-  runBackup("");
-  runBackup(bench_.folder / "gone.jbf");
-  runBackup(bench_.folder.write("there.jbf", "x"));
-  EXPECT_EQ(records_.recentJobFile(1), bench_.folder / "there.jbf");
-  for (const int row : {0, 2, 3, 4}) EXPECT_EQ(records_.recentJobFile(row), "") << row;
-}
-
 }  // namespace korvenal::test

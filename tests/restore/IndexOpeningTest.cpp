@@ -193,31 +193,6 @@ TEST(Searching, OpensTheOneIndexInTheRootsOfTheDrives) {
   EXPECT_FALSE(rig.state.ActionRunning);
 }
 
-TEST(Searching, LetsOneChooseAmongSeveral) {
-  RestoreRig rig;
-  rig.devices.DeviceMode = 1;
-  rig.devices.MultiDrive = {"V", "W"};
-  rig.devices.doBuildDriveLetters();
-  rig.discs.contents["one"] = {{First, IndexLines().file("a", 1).text()}};
-  rig.discs.contents["two"] = {
-      {"KORVEN{Music(2025-01-02-03-04-D)}.bdx", IndexLines().file("b", 1).text()}};
-  rig.insert('V', "one");
-  rig.insert('W', "two");
-  rig.desktop.onForm = [](Form& form) {
-    auto& chooser = dynamic_cast<frmReadLog&>(form);
-    ASSERT_EQ(chooser.vsIndex.Rows(), 3);
-    EXPECT_EQ(chooser.vsIndex.text(1, ReadLogJob), "Ph}(;)");
-    EXPECT_EQ(chooser.vsIndex.text(2, ReadLogDrive), "W:");
-    EXPECT_EQ(chooser.vsIndex.text(2, ReadLogDate), "2025-01-02 03:04");
-    EXPECT_EQ(chooser.vsIndex.text(2, ReadLogType), "Differential");
-    chooser.doOpenRow(2);
-  };
-  rig.desktop.answers = {Answer::No};
-  EXPECT_TRUE(rig.opening.doReadBackupIndex(false));
-  EXPECT_EQ(rig.page.vsRestore.name(1), "b");
-  EXPECT_FALSE(rig.state.IgnoreEvents);
-}
-
 TEST(Searching, AsksForTheFirstDiscOnceWhenQuiet) {
   RestoreRig rig;
   rig.discs.contents["Backup #1"] = {{First, IndexLines().file("a", 1).text()}};

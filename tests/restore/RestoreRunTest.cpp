@@ -117,17 +117,6 @@ TEST(RestoreRun, JoinsAFileThatWasSplitOverThreeDiscs) {
   EXPECT_EQ(rig.note(3), "Success. 2 files restored.");
 }
 
-TEST(RestoreRun, WalksThePartsOfASkippedSplitFile) {
-  RestoreRig rig;
-  fillSplitDiscs(rig);
-  rig.folder.write("target/A/film", "kept");
-  rig.page.RestoreOpt = ExistingSkip;
-  rig.run.doStartRestore();
-  EXPECT_EQ(rig.restored("A/film"), "kept");
-  EXPECT_EQ(rig.note(1), "Success. 1 file skipped.");
-  EXPECT_EQ(rig.note(3), "Success. 1 file restored. 1 file skipped.");
-}
-
 TEST(RestoreRun, APartMissingOnTheLastDiscOfItsFileIsAnError) {
   RestoreRig lost;
   fillSplitDiscs(lost);
@@ -198,20 +187,6 @@ TEST(RestoreRun, TreatsAnExistingFileByTheMode) {
     EXPECT_EQ(asked, given.answer < 0 ? 0 : 1);
     expectAtRest(rig);
   }
-}
-
-TEST(RestoreRun, OnlyFilesLandInTheTargetItself) {
-  RestoreRig rig;
-  rig.discs.contents["Backup #1"] = {{"A\\same", "first"}, {"B\\same", "second"}};
-  rig.openAll(
-      IndexLines().folder("A").file("A\\same", 5).folder("B").file("B\\same", 6).folder("C"));
-  rig.page.OnlyRestoreFile = true;
-  rig.page.RestoreOpt = ExistingSkip;
-  rig.run.doStartRestore();
-  EXPECT_EQ(rig.restored("same"), "first");
-  EXPECT_FALSE(rig.stands("A"));
-  EXPECT_FALSE(rig.stands("C"));
-  EXPECT_EQ(rig.note(1), "Success. 1 file restored. 1 file skipped.");
 }
 
 TEST(RestoreRun, AsksWhetherToGoOnWithoutMissingFiles) {
@@ -316,34 +291,6 @@ TEST(RestoreRun, AFullTargetEndsTheRun) {
   full.page.RestoreOpt = ExistingReplaceAll;
   EXPECT_EQ(full.run.doStartRestore().end, End::Finished);
   expectTwoDiscs(full);
-}
-
-TEST(RestoreRun, RefusesWithoutSelectionOrTarget) {
-  RestoreRig rig;
-  fillTwoDiscs(rig);
-  rig.selection.doSelectNone();
-  rig.desktop.asked.clear();
-  rig.desktop.answers = {Answer::Ok, Answer::Ok};
-  EXPECT_EQ(rig.run.doStartRestore().end, End::Refused);
-  rig.selection.doSelectAllRows();
-  rig.page.txRestoreTo = rig.folder / "gone";
-  EXPECT_EQ(rig.run.doStartRestore().end, End::Refused);
-  EXPECT_EQ(rig.page.txRestoreTo, "");
-  ASSERT_EQ(rig.desktop.asked.size(), 2U);
-  EXPECT_EQ(rig.desktop.asked[0].text, "No file selected to be restored.");
-  EXPECT_EQ(rig.desktop.asked[1].text, "Please select where you want the files to be restored.");
-}
-
-TEST(DiscList, FollowsTheSelectionAndDropsOnlyNeighbours) {
-  RestoreRig rig;
-  rig.openAll(IndexLines()
-                  .file("a", 1, 3)
-                  .split("s", 9, {2, 3, 4})
-                  .file("b", 1, 4)
-                  .file("c", 1, 100)
-                  .file("d", 1, 3));
-  EXPECT_TRUE(rig.run.doGetRestoreDisc());
-  EXPECT_EQ(rig.page.RestoreDiscList, (std::vector<int>{3, 2, 3, 4, 100, 3}));
 }
 
 TEST(DiscList, AnIndexThatAsksForEndlessVisitsIsRefused) {

@@ -211,18 +211,5 @@ TEST(Find, FindsTheSameRowsAsALookAtEveryName) {
   }
 }
 
-TEST(Find, NextGoesRoundAfterTellingThatThereIsNoMore) {
-  Selecting s(smallTree());
-  s.find.doFindString(".jpg", false);
-  EXPECT_EQ(s.page.FindRow, 5);
-  s.desktop.answers = {Answer::Ok};
-  s.find.doFindNext();
-  EXPECT_EQ(s.page.FindRow, 0);
-  ASSERT_EQ(s.desktop.asked.size(), 1U);
-  EXPECT_EQ(s.desktop.asked[0].text, "No more matching item found.");
-  s.find.doFindNext();
-  EXPECT_EQ(s.page.FindRow, 5);
-}
-
 }  // namespace
 }  // namespace korvenal::test
