@@ -168,6 +168,33 @@ bool BurnRun::isImageWritable() {
   return false;
 }
 
+/// Follows the burn until the drive's worker has ended.
+bool BurnRun::watch(burn::burn_drive* drive, TrackFeed& feed,
+                    std::vector<LibraryMessage>& failures) {
+  bool cancelled = false;
+  bool ended = false;
+  auto idleSince = std::chrono::steady_clock::time_point::max();
+  for (;;) {
+    ended = DiscLibraries::takeBurnMessages(failures) || ended;
+    burn::burn_progress progress{};
+    const auto status = burn::burn_drive_get_status(drive, &progress);
+    if (progress.sector > 0 && progress.sectors > 0)
+      written_ = std::max<std::int64_t>(
+          written_, track_->gap + std::min<std::int64_t>(progress.sector, track_->blocks));
+    if (status == burn::BURN_DRIVE_IDLE) {
+      // The worker goes on for a moment; a burn begun in between would be refused in silence.
+      const auto now = std::chrono::steady_clock::now();
+      idleSince = std::min(idleSince, now);
+      if (ended || now - idleSince > LongestFarewell) return cancelled;
+    } else if ((aborted_ || !failures.empty() || isFullByFault(written_)) && !cancelled) {
+      cancelled = true;
+      burn::burn_drive_cancel(drive);
+      feed.cancel();
+    }
+    std::this_thread::sleep_for(PollEvery);
+  }
+}
+
 bool BurnRun::write() {
   std::vector<LibraryMessage> failures = DiscLibraries::takeFailures();
   failures.clear();  // what others left behind
@@ -201,28 +228,7 @@ bool BurnRun::write() {
   result_.touched = !options_.simulate;
   burn::burn_disc_write(options.get(), model.disc());
 
-  bool cancelled = false;
-  bool ended = false;
-  auto idleSince = std::chrono::steady_clock::time_point::max();
-  for (;;) {
-    ended = DiscLibraries::takeBurnMessages(failures) || ended;
-    burn::burn_progress progress{};
-    const auto status = burn::burn_drive_get_status(drive.drive(), &progress);
-    if (progress.sector > 0 && progress.sectors > 0)
-      written_ = std::max<std::int64_t>(
-          written_, track_->gap + std::min<std::int64_t>(progress.sector, track_->blocks));
-    if (status == burn::BURN_DRIVE_IDLE) {
-      // The worker goes on for a moment; a burn begun in between would be refused in silence.
-      const auto now = std::chrono::steady_clock::now();
-      idleSince = std::min(idleSince, now);
-      if (ended || now - idleSince > LongestFarewell) break;
-    } else if ((aborted_ || !failures.empty() || isFullByFault(written_)) && !cancelled) {
-      cancelled = true;
-      burn::burn_drive_cancel(drive.drive());
-      feed.cancel();
-    }
-    std::this_thread::sleep_for(PollEvery);
-  }
+  const bool cancelled = watch(drive.drive(), feed, failures);
   DiscLibraries::takeBurnMessages(failures);
   if (isFullByFault(track_->imageBlocks()))
     fail(place_.failNumber != 0 ? place_.failNumber : WriteFailed, "Write error");

@@ -9,7 +9,13 @@
 #include "platform/linux/engine/Drive.h"
 #include "platform/linux/engine/IsoLayout.h"
 
+namespace burn {
+struct burn_drive;
+}
+
 namespace korvenal {
+
+class TrackFeed;
 
 /// The switches of one burn.
 struct BurnOptions {
@@ -48,6 +54,8 @@ class BurnRun {
   void work();
   bool write();
   bool isImageWritable();
+  /// Cancels the burn on a stop or a failure. True when it did.
+  bool watch(burn::burn_drive* drive, TrackFeed& feed, std::vector<LibraryMessage>& failures);
   bool activate();
   bool isFullByFault(std::int64_t written) const;
   void fail(int error, const std::string& text);
