@@ -1,8 +1,5 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "console/Command.h"
 #include "console/Session.h"
 

@@ -79,7 +79,7 @@ RecordCommandGroup::NamedTable RecordCommandGroup::tableNamed(const std::string&
 }
 
 RecordCommandGroup::NamedTable RecordCommandGroup::findTable(const std::string& name) const {
-  const NamedTable found = tableNamed(name);
+  NamedTable found = tableNamed(name);
   if (found.table == nullptr) {
     session_.screen.line(std::string("The tables are ") + TableNames + ".");
   } else if (!found.table->hasData()) {

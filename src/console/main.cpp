@@ -1,9 +1,7 @@
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>

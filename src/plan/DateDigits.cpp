@@ -16,8 +16,8 @@ std::int64_t offsetAt(UnixTime time) {
   const Dates::Fields f = Dates::fieldsOf(time);
   const sys_days day = year{f.year} / month{static_cast<unsigned>(f.month)} /
                        std::chrono::day{static_cast<unsigned>(f.day)};
-  return day.time_since_epoch().count() * DaySeconds + f.hour * 3600 + f.minute * 60 + f.second -
-         time;
+  const std::int64_t minutes = std::int64_t{f.hour} * 60 + f.minute;
+  return day.time_since_epoch().count() * DaySeconds + minutes * 60 + f.second - time;
 }
 
 void appendPadded(std::string& out, unsigned value, int width) {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "core/ActionState.h"
 #include "job/Job.h"
 #include "plan/Plan.h"

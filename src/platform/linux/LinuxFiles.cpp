@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <climits>
 #include <cstdlib>
 
 #include "platform/Paths.h"

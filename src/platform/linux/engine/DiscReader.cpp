@@ -176,7 +176,6 @@ std::shared_ptr<DiscReader> DiscReader::open(std::unique_ptr<BlockReader> disc,
   if (!volume->mount(start)) return nullptr;
   std::shared_ptr<DiscReader> reader(new DiscReader(std::move(volume)));
   reader->label_ = head->label;
-  reader->volumeBlocks_ = head->blocks;
   return reader;
 }
 

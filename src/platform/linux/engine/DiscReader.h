@@ -26,7 +26,6 @@ class DiscReader {
   DiscReader& operator=(const DiscReader&) = delete;
 
   const std::string& label() const { return label_; }
-  std::uint32_t volumeBlocks() const { return volumeBlocks_; }
 
   /// Paths as in DiscFiles.
   FileInfo info(std::string_view discPath);
@@ -48,7 +47,6 @@ class DiscReader {
 
   std::shared_ptr<Volume> volume_;
   std::string label_;
-  std::uint32_t volumeBlocks_ = 0;
   std::map<std::string, FolderPtr, std::less<>> folders_;
   std::deque<std::string> order_;  ///< keys of folders_, the oldest first
   std::size_t entriesKept_ = 0;
