@@ -61,7 +61,10 @@ std::string EngineFixture::readDisc(const std::string& discPath) {
 std::string EngineFixture::run(const std::vector<std::string>& words) {
   std::array<int, 2> pipe{};
   if (::pipe(pipe.data()) != 0) return "no pipe";
-  std::vector<char*> arguments;
+  // Without a locale of UTF-8, other readers show names by numbers.
+  std::string env = "env";
+  std::string locale = "LC_ALL=C.UTF-8";
+  std::vector<char*> arguments = {env.data(), locale.data()};
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   const pid_t child = ::fork();

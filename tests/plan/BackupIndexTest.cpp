@@ -62,7 +62,7 @@ class ZipIndex : public testing::Test {
     return result == 0 && TempDir::read(out) == content;
   }
   static int run(const std::string& command) {
-    return std::system((command + " >/dev/null 2>&1").c_str());
+    return std::system(("LC_ALL=C.UTF-8 " + command + " >/dev/null 2>&1").c_str());
   }
 
   TempDir dir;
