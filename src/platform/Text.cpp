@@ -108,7 +108,7 @@ std::u32string foldedCharacters(std::string_view text) {
     const std::size_t length = characterLength(text);
     const auto lead = static_cast<unsigned char>(text.front());
     if (length == 0) {
-      characters += MalformedByte + lead;
+      characters += static_cast<char32_t>(MalformedByte + lead);
     } else {
       // Of the lead byte of n bytes, the lowest 7 - n bits belong to the character.
       char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
