@@ -117,6 +117,44 @@ TEST(RestoreRun, JoinsAFileThatWasSplitOverThreeDiscs) {
   EXPECT_EQ(rig.note(3), "Success. 2 files restored.");
 }
 
+TEST(RestoreRun, JoinsASplitFileFromThreeDrivesInTheWrongOrder) {
+  RestoreRig rig;
+  fillSplitDiscs(rig);
+  rig.devices.DeviceMode = 1;
+  rig.devices.MultiDrive = {"V", "W", "X"};
+  rig.devices.doBuildDriveLetters();
+  rig.onPrompt = [&rig](int, const DiscRequest&) {
+    rig.insert('V', "Backup #4");
+    rig.insert('W', "Backup #2");
+    rig.insert('X', "Backup #3");
+  };
+  EXPECT_EQ(rig.run.doStartRestore().end, End::Finished);
+  EXPECT_EQ(rig.restored("A/film"), "onetwothree");
+  EXPECT_EQ(rig.restored("A/after"), "after");
+  EXPECT_EQ(rig.prompts, Texts{"0: 2 3 4"});
+}
+
+TEST(RestoreRun, OneFileOfAHundredDiscsAsksForItsDiscAlone) {
+  RestoreRig rig;
+  IndexLines lines;
+  for (int disc = 1; disc <= 100; ++disc) {
+    const std::string name = "file" + std::to_string(disc);
+    rig.discs.contents["Backup #" + std::to_string(disc)] = {{name, name}};
+    lines.file(name, name.size(), disc);
+  }
+  rig.open(lines.text());
+  for (const int disc : {57, 100}) {
+    const std::string name = "file" + std::to_string(disc);
+    rig.prompts.clear();
+    rig.page.PreparedForRun = false;
+    rig.selection.doSelectMatching(name);
+    EXPECT_EQ(rig.run.doStartRestore().end, End::Finished);
+    EXPECT_EQ(rig.restored(name), name);
+    EXPECT_EQ(rig.prompts, Texts{"0: " + std::to_string(disc)});
+  }
+  EXPECT_EQ(rig.files.listFolder(rig.target("")).size(), 2U);
+}
+
 TEST(RestoreRun, APartMissingOnTheLastDiscOfItsFileIsAnError) {
   RestoreRig lost;
   fillSplitDiscs(lost);
