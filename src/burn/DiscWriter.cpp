@@ -86,6 +86,7 @@ DiscWriter::Next DiscWriter::doWriteDisc(char letter, DiscRequest& request) {
 
   doAttemptDisc(attempt, request);
 
+  if (attempt.discError) request.FailedDrives += letter;
   // Read while the disc is still in the drive.
   const bool onlyDisc = attempt.success && services_.plan.TotalDiscs == 1;
   const Fixed4 freeBytes =

@@ -82,7 +82,9 @@ void DiscFeeder::doFeedBlanks(const DiscRequest& request, int from, int to) {
     const std::string name = discName(request.setName, disc++);
     if (!mayServe(letter)) continue;
     const ImageDisc inside = trays_.discIn(letter);
-    const bool usable = !inside.file.empty() && isBlank(inside) && !isMeantForAnother(inside, name);
+    const bool failed = request.FailedDrives.find(letter) != std::string::npos;
+    const bool usable =
+        !inside.file.empty() && !failed && isBlank(inside) && !isMeantForAnother(inside, name);
     if (!usable) doChangeToBlank(letter, typeCode, name);
   }
 }

@@ -21,10 +21,11 @@ struct DiscRequest {
   // Burn.
   int TotalDiscs = 0;
   int DiscsBurned = 0;
-  int BurnFromDisc = 1;   ///< back: the next disc to write
-  int BurnToDisc = 1;     ///< back
-  std::string SizeHint;   ///< advice about a smaller disc; empty for none
-  int comboDiscType = 0;  ///< index into DiscTypeTexts
+  int BurnFromDisc = 1;      ///< back: the next disc to write
+  int BurnToDisc = 1;        ///< back
+  std::string FailedDrives;  ///< letters of drives whose disc has just failed
+  std::string SizeHint;      ///< advice about a smaller disc; empty for none
+  int comboDiscType = 0;     ///< index into DiscTypeTexts
   // Restore.
   std::vector<int> RestoreDiscList;  ///< disc numbers in visiting order; shown with two digits
                                      ///< at least ("Backup #02", "Backup #100")

@@ -179,6 +179,7 @@ void frmLoadDisc::doFeed() {
   switch (purpose_) {
     case WorkerBurn:
       feeder_.doFeedBlanks(request_, FromDisc, ToDisc);
+      request_.FailedDrives.clear();
       break;
     case WorkerRestore:
       feeder_.doFeedRestore(request_);

@@ -137,6 +137,7 @@ BackupRun::Steps stepsOfTwelve(BurnWorld& world, const bool& badDrive) {
   };
   steps.doAskLoadDisc = [&world, &badDrive, load = steps.doAskLoadDisc](int reason,
                                                                         DiscRequest& request) {
+    request.FailedDrives.clear();
     load(reason, request);
     world.engine.drives['X'].disc->writable = !badDrive;
   };
@@ -166,6 +167,7 @@ TEST(BackupRun, ADriveThatFailsTwiceEndsTheRunAndTheNextStartGoesOn) {
   EXPECT_TRUE(world.hasEvent("*Action stop: Disc burning error counted 2."));
   EXPECT_THAT(world.promptedFor, ElementsAre(1, 5));
   EXPECT_EQ(run.request().DiscsBurned, 6);
+  EXPECT_EQ(run.request().FailedDrives, "X") << "gets another disc at the next prompt";
   EXPECT_FALSE(world.engine.drives['Y'].open) << "left alone behind the limit";
   expectAtRest(world);
 

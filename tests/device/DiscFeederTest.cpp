@@ -43,6 +43,11 @@ TEST_F(DiscFeederTest, ABurnGetsBlankDiscsAndUsedOnesGoToTheShelf) {
   trays_.log.clear();
   feeder_.doFeedBlanks(request, 2, 3);
   EXPECT_THAT(trays_.log, testing::IsEmpty()) << "all is well already";
+
+  request.FailedDrives = "W";
+  feeder_.doFeedBlanks(request, 2, 3);
+  EXPECT_THAT(trays_.log,
+              testing::ElementsAre("remove Photos (A) disc 03", "blank Photos (A) disc 03"));
 }
 
 TEST_F(DiscFeederTest, BlankDiscsOfAnotherRunAreNotUsedUnderTheirName) {

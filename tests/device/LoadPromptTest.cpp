@@ -85,6 +85,7 @@ TEST_F(LoadPromptTest, BurnRangeFollowsThePlanAndTheDrives) {
   connect("DE");
   request_ = {.TotalDiscs = 3,
               .DiscsBurned = 1,
+              .FailedDrives = {},
               .SizeHint = "smaller",
               .RestoreDiscList = {},
               .setName = {}};
