@@ -44,6 +44,11 @@ ExitCode DiscCommandGroup::doDrives() {
       line += ": " + discDescription(session_.trays.discIn(name[0]));
     session_.screen.line(line);
   }
+  for (char letter = 'C'; letter <= 'Z'; ++letter) {
+    const std::string problem = session_.devices.problem(letter);
+    if (!problem.empty())
+      session_.screen.line("  " + std::string(1, letter) + ": " + problem + ".");
+  }
   session_.screen.line("Device mode:  " + chosen.DeviceName);
   return ExitCode::Ok;
 }

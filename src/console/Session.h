@@ -22,6 +22,7 @@ struct Session {
   Files& files;
   ImageTrays& trays;
   BurnEngine& engine;
+  MountedDevices& devices;
   const Clock& clock;
 
   ExitCode fail(std::string_view text) const {

@@ -110,6 +110,8 @@ class MountedDevices {
   virtual ~MountedDevices() = default;
   /// A device path of the CD-ROM class, "SCSI#CDROM&VEN_x&PROD_y&REV_z#sr0"; empty for none.
   virtual std::string devicePath(char letter) = 0;
+  /// Why a drive that is there cannot be used, a sentence without its stop; empty when it can.
+  virtual std::string problem(char) { return {}; }
 };
 
 }  // namespace korvenal

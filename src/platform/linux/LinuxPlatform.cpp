@@ -2,10 +2,23 @@
 
 namespace korvenal {
 
+namespace {
+
+std::vector<Drive*> allOf(const std::vector<std::unique_ptr<Drive>>& real,
+                          const ImageShelf& shelf) {
+  std::vector<Drive*> drives;
+  for (const auto& drive : real) drives.push_back(drive.get());
+  for (Drive* drive : shelf.drives()) drives.push_back(drive);
+  return drives;
+}
+
+}  // namespace
+
 LinuxPlatform::LinuxPlatform(const Places& places)
     : nativeFiles_(nullptr),
       shelf_(nativeFiles_, places.imageDrives),
-      engine_(clock_, shelf_.drives()),
+      realDrives_(makeMmcDrives()),
+      engine_(clock_, allOf(realDrives_, shelf_)),
       discFiles_(engine_),
       files_(&discFiles_),
       targets_(&discFiles_),

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Ports.h"
 #include "platform/linux/LinuxFiles.h"
@@ -12,6 +14,7 @@
 #include "platform/linux/engine/Engine.h"
 #include "platform/linux/engine/EngineDiscFiles.h"
 #include "platform/linux/engine/ImageShelf.h"
+#include "platform/linux/engine/MmcDrive.h"
 
 namespace korvenal {
 
@@ -37,6 +40,7 @@ class LinuxPlatform {
   SystemClock clock_;
   LinuxFiles nativeFiles_;
   ImageShelf shelf_;
+  std::vector<std::unique_ptr<Drive>> realDrives_;
   Engine engine_;
   EngineDiscFiles discFiles_;
   LinuxFiles files_;

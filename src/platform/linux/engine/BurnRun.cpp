@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -13,6 +14,8 @@
 
 #include "platform/BurnEngine.h"
 #include "platform/linux/Descriptor.h"
+#include "platform/linux/engine/GrabbedDrive.h"
+#include "platform/linux/engine/MmcFacts.h"
 #include "platform/linux/engine/TrackFeed.h"
 
 namespace korvenal {
@@ -24,33 +27,12 @@ using namespace std::chrono_literals;
 constexpr auto PollEvery = 5ms;
 constexpr auto LongestFarewell = 5s;  ///< from the drive's idle state to the end of its worker
 
-/// The drive as the burning library holds it.
-class GrabbedDrive {
- public:
-  explicit GrabbedDrive(const std::string& address) {
-    std::string copy = address;
-    if (burn::burn_drive_scan_and_grab(&list_, copy.data(), 0) != 1) list_ = nullptr;
-  }
-  ~GrabbedDrive() {
-    if (list_ == nullptr) return;
-    burn::burn_drive_release(drive(), 0);
-    burn::burn_drive_info_free(list_);
-  }
-  GrabbedDrive(const GrabbedDrive&) = delete;
-  GrabbedDrive& operator=(const GrabbedDrive&) = delete;
-
-  explicit operator bool() const { return list_ != nullptr; }
-  burn::burn_drive* drive() const { return list_[0].drive; }
-
- private:
-  burn::burn_drive_info* list_ = nullptr;
-};
-
 /// A disc with one session of one data track, as the burning library wants it told.
 class DiscModel {
  public:
-  explicit DiscModel(burn::burn_source* source) {
-    burn::burn_track_define_data(track_, 0, 0, 1, BURN_MODE1);
+  DiscModel(burn::burn_source* source, std::int64_t tailBlocks) {
+    burn::burn_track_define_data(track_, 0, static_cast<int>(tailBlocks * BlockBytes), 1,
+                                 BURN_MODE1);
     ready_ = burn::burn_track_set_source(track_, source) == burn::BURN_SOURCE_OK &&
              burn::burn_disc_add_session(disc_, session_, BURN_POS_END) == 1 &&
              burn::burn_session_add_track(session_, track_, BURN_POS_END) == 1;
@@ -91,14 +73,35 @@ OptionsPtr writeOptions(burn::burn_drive* drive, const BurnOptions& wanted,
   burn::burn_write_opts_set_underrun_proof(options.get(), wanted.underrunProof ? 1 : 0);
   burn::burn_write_opts_set_perform_opc(options.get(), wanted.calibrate ? 1 : 0);
   burn::burn_write_opts_set_simulate(options.get(), wanted.simulate ? 1 : 0);
-  if (place.imageFile.empty()) {
-    burn::burn_write_opts_set_multi(options.get(), wanted.closeDisc ? 0 : 1);
-  } else {
+  if (place.overwritable)
     burn::burn_write_opts_set_start_byte(options.get(), place.startBlock * BlockBytes);
-    // One flush of our own at the end instead of one every 16 MiB.
-    burn::burn_write_opts_set_stdio_fsync(options.get(), -1);
-  }
+  else
+    burn::burn_write_opts_set_multi(options.get(), wanted.closeDisc ? 0 : 1);
+  // One flush of our own at the end instead of one every 16 MiB.
+  if (!place.imageFile.empty()) burn::burn_write_opts_set_stdio_fsync(options.get(), -1);
   return options;
+}
+
+/// How the drive shall write. Some discs take a single session only, which closes them: that is
+/// better than none.
+bool chooseWriteMode(burn::burn_write_opts* options, const DiscModel& model, bool& closeDisc,
+                     std::string& why) {
+  std::array<char, BURN_REASONS_LEN> reasons{};
+  const auto isPossible = [&] {
+    return burn::burn_write_opts_auto_write_type(options, model.disc(), reasons.data(), 2) !=
+           burn::BURN_WRITE_NONE;
+  };
+  if (isPossible()) return true;
+  why = reasons.data();
+  if (closeDisc) return false;
+  burn::burn_write_opts_set_multi(options, 0);
+  closeDisc = isPossible();
+  return closeDisc;
+}
+
+/// Padding behind the track, as far as the disc has room for it.
+std::int64_t tailOf(const TrackPlace& place, std::int64_t blocks) {
+  return std::clamp<std::int64_t>(place.roomBlocks - blocks - 1, 0, place.tailBlocks);
 }
 
 Descriptor openImageForWriting(const std::string& file) {
@@ -110,6 +113,25 @@ std::string textOf(int error) {
 }
 
 }  // namespace
+
+DriveResult failureOf(const std::vector<LibraryMessage>& failures, bool well,
+                      const std::string& otherwise) {
+  DriveResult result;
+  const auto tell = [&result](int error, const std::string& text) {
+    if (result.error != 0) return;  // the first cause counts
+    result.error = error;
+    result.text = text;
+  };
+  for (const LibraryMessage& failure : failures) {
+    const auto sense = MmcFacts::senseOf(failure.text);
+    if (sense) tell(sense->number != 0 ? sense->number : BurnRun::WriteFailed, sense->text);
+  }
+  for (const LibraryMessage& failure : failures)
+    if (failure.osError != 0) tell(failure.osError, textOf(failure.osError));
+  if (!failures.empty()) tell(BurnRun::WriteFailed, failures.front().text);
+  if (!well) tell(BurnRun::WriteFailed, otherwise);
+  return result;
+}
 
 BurnRun::BurnRun(std::shared_ptr<PreparedTrack> track, TrackPlace place, BurnOptions options)
     : track_(std::move(track)),
@@ -138,9 +160,8 @@ void BurnRun::fail(int error, const std::string& text) {
 }
 
 void BurnRun::failBy(const std::vector<LibraryMessage>& failures) {
-  for (const LibraryMessage& failure : failures)
-    if (failure.osError != 0) fail(failure.osError, textOf(failure.osError));
-  if (!failures.empty()) fail(WriteFailed, failures.front().text);
+  const DriveResult first = failureOf(failures, true, {});
+  if (first.error != 0) fail(first.error, first.text);
 }
 
 void BurnRun::work() {
@@ -209,15 +230,16 @@ bool BurnRun::write() {
   }
   // Two headers declare the one C struct in different name spaces.
   TrackFeed feed(reinterpret_cast<burn::burn_source*>(tree));
-  const GrabbedDrive drive(place_.address);
-  const DiscModel model(feed.source());
-  const OptionsPtr options = drive ? writeOptions(drive.drive(), options_, place_) : nullptr;
-  std::array<char, BURN_REASONS_LEN> reasons{};
+  // A real drive is held by the one who gave the place.
+  const GrabbedDrive image = place_.handle == nullptr ? grabDrive(place_.address) : nullptr;
+  burn::burn_drive* drive = image ? handleOf(image) : place_.handle;
+  const DiscModel model(feed.source(), tailOf(place_, track_->blocks));
+  const OptionsPtr options = drive != nullptr ? writeOptions(drive, options_, place_) : nullptr;
+  std::string why = "The drive cannot be used";
   if (!options || !model.isReady() ||
-      burn::burn_write_opts_auto_write_type(options.get(), model.disc(), reasons.data(), 0) ==
-          burn::BURN_WRITE_NONE) {
+      !chooseWriteMode(options.get(), model, result_.closeDisc, why)) {
     failBy(DiscLibraries::takeFailures());
-    fail(WriteFailed, reasons[0] != '\0' ? reasons.data() : "The drive cannot be used");
+    fail(WriteFailed, why);
     return false;
   }
   if (!isImageWritable()) return false;
@@ -228,19 +250,31 @@ bool BurnRun::write() {
   result_.touched = !options_.simulate;
   burn::burn_disc_write(options.get(), model.disc());
 
-  const bool cancelled = watch(drive.drive(), feed, failures);
+  const bool cancelled = watch(drive, feed, failures);
   DiscLibraries::takeBurnMessages(failures);
   if (isFullByFault(track_->imageBlocks()))
     fail(place_.failNumber != 0 ? place_.failNumber : WriteFailed, "Write error");
   failBy(failures);
   if (cancelled) fail(WriteFailed, "The burn was cancelled");
-  if (burn::burn_drive_wrote_well(drive.drive()) != 1)
-    fail(WriteFailed, "The drive reports a failure");
-  if (model.bytesWritten() != track_->blocks * BlockBytes)
+  if (burn::burn_drive_wrote_well(drive) != 1) fail(WriteFailed, "The drive reports a failure");
+  if (model.bytesWritten() < track_->blocks * BlockBytes)
     fail(WriteFailed, "Not all of the track was written");
+  if (result_.error == 0 && place_.handle != nullptr && place_.overwritable && !options_.simulate)
+    activateOnDrive(drive);
   if (result_.error != 0) return false;
   written_ = track_->imageBlocks();
   return true;
+}
+
+/// Makes the finished track the one that readers of the disc find.
+void BurnRun::activateOnDrive(burn::burn_drive* drive) {
+  constexpr int Flush = 1;
+  auto& head = track_->head;
+  if (burn::burn_random_access_write(drive, 0, reinterpret_cast<char*>(head.data()),
+                                     static_cast<off_t>(head.size()), Flush) == 1)
+    return;
+  failBy(DiscLibraries::takeFailures());
+  fail(WriteFailed, "The drive reports a failure");
 }
 
 /// Makes the finished track the one that readers of the image find.

@@ -26,6 +26,11 @@ struct BurnOptions {
   bool simulate = false;
 };
 
+/// What messages tell of a piece of work that has ended: the drive's own words first, then the
+/// system's. All well when there is none and `well`; `otherwise` is the text when nobody says why.
+DriveResult failureOf(const std::vector<LibraryMessage>& failures, bool well,
+                      const std::string& otherwise);
+
 /// One burn on a thread of its own. The starter polls; nothing is called back.
 class BurnRun {
  public:
@@ -57,6 +62,7 @@ class BurnRun {
   /// Cancels the burn on a stop or a failure. True when it did.
   bool watch(burn::burn_drive* drive, TrackFeed& feed, std::vector<LibraryMessage>& failures);
   bool activate();
+  void activateOnDrive(burn::burn_drive* drive);
   bool isFullByFault(std::int64_t written) const;
   void fail(int error, const std::string& text);
   void failBy(const std::vector<LibraryMessage>& failures);

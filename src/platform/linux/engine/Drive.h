@@ -6,6 +6,10 @@
 
 #include "platform/linux/engine/DiscReader.h"
 
+namespace burn {
+struct burn_drive;
+}
+
 namespace korvenal {
 
 /// What a drive writes; each writes what those before it do.
@@ -23,14 +27,18 @@ struct DiscState {
 
 /// Where the next track goes.
 struct TrackPlace {
-  std::string address;            ///< of the drive, as the burning library takes it
-  std::string imageFile;          ///< the image file; empty for a real drive
-  std::int64_t startBlock = 0;    ///< first block of the session
-  std::int64_t gap = 0;           ///< blocks in front of it that no earlier session has taken
-  std::int64_t lastSession = -1;  ///< first block of the newest tree there is; -1 for none
-  bool refuses = false;           ///< no track can be prepared for this disc
-  std::int64_t failAfter = -1;    ///< the burn fails when so many blocks are written; -1: never
-  int failNumber = 0;             ///< the error number then; 0: the usual one
+  std::string address;                 ///< of the image, as the burning library takes it
+  std::string imageFile;               ///< the image file; empty for a real drive
+  std::int64_t startBlock = 0;         ///< first block of the session
+  std::int64_t gap = 0;                ///< blocks in front of it that no earlier session has taken
+  std::int64_t lastSession = -1;       ///< first block of the newest tree there is; -1 for none
+  bool overwritable = false;           ///< block 0 leads to the newest tree; written at startBlock
+  burn::burn_drive* handle = nullptr;  ///< of a real drive, which holds it
+  std::int64_t roomBlocks = 0;         ///< of a real drive: what the disc still takes
+  std::int64_t tailBlocks = 0;         ///< padding wanted behind the track, where there is room
+  bool refuses = false;                ///< no track can be prepared for this disc
+  std::int64_t failAfter = -1;  ///< the burn fails when so many blocks are written; -1: never
+  int failNumber = 0;           ///< the error number then; 0: the usual one
 };
 
 /// The end of a burn or an erase.
@@ -48,17 +56,29 @@ class Drive {
   virtual ~Drive() = default;
 
   virtual char letter() const = 0;
+  /// False when the drive is not plugged in.
+  virtual bool isPresent() const { return true; }
+  /// False when this user may not use it.
+  virtual bool isAllowed() const { return true; }
+  /// Why the drive cannot be used, a sentence without its stop; empty when it can.
+  virtual std::string problem() const { return {}; }
   /// "SCSI#CDROM&VEN_x&PROD_y&REV_z#srN".
   virtual std::string devicePath() const = 0;
   virtual bool isBurner() const = 0;
-  virtual bool can(std::uint8_t code) const = 0;
+  virtual bool can(std::uint8_t code) = 0;
 
   virtual bool isReady() = 0;
   virtual void lock(bool locked) = 0;
   virtual void eject() = 0;
   virtual void load() = 0;
+  /// Lets other programs use the drive until it is asked again.
+  virtual void release() {}
   virtual DiscState state() = 0;
-  virtual std::int32_t maxSpeed() = 0;  ///< KB/s, for the loaded disc
+  /// Speeds are KB/s for the loaded disc; 0 asks for the maximum.
+  virtual void setSpeed(std::int32_t read, std::int32_t write) = 0;
+  /// What the drive makes of that wish.
+  virtual std::int32_t writeSpeed(std::int32_t wanted) = 0;
+  virtual std::int32_t readSpeed(std::int32_t wanted) = 0;
 
   /// A reader of the newest session; null without a readable disc. The drive keeps it until the
   /// disc changes.

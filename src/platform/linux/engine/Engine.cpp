@@ -13,15 +13,11 @@ namespace {
 constexpr std::int64_t GiB = std::int64_t{1} << 30;
 constexpr int PreparationFailed = 9216;
 constexpr int NoDisc = 1032;
+constexpr int DriveRefused = EBUSY;
 
 std::int32_t blocks32(std::int64_t blocks) {
   return static_cast<std::int32_t>(
       std::min<std::int64_t>(blocks, std::numeric_limits<std::int32_t>::max()));
-}
-
-/// A setting of 0, and one above what the drive can, is its maximum.
-std::int32_t speedWithin(std::int32_t wanted, std::int32_t maximum) {
-  return wanted > 0 ? std::min(wanted, maximum) : maximum;
 }
 
 }  // namespace
@@ -41,12 +37,15 @@ Engine::~Engine() {
   }
   work_.reset();
   // Readers need the libraries.
-  for (Drive* drive : drives_) drive->dropReader();
+  for (Drive* drive : drives_) {
+    drive->dropReader();
+    drive->release();
+  }
 }
 
 Drive* Engine::find(char letter) const {
   for (Drive* drive : drives_)
-    if (drive->letter() == letter) return drive;
+    if (drive->letter() == letter && drive->isPresent()) return drive;
   return nullptr;
 }
 
@@ -67,6 +66,10 @@ void Engine::do_SetCacheSize(std::int32_t) {}
 int Engine::do_SelectDeviceByLetter(char letter) {
   Drive* drive = find(letter);
   if (drive == nullptr) return 0;
+  if (!drive->isAllowed()) {
+    setError(DriveRefused, drive->problem());
+    return 0;
+  }
   if (drive != selected_) readSpeed_ = writeSpeed_ = 0;
   selected_ = drive;
   return -1;
@@ -85,39 +88,54 @@ std::string Engine::devicePath(char letter) {
   return drive != nullptr ? drive->devicePath() : std::string();
 }
 
+std::string Engine::problem(char letter) {
+  const Drive* drive = find(letter);
+  return drive != nullptr ? drive->problem() : std::string();
+}
+
 // The drive and its tray.
 
+/// The stop button reaches for the tray at any moment.
+bool Engine::mayTouch() const {
+  return selected_ != nullptr && !isBusy(selected_) && !preparing_;
+}
+
 int Engine::do_TestUnitReady() {
-  return selected_ != nullptr && !isBusy(selected_) && selected_->isReady() ? -1 : 0;
+  if (selected_ == nullptr || isBusy(selected_)) return 0;
+  if (selected_->isReady()) return -1;
+  if (const std::string problem = selected_->problem(); !problem.empty())
+    setError(DriveRefused, problem);
+  return 0;
 }
 
 void Engine::do_LockMedium() {
-  if (selected_ != nullptr) selected_->lock(true);
+  if (mayTouch()) selected_->lock(true);
 }
 
 void Engine::do_UnlockMedium() {
-  if (selected_ != nullptr) selected_->lock(false);
+  if (mayTouch()) selected_->lock(false);
 }
 
 void Engine::do_EjectMedium() {
-  if (selected_ != nullptr && !isBusy(selected_)) selected_->eject();
+  if (mayTouch()) selected_->eject();
 }
 
 void Engine::do_LoadMedium() {
-  if (selected_ != nullptr && !isBusy(selected_)) selected_->load();
+  if (mayTouch()) selected_->load();
 }
 
 void Engine::do_SetDeviceSpeed(std::int32_t read, std::int32_t write) {
   readSpeed_ = read;
   writeSpeed_ = write;
+  if (mayTouch()) selected_->setSpeed(read, write);
 }
 
 std::int32_t Engine::do_GetWriteSpeed() {
-  return selected_ != nullptr ? speedWithin(writeSpeed_, selected_->maxSpeed()) : 0;
+  return selected_ != nullptr ? selected_->writeSpeed(writeSpeed_) : 0;
 }
 
 std::int32_t Engine::do_GetReadSpeed() {
-  return selected_ != nullptr ? speedWithin(readSpeed_, selected_->maxSpeed()) : 0;
+  return selected_ != nullptr ? selected_->readSpeed(readSpeed_) : 0;
 }
 
 // The loaded disc.
@@ -218,7 +236,9 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
     request.earlierStart = static_cast<std::uint32_t>(place.lastSession);
   }
   std::string why;
+  preparing_ = true;
   prepared_ = layout_.prepare(std::move(request), why);
+  preparing_ = false;
   if (!prepared_) {
     setError(PreparationFailed, why);
     return 0;

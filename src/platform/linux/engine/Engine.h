@@ -81,6 +81,7 @@ class Engine : public BurnEngine, public MountedDevices {
   std::vector<std::string> do_GetSkippedFiles() override { return skipped_; }
 
   std::string devicePath(char letter) override;
+  std::string problem(char letter) override;
 
   /// The reader of the disc in a drive, for the files on it; null without one.
   std::shared_ptr<DiscReader> readerOf(char letter);
@@ -114,6 +115,7 @@ class Engine : public BurnEngine, public MountedDevices {
 
   Drive* find(char letter) const;
   bool isBusy(const Drive* drive) const { return work_ && work_->drive == drive; }
+  bool mayTouch() const;
   void setError(int number, const std::string& text);
   void deliverFaults(const std::vector<FileFault>& faults);
   void deliverEnd(const DriveResult& result);
@@ -128,6 +130,7 @@ class Engine : public BurnEngine, public MountedDevices {
   std::string label_;
   IsoLayout layout_;
   bool import_ = false;
+  bool preparing_ = false;  ///< earlier sessions may be read on another thread
   std::optional<PlannedSource> planned_;
   std::shared_ptr<PreparedTrack> prepared_;
   std::int32_t imageSize_ = 0;          ///< blocks; outlives the start of the burn

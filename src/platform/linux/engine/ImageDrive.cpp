@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
 
@@ -51,7 +52,7 @@ void ImageDrive::setTray(const std::string& image, bool open) {
   questionsUntilReady_ = disc != nullptr ? disc->faults.notReady : 0;
 }
 
-bool ImageDrive::can(std::uint8_t code) const {
+bool ImageDrive::can(std::uint8_t code) {
   constexpr std::uint8_t FirstDvd = 13;
   constexpr std::uint8_t DualLayer = 18;
   if (code == DualLayer) return identity_.ability == DriveAbility::WritesDualLayer;
@@ -124,9 +125,10 @@ DiscState ImageDrive::state() {
   return state;
 }
 
-std::int32_t ImageDrive::maxSpeed() {
+std::int32_t ImageDrive::speedFor(std::int32_t wanted) {
   const DiscProfile* disc = profile();
-  return disc != nullptr ? DiscTypes::maxSpeed(disc->type) : 0;
+  const std::int32_t maximum = disc != nullptr ? DiscTypes::maxSpeed(disc->type) : 0;
+  return wanted > 0 ? std::min(wanted, maximum) : maximum;
 }
 
 std::shared_ptr<DiscReader> ImageDrive::reader() {
@@ -162,6 +164,7 @@ TrackPlace ImageDrive::place() {
   place.startBlock = disc->nextSession();
   if (disc->end == 0) place.gap = place.startBlock;
   if (!disc->sessions.empty()) place.lastSession = disc->sessions.back();
+  place.overwritable = true;
   place.refuses = disc->faults.prepare != 0;
   place.failAfter = disc->faults.burnAfter;
   place.failNumber = static_cast<int>(disc->faults.number);

@@ -40,13 +40,15 @@ class ImageDrive : public Drive {
   char letter() const override { return identity_.letter; }
   std::string devicePath() const override;
   bool isBurner() const override { return identity_.ability != DriveAbility::Reads; }
-  bool can(std::uint8_t code) const override;
+  bool can(std::uint8_t code) override;
   bool isReady() override;
   void lock(bool locked) override { locked_ = locked; }
   void eject() override;
   void load() override;
   DiscState state() override;
-  std::int32_t maxSpeed() override;
+  void setSpeed(std::int32_t, std::int32_t) override {}
+  std::int32_t writeSpeed(std::int32_t wanted) override { return speedFor(wanted); }
+  std::int32_t readSpeed(std::int32_t wanted) override { return speedFor(wanted); }
   std::shared_ptr<DiscReader> reader() override;
   void dropReader() override;
   std::unique_ptr<BlockReader> openBlocks() override;
@@ -62,6 +64,7 @@ class ImageDrive : public Drive {
   DiscProfile* profile();
   bool storeProfile(std::string& why);
   bool writes(std::uint8_t type) const;
+  std::int32_t speedFor(std::int32_t wanted);
 
   Files& files_;
   Identity identity_;

@@ -1,0 +1,203 @@
+#include "platform/linux/engine/MmcDrive.h"
+
+#include <cerrno>
+#include <utility>
+
+#include "platform/linux/engine/LibburnDevice.h"
+
+namespace korvenal {
+
+/// The blocks of the disc that was in the drive when this was made.
+class MmcDrive::Blocks : public BlockReader {
+ public:
+  explicit Blocks(MmcDrive& drive) : drive_(drive), disc_(drive.report_) {}
+
+  std::int64_t read(std::uint32_t first, std::uint32_t count, std::uint8_t* buffer) override {
+    return drive_.readFrom(disc_, first, count, buffer);
+  }
+
+ private:
+  MmcDrive& drive_;
+  MmcReport disc_;
+};
+
+MmcDrive::MmcDrive(char letter, std::unique_ptr<MmcDevice> device)
+    : letter_(letter), device_(std::move(device)) {}
+
+MmcDrive::~MmcDrive() {
+  dropReader();
+}
+
+std::string MmcDrive::problem() const {
+  if (!device_->isPresent()) return {};
+  const std::string refusal = device_->refusal();
+  return refusal.empty() ? problem_ : refusal;
+}
+
+std::string MmcDrive::devicePath() const {
+  return device_->isPresent() ? device_->devicePath() : std::string();
+}
+
+bool MmcDrive::can(std::uint8_t code) {
+  if (profiles_.empty() && hold()) profiles_ = device_->profiles();
+  return MmcFacts::can(code, profiles_);
+}
+
+bool MmcDrive::hold() {
+  if (!device_->isPresent()) {
+    // Plugged in again it may be another drive.
+    if (!busy_) device_->release();
+    profiles_.clear();
+    problem_.clear();
+    return false;
+  }
+  if (busy_) return false;
+  if (device_->isHeld()) return true;
+  if (!device_->hold(problem_)) return false;
+  problem_.clear();
+  const MmcReport before = std::exchange(report_, device_->report());
+  if (report_ != before) dropReader();
+  chain_ = {};
+  if (MmcFacts::isOverwritable(report_.profile)) {
+    Blocks blocks(*this);
+    chain_ = readSessionChain(blocks);
+  }
+  return true;
+}
+
+bool MmcDrive::isReady() {
+  if (busy_ || !device_->isPresent()) return false;
+  if (device_->tray() != MmcDevice::Tray::Loaded) {
+    device_->release();
+    return false;
+  }
+  return hold() && report_.medium != MmcReport::Medium::None;
+}
+
+void MmcDrive::lock(bool locked) {
+  // The library locks what it holds, and unlocks what it gives back.
+  if (locked)
+    hold();
+  else
+    release();
+}
+
+void MmcDrive::release() {
+  if (!busy_) device_->release();
+}
+
+void MmcDrive::eject() {
+  if (busy_ || !device_->isPresent()) return;
+  dropReader();
+  device_->release();
+  device_->openTray();
+}
+
+void MmcDrive::load() {
+  if (busy_ || !device_->isPresent()) return;
+  device_->release();
+  device_->closeTray();
+}
+
+DiscState MmcDrive::state() {
+  return busy_ || hold() ? MmcFacts::stateOf(report_, chain_) : DiscState();
+}
+
+void MmcDrive::setSpeed(std::int32_t read, std::int32_t write) {
+  if (hold()) device_->setSpeed(read, write);
+}
+
+std::int32_t MmcDrive::writeSpeed(std::int32_t wanted) {
+  return busy_ || hold() ? MmcFacts::speedFor(wanted, report_.writeSpeeds) : 0;
+}
+
+std::int32_t MmcDrive::readSpeed(std::int32_t wanted) {
+  return busy_ || hold() ? MmcFacts::speedFor(wanted, report_.readSpeeds) : 0;
+}
+
+std::int64_t MmcDrive::readFrom(const MmcReport& disc, std::uint32_t first, std::uint32_t count,
+                                std::uint8_t* buffer) {
+  if (busy_) return -EBUSY;
+  if (!device_->isHeld()) {
+    // Only a look: what else hangs on the disc is settled at the next question about it.
+    if (!device_->isPresent() || !device_->hold(problem_)) return -ENXIO;
+    if (device_->report() != disc) {
+      device_->release();
+      return -ENXIO;
+    }
+  } else if (report_ != disc) {
+    return -ENXIO;
+  }
+  return device_->read(first, count, buffer);
+}
+
+std::shared_ptr<DiscReader> MmcDrive::reader() {
+  if (busy_ || !hold()) return nullptr;
+  const std::int64_t newest = MmcFacts::placeOf(report_, chain_).lastSession;
+  if (newest < 0) return nullptr;
+  // On discs that are written anywhere block 0 leads to the newest tree.
+  const bool overwritable = MmcFacts::isOverwritable(report_.profile);
+  if (!reader_)
+    reader_ = DiscReader::open(openBlocks(), overwritable ? 0 : static_cast<std::uint32_t>(newest));
+  return reader_;
+}
+
+void MmcDrive::dropReader() {
+  if (reader_) reader_->detach();
+  reader_.reset();
+}
+
+std::unique_ptr<BlockReader> MmcDrive::openBlocks() {
+  return hold() ? std::make_unique<Blocks>(*this) : nullptr;
+}
+
+TrackPlace MmcDrive::place() {
+  TrackPlace place;
+  if (!busy_ && !hold()) return place;
+  place = MmcFacts::placeOf(report_, chain_);
+  place.handle = device_->handle();
+  place.roomBlocks = state().freeBlocks;
+  return place;
+}
+
+bool MmcDrive::beginBurn(std::string& why) {
+  if (busy_ || !hold()) {
+    why = problem_;
+    return false;
+  }
+  dropReader();
+  busy_ = true;
+  return true;
+}
+
+void MmcDrive::endBurn(const DriveResult&) {
+  busy_ = false;
+  device_->release();
+}
+
+bool MmcDrive::beginErase() {
+  if (busy_ || !hold() || !state().erasable) return false;
+  dropReader();
+  busy_ = true;
+  return true;
+}
+
+DriveResult MmcDrive::erase(bool quick) {
+  return device_->erase(MmcFacts::eraseKindOf(report_, quick), quick,
+                        MmcFacts::stateOf(report_, chain_).totalBlocks);
+}
+
+void MmcDrive::endErase(const DriveResult&) {
+  busy_ = false;
+  device_->release();
+}
+
+std::vector<std::unique_ptr<Drive>> makeMmcDrives() {
+  std::vector<std::unique_ptr<Drive>> drives;
+  for (char letter = 'D'; letter <= 'U'; ++letter)
+    drives.push_back(std::make_unique<MmcDrive>(
+        letter, std::make_unique<LibburnDevice>("sr" + std::to_string(letter - 'D'))));
+  return drives;
+}
+
+}  // namespace korvenal

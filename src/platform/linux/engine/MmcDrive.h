@@ -1,0 +1,70 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/engine/Drive.h"
+#include "platform/linux/engine/MmcDevice.h"
+
+namespace korvenal {
+
+/// A real drive. It is held, and locked, from the first question about its disc until it is
+/// unlocked, ejected or has written: then the disc is looked at anew.
+class MmcDrive : public Drive {
+ public:
+  MmcDrive(char letter, std::unique_ptr<MmcDevice> device);
+  ~MmcDrive() override;
+
+  char letter() const override { return letter_; }
+  bool isPresent() const override { return device_->isPresent(); }
+  bool isAllowed() const override { return device_->refusal().empty(); }
+  std::string problem() const override;
+  std::string devicePath() const override;
+  bool isBurner() const override { return device_->isBurner(); }
+  bool can(std::uint8_t code) override;
+
+  bool isReady() override;
+  void lock(bool locked) override;
+  void eject() override;
+  void load() override;
+  void release() override;
+  DiscState state() override;
+  void setSpeed(std::int32_t read, std::int32_t write) override;
+  std::int32_t writeSpeed(std::int32_t wanted) override;
+  std::int32_t readSpeed(std::int32_t wanted) override;
+
+  std::shared_ptr<DiscReader> reader() override;
+  void dropReader() override;
+  std::unique_ptr<BlockReader> openBlocks() override;
+
+  TrackPlace place() override;
+  bool beginBurn(std::string& why) override;
+  void endBurn(const DriveResult& result) override;
+  bool beginErase() override;
+  DriveResult erase(bool quick) override;
+  void endErase(const DriveResult& result) override;
+
+ private:
+  class Blocks;
+
+  /// True when the drive is held and its disc is known.
+  bool hold();
+  /// Reads from the disc of that report, and from no other.
+  std::int64_t readFrom(const MmcReport& disc, std::uint32_t first, std::uint32_t count,
+                        std::uint8_t* buffer);
+
+  char letter_;
+  std::unique_ptr<MmcDevice> device_;
+  std::vector<int> profiles_;  ///< of the drive; empty until they were asked for
+  std::string problem_;        ///< why it could not be held
+  bool busy_ = false;
+  MmcReport report_;  ///< of the disc, as of the last hold
+  SessionChain chain_;
+  std::shared_ptr<DiscReader> reader_;
+};
+
+/// A drive for each device node /dev/sr0, /dev/sr1 ... that there may be, with the letters D to U.
+std::vector<std::unique_ptr<Drive>> makeMmcDrives();
+
+}  // namespace korvenal

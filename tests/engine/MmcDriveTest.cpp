@@ -1,0 +1,206 @@
+#include <filesystem>
+
+#include "engine/EngineFixture.h"
+#include "platform/linux/engine/LibburnDevice.h"
+#include "platform/linux/engine/MmcDrive.h"
+#include "platform/linux/engine/VolumeLabel.h"
+
+namespace korvenal::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+/// What the drive under test is and does.
+struct Script {
+  MmcReport report;
+  MmcDevice::Tray tray = MmcDevice::Tray::Loaded;
+  bool present = true;
+  bool inUseByOthers = false;
+  std::string refusal;
+  int holds = 0;
+};
+
+/// A drive that says of its disc what the script says and keeps it in a file, by way of the
+/// burning library.
+class ScriptedDevice : public LibburnDevice {
+ public:
+  ScriptedDevice(Script& script, const std::string& file)
+      : LibburnDevice(Address{"stdio:" + file}), script_(script) {}
+
+  bool isPresent() const override { return script_.present; }
+  std::string refusal() const override { return script_.refusal; }
+  std::string devicePath() const override { return "SCSI#CDROM&VEN_A&PROD_B&REV_C#sr0"; }
+  Tray tray() override { return script_.tray; }
+  void openTray() override { script_.tray = Tray::Open; }
+  void closeTray() override { script_.tray = Tray::Loaded; }
+  bool hold(std::string& why) override {
+    if (script_.inUseByOthers) why = "The drive is in use by another program";
+    if (script_.inUseByOthers || !LibburnDevice::hold(why)) return false;
+    ++script_.holds;
+    return true;
+  }
+  std::vector<int> profiles() override { return {MmcCdR, MmcDvdPlusRw}; }
+  MmcReport report() override { return script_.report; }
+
+ private:
+  Script& script_;
+};
+
+class MmcDriveTest : public EngineFixture {
+ protected:
+  MmcDriveTest() {
+    script.report = {.profile = MmcDvdPlusRw,
+                     .medium = MmcReport::Medium::Blank,
+                     .freeBlocks = 20000,
+                     .format = MmcReport::Format::Formatted,
+                     .formatBlocks = 20000,
+                     .writeSpeeds = {5540, 3324},
+                     .readSpeeds = {11080}};
+    file = dir.sparse("medium", 20000 * BlockBytes);
+    disc.reset();
+    engine.reset();
+    drive = std::make_unique<MmcDrive>('D', std::make_unique<ScriptedDevice>(script, file));
+    engine = std::make_unique<Engine>(clock, std::vector<Drive*>{drive.get()});
+    disc = std::make_unique<EngineDiscFiles>(*engine);
+    engine->do_SelectDeviceByLetter('D');
+  }
+  ~MmcDriveTest() override {
+    disc.reset();
+    engine.reset();
+  }
+  std::string read(const std::string& path) {
+    const auto stream = disc->open('D', path);
+    if (!stream) return "<missing>";
+    std::string content(static_cast<std::size_t>(stream->info().size.whole()), '\0');
+    return stream->read(0, content.data(), content.size()) < 0 ? "<unreadable>" : content;
+  }
+
+  Script script;
+  std::string file;
+  std::unique_ptr<MmcDrive> drive;
+};
+
+TEST_F(MmcDriveTest, SessionsAreBurnedFoundReadAndErased) {
+  EXPECT_NE(engine->do_TestUnitReady(), 0);
+  EXPECT_EQ(engine->do_DiscIs(), DiscDvdPlusRw);
+  EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), engine->do_GetTotalBlocksOnDisc());
+  std::vector<std::uint32_t> starts;
+  for (const std::string name : {"one", "two", "three"}) {
+    engine->do_ClearAll();
+    engine->do_ImportSession(0, "\\");
+    insert("F", name, dir.write(name, name + std::string(200'000, 'x')));
+    engine->do_SetVolumeID("Backup #1");
+    const std::int32_t free = engine->do_GetFreeBlocksOnDisc();
+    ASSERT_TRUE(prepare()) << engine->do_GetErrorString();
+    const std::int32_t size = engine->do_GetImageSize();
+    const Ending end = burn([&] {
+      engine->do_UnlockMedium();  // as the stop button does
+      EXPECT_EQ(engine->do_TestUnitReady(), 0);
+    });
+    ASSERT_EQ(end.error, 0) << engine->do_GetErrorString();
+    EXPECT_GE(free - engine->do_GetFreeBlocksOnDisc(), size);
+    EXPECT_EQ(engine->do_SessionsOnDisc(), 1);
+    const SessionChain chain = readSessionChain(*openImageBlocks(file));
+    ASSERT_EQ(chain.starts.size(), starts.size() + 1);
+    starts.push_back(chain.starts.back());
+    EXPECT_EQ(chain.starts, starts);
+    EXPECT_EQ(starts.back() % 32, 0U);
+  }
+  EXPECT_THAT(disc->listFolder('D', "F"), ElementsAre("one", "three", "two"));
+  EXPECT_THAT(read("F\\two"), StartsWith("twoxx"));
+  EXPECT_THAT(run({"xorriso", "-indev", "stdio:" + file, "-toc"}), HasSubstr("ISO session  :   3"));
+  EXPECT_THAT(run({"bsdtar", "-tf", file}), HasSubstr("F/one"));
+  EXPECT_THAT(run({"7z", "l", file}), HasSubstr("three"));
+  EXPECT_THAT(run({"isoinfo", "-R", "-f", "-i", file}), HasSubstr("/F/two"));
+
+  ASSERT_EQ(erase().error, 0) << engine->do_GetErrorString();
+  EXPECT_EQ(read("F\\two"), "<missing>");
+  EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), engine->do_GetTotalBlocksOnDisc());
+}
+
+TEST_F(MmcDriveTest, ASimulatedBurnLeavesTheDiscAsItIs) {
+  insert("\\", "a", dir.write("a", "a"));
+  engine->do_SetTestWrite(-1);
+  ASSERT_TRUE(prepare());
+  burn();
+  EXPECT_EQ(read("a"), "<missing>");
+  EXPECT_FALSE(readVolumeHead(*openImageBlocks(file), 0));
+}
+
+TEST_F(MmcDriveTest, TheDriveIsHeldOnlyWhileItIsUsed) {
+  EXPECT_NE(engine->do_DeviceIsBurner(), 0);
+  EXPECT_EQ(script.holds, 0) << "a look for drives takes none";
+  engine->do_TestUnitReady();
+  engine->do_DiscIs();
+  engine->do_GetFreeBlocksOnDisc();
+  EXPECT_EQ(script.holds, 1);
+  engine->do_UnlockMedium();
+  engine->do_DiscIs();
+  EXPECT_EQ(script.holds, 2);
+  EXPECT_NE(engine->do_DeviceCan(17), 0);
+  EXPECT_EQ(engine->do_DeviceCan(18), 0);
+  engine->do_SetDeviceSpeed(4000, 4000);
+  EXPECT_EQ(engine->do_GetWriteSpeed(), 3324);
+  engine->do_EjectMedium();
+  EXPECT_EQ(engine->do_TestUnitReady(), 0);
+  engine->do_LoadMedium();
+  EXPECT_NE(engine->do_TestUnitReady(), 0);
+}
+
+TEST_F(MmcDriveTest, ADriveInUseOrRefusedIsToldInASentence) {
+  script.inUseByOthers = true;
+  EXPECT_EQ(engine->do_TestUnitReady(), 0);
+  EXPECT_EQ(engine->do_DiscIs(), 0);
+  EXPECT_THAT(engine->do_GetErrorString(), HasSubstr("another program"));
+  EXPECT_THAT(engine->problem('D'), HasSubstr("another program"));
+  script.inUseByOthers = false;
+  EXPECT_NE(engine->do_TestUnitReady(), 0) << "as soon as it is free";
+  EXPECT_EQ(engine->problem('D'), "");
+
+  script.refusal = "You have no permission to use /dev/sr0";
+  EXPECT_EQ(engine->do_SelectDeviceByLetter('D'), 0);
+  EXPECT_EQ(engine->problem('D'), script.refusal);
+}
+
+TEST_F(MmcDriveTest, AnotherDiscIsNeverReadAsTheOldOne) {
+  insert("\\", "a", dir.write("a", std::string(3'000'000, 'a')));
+  ASSERT_EQ(prepareAndBurn().error, 0);
+  const auto stream = disc->open('D', "a");
+  ASSERT_TRUE(stream);
+  std::string piece(2048, '\0');
+  EXPECT_EQ(stream->read(0, piece.data(), piece.size()), 2048);
+  engine->do_UnlockMedium();
+  EXPECT_EQ(stream->read(1'500'000, piece.data(), piece.size()), 2048) << "held again by itself";
+  engine->do_UnlockMedium();
+  script.report.freeBlocks = 1;
+  EXPECT_LT(stream->read(2'900'000, piece.data(), piece.size()), 0);
+}
+
+TEST_F(MmcDriveTest, AnUnpluggedDriveIsGoneAtOnce) {
+  insert("\\", "large", dir.sparse("large", 30'000'000));
+  ASSERT_TRUE(prepare());
+  const Ending end = burn([&] {
+    if (engine->do_GetBlocksWritten() == 0) return;
+    script.present = false;
+    engine->do_AbortBurn();
+  });
+  EXPECT_TRUE(end.finished);
+  EXPECT_EQ(engine->do_TestUnitReady(), 0);
+  EXPECT_EQ(engine->do_DiscIs(), 0);
+  EXPECT_EQ(engine->do_SelectDeviceByLetter('D'), 0);
+  EXPECT_EQ(engine->devicePath('D'), "");
+}
+
+TEST(LibburnDeviceTest, AMachineWithoutDrivesHasNone) {
+  LibburnDevice none("korvenal-no-such-drive");
+  EXPECT_FALSE(none.isPresent());
+  EXPECT_NE(none.tray(), MmcDevice::Tray::Loaded);
+  none.openTray();
+  none.closeTray();
+  EXPECT_EQ(makeMmcDrives().size(), 18U);
+}
+
+}  // namespace
+}  // namespace korvenal::test
