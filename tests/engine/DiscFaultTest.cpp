@@ -140,6 +140,32 @@ TEST_F(DiscFaultTest, DrivesWriteWhatTheSettingsSay) {
   }
 }
 
+TEST_F(DiscFaultTest, WhatWasBrokenOffLeavesNothingOnTheNextDisc) {
+  // An erase was cut off after the profile, a burn before its end was recorded.
+  for (const bool erased : {true, false}) {
+    engine->do_ClearAll();
+    blank(DiscDvdRam);
+    insert("\\", "old", dir.write("old", std::string(5'000'000, 'o')));
+    ASSERT_EQ(prepareAndBurn().error, 0);
+    const std::string file = image();
+    const auto sizeBefore = std::filesystem::file_size(file);
+    DiscProfile profile = *DiscProfile::parse(TempDir::read(file + ".disc"));
+    if (erased) profile.erase();
+    profile.writing = !erased;
+    dir.write("shelf/" + std::filesystem::path(file).filename().string() + ".disc",
+              profile.toText());
+    restart();
+    engine->do_SelectDeviceByLetter('V');
+    ASSERT_NE(engine->do_TestUnitReady(), 0);
+    EXPECT_EQ(readDisc("old") == "<missing>", erased);
+    insert("\\", "new", dir.write("new", "new"));
+    ASSERT_EQ(prepareAndBurn().error, 0) << engine->do_GetErrorString();
+    EXPECT_EQ(readDisc("new"), "new");
+    EXPECT_EQ(std::filesystem::file_size(file) < sizeBefore, erased);
+    shelf->remove('V');
+  }
+}
+
 TEST_F(DiscFaultTest, AFreshPlusRwIsBlankAndNotDamaged) {
   blank(DiscDvdPlusRw);
   EXPECT_FALSE(shelf->discIn('V').closed);

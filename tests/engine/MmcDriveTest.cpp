@@ -139,8 +139,11 @@ TEST_F(MmcDriveTest, TheDriveIsHeldOnlyWhileItIsUsed) {
   engine->do_UnlockMedium();
   engine->do_DiscIs();
   EXPECT_EQ(script.holds, 2);
+  engine->do_UnlockMedium();
   EXPECT_NE(engine->do_DeviceCan(17), 0);
   EXPECT_EQ(engine->do_DeviceCan(18), 0);
+  engine->do_DiscIs();
+  EXPECT_EQ(script.holds, 4) << "asked once, and given back";
   engine->do_SetDeviceSpeed(4000, 4000);
   EXPECT_EQ(engine->do_GetWriteSpeed(), 3324);
   engine->do_EjectMedium();

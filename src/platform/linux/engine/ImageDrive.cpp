@@ -174,6 +174,12 @@ TrackPlace ImageDrive::place() {
 bool ImageDrive::beginBurn(std::string& why) {
   DiscProfile* disc = profile();
   if (disc == nullptr || busy_ || !writes(disc->type)) return false;
+  // What lies behind the end is left from a burn or an erase that was broken off.
+  if (::truncate(image_.c_str(), static_cast<off_t>(disc->end * BlockBytes)) != 0 &&
+      errno != EACCES && errno != EPERM && errno != EROFS) {
+    why = std::system_category().message(errno);
+    return false;
+  }
   disc->writing = true;
   if (!storeProfile(why)) {
     disc->writing = false;
@@ -210,6 +216,14 @@ void ImageDrive::endBurn(const DriveResult& result) {
 bool ImageDrive::beginErase() {
   const DiscProfile* disc = profile();
   if (disc == nullptr || busy_ || !state().erasable) return false;
+  // First in the profile: an erase that is broken off has taken place as far as anyone can tell.
+  std::string why;
+  beforeErase_ = *disc;
+  profile_->erase();
+  if (!storeProfile(why)) {
+    profile_ = beforeErase_;
+    return false;
+  }
   dropReader();
   busy_ = true;
   return true;
@@ -235,12 +249,9 @@ DriveResult ImageDrive::erase(bool quick) {
 
 void ImageDrive::endErase(const DriveResult& result) {
   busy_ = false;
-  if (!profile_) return;
-  if (result.error == 0) {
-    profile_->erase();
-  } else {
-    profile_->failWriting();
-  }
+  if (!profile_ || result.error == 0) return;
+  profile_ = beforeErase_;
+  profile_->failWriting();
   std::string why;
   storeProfile(why);
 }

@@ -76,6 +76,7 @@ class ImageDrive : public Drive {
   std::int64_t questionsUntilReady_ = 0;
   std::shared_ptr<bool> pulled_ = std::make_shared<bool>(false);  ///< by a fault while reading
   std::optional<DiscProfile> profile_;
+  DiscProfile beforeErase_;  ///< while an erase is at work
   std::shared_ptr<DiscReader> reader_;
 };
 

@@ -39,7 +39,12 @@ std::string MmcDrive::devicePath() const {
 }
 
 bool MmcDrive::can(std::uint8_t code) {
-  if (profiles_.empty() && hold()) profiles_ = device_->profiles();
+  if (profiles_.empty()) {
+    const bool heldBefore = device_->isHeld();
+    if (hold()) profiles_ = device_->profiles();
+    // A question about the drive alone leaves its tray to the person.
+    if (!heldBefore) release();
+  }
   return MmcFacts::can(code, profiles_);
 }
 
