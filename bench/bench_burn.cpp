@@ -111,7 +111,8 @@ void makeSources(const std::string& root, int count, std::int64_t meanBytes) {
   }
 }
 
-bool burn(const std::string& shelf, const std::string& root, const std::vector<std::string>& all) {
+bool burnOwn(const std::string& shelf, const std::string& root,
+             const std::vector<std::string>& all) {
   Station station(shelf);
   if (!station.shelf.insertBlank('V', DiscDvdPlusRDl, "bench", 20'000'000)) return false;
   Engine& engine = station.engine;
@@ -210,7 +211,7 @@ int main(int argc, char** argv) {
     fs::remove_all(shelf);
     fs::remove(other);
     ::sync();
-    const Measured ours = inChild([&] { return burn(shelf, root, all); });
+    const Measured ours = inChild([&] { return burnOwn(shelf, root, all); });
     ::sync();
     const Measured theirs =
         program({"xorriso", "-outdev", "stdio:" + other, "-joliet", "on", "-map", root, "/"});
