@@ -1,6 +1,7 @@
 #include "console/SettingCommandGroup.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 
 #include "console/DiscKinds.h"
@@ -95,8 +96,8 @@ void doPairBoxes(DeviceSettings& settings, const std::string& key) {
   if (key == "dvcM_SkipEjectFirst" && settings.MultiSkipEjectFirst == 1) settings.MultiEject = 1;
 }
 
-/// At least two drives, all different.
-bool areDrivesOfMultiMode(const DeviceSettings& settings) {
+/// The drives of Multiple-drive mode that are chosen; nothing when one is chosen twice.
+std::optional<std::size_t> drivesOfMultiMode(const DeviceSettings& settings) {
   std::set<std::string> different;
   std::size_t chosen = 0;
   for (const std::string& drive : settings.MultiDrive) {
@@ -104,7 +105,7 @@ bool areDrivesOfMultiMode(const DeviceSettings& settings) {
     ++chosen;
     different.insert(drive);
   }
-  return chosen >= 2 && different.size() == chosen;
+  return different.size() == chosen ? std::optional(chosen) : std::nullopt;
 }
 
 }  // namespace
@@ -213,8 +214,11 @@ ExitCode SettingCommandGroup::doTakeDevice(const DeviceSettings& changed) {
   frmMain& main = session_.main;
   if (!mayBegin(korvenal::Command::ChangePage, main.state) || main.state.ActionBusy)
     return session_.fail("The device settings cannot be changed now.");
-  if (changed.DeviceMode == MultiMode && !areDrivesOfMultiMode(changed))
-    return session_.fail("Multiple-drive mode needs two different drives at least.");
+  const auto drives = drivesOfMultiMode(changed);
+  if (changed.DeviceMode == MultiMode && !drives) return session_.fail("Drive name duplicated.");
+  // The settings come one by one here, so what is missing is only told.
+  if (changed.DeviceMode == MultiMode && *drives < 2)
+    session_.screen.line("Multiple-drive mode needs two drives at least.");
   changed.doWriteDvcData(main.profile);
   main.deviceSettings.doReadDvcData(main.profile);
   return ExitCode::Ok;

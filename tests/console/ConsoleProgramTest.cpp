@@ -102,7 +102,6 @@ TEST_F(Console, AnUnknownControlOrValueChangesNothing) {
                                  "default nothing 1",
                                  "device dvcType 3",
                                  "device dvcS_Name Q",
-                                 "device dvcType 1",
                                  "device dvcM_ErrorMax 0",
                                  "create file a.txt relative.txt",
                                  "new a/b",
