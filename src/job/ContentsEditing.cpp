@@ -38,10 +38,12 @@ std::vector<int> sortedRows(const std::vector<Key>& keys, bool descending) {
 
 JobCommands ContentsEditing::doUpdateJobCommands() const {
   const Table& contents = job_.vsContents;
+  const int last = contents.Rows() - 1;
   const bool current = isRow(contents.Row);
   return {.items = contents.hasData(),
           .moveUp = current && contents.Row > 1,
-          .moveDown = current && contents.Row<contents.Rows() - 1, .randomize = contents.Rows()> 2};
+          .moveDown = current && contents.Row != last,
+          .randomize = last > 1};
 }
 
 std::string ContentsEditing::typedName(int row, std::string_view typed) const {
