@@ -106,12 +106,83 @@ std::optional<Packed> pack(const MappedFile& text) {
   return packed;
 }
 
-/// Hands the packed form to libzip as the content of an entry that needs no more packing.
-class PackedSource {
+/// Bytes that libzip asks for by calls.
+class ZipContent {
  public:
-  PackedSource(const MappedFile& text, const Packed& packed) : packed_(packed) {
+  ZipContent(const ZipContent&) = delete;
+  ZipContent& operator=(const ZipContent&) = delete;
+
+  /// The function for libzip; `self` is a pointer to a ZipContent.
+  static zip_int64_t serve(void* self, void* data, zip_uint64_t size, zip_source_cmd_t command) {
+    return static_cast<ZipContent*>(self)->answer(data, size, command);
+  }
+
+ protected:
+  /// `supports` is a set of the library's source commands.
+  explicit ZipContent(zip_int64_t supports) : supports_(supports) {
     zip_error_init(&error_);
     zip_stat_init(&stat_);
+  }
+  virtual ~ZipContent() { zip_error_fini(&error_); }
+
+  /// The bytes from the place `at_` on; their number, or -1 with `error_` set.
+  virtual zip_int64_t read(void* data, zip_uint64_t size) = 0;
+
+  zip_stat_t stat_{};
+  zip_error_t error_{};
+  std::int64_t at_ = 0;
+
+ private:
+  zip_int64_t answer(void* data, zip_uint64_t size, zip_source_cmd_t command);
+  zip_int64_t seek(void* data, zip_uint64_t size);
+
+  zip_int64_t supports_;
+};
+
+zip_int64_t ZipContent::seek(void* data, zip_uint64_t size) {
+  const auto place = zip_source_seek_compute_offset(static_cast<zip_uint64_t>(at_), stat_.size,
+                                                    data, size, &error_);
+  if (place < 0) return -1;
+  at_ = place;
+  return 0;
+}
+
+zip_int64_t ZipContent::answer(void* data, zip_uint64_t size, zip_source_cmd_t command) {
+  switch (command) {
+    case ZIP_SOURCE_OPEN:
+      at_ = 0;
+      return 0;
+    case ZIP_SOURCE_READ: {
+      const zip_int64_t count = read(data, size);
+      if (count > 0) at_ += count;
+      return count;
+    }
+    case ZIP_SOURCE_SEEK:
+      return seek(data, size);
+    case ZIP_SOURCE_TELL:
+      return at_;
+    case ZIP_SOURCE_STAT:
+      if (size < sizeof stat_) return -1;
+      std::memcpy(data, &stat_, sizeof stat_);
+      return sizeof stat_;
+    case ZIP_SOURCE_ERROR:
+      return zip_error_to_data(&error_, data, size);
+    case ZIP_SOURCE_SUPPORTS:
+      return supports_;
+    case ZIP_SOURCE_CLOSE:
+    case ZIP_SOURCE_FREE:
+      return 0;
+    default:
+      zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
+      return -1;
+  }
+}
+
+/// Hands the packed form to libzip as the content of an entry that needs no more packing.
+class PackedSource : public ZipContent {
+ public:
+  PackedSource(const MappedFile& text, const Packed& packed)
+      : ZipContent(ZIP_SOURCE_SUPPORTS_READABLE), packed_(packed) {
     stat_.valid =
         ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_MTIME | ZIP_STAT_CRC | ZIP_STAT_COMP_METHOD;
     stat_.size = text.size();
@@ -120,54 +191,23 @@ class PackedSource {
     stat_.crc = libdeflate_crc32(0, text.bytes(), text.size());
     stat_.comp_method = ZIP_CM_DEFLATE;
   }
-  ~PackedSource() { zip_error_fini(&error_); }
-  PackedSource(const PackedSource&) = delete;
-  PackedSource& operator=(const PackedSource&) = delete;
-
-  static zip_int64_t serve(void* self, void* data, zip_uint64_t size, zip_source_cmd_t command) {
-    return static_cast<PackedSource*>(self)->serve(data, size, command);
-  }
 
  private:
-  zip_int64_t serve(void* data, zip_uint64_t size, zip_source_cmd_t command) {
-    switch (command) {
-      case ZIP_SOURCE_OPEN:
-        at_ = 0;
-        return 0;
-      case ZIP_SOURCE_READ: {
-        const std::size_t count = std::min<std::size_t>(size, packed_.size - at_);
-        std::memcpy(data, packed_.bytes.get() + at_, count);
-        at_ += count;
-        return static_cast<zip_int64_t>(count);
-      }
-      case ZIP_SOURCE_STAT:
-        if (size < sizeof stat_) return -1;
-        std::memcpy(data, &stat_, sizeof stat_);
-        return sizeof stat_;
-      case ZIP_SOURCE_ERROR:
-        return zip_error_to_data(&error_, data, size);
-      case ZIP_SOURCE_SUPPORTS:
-        return ZIP_SOURCE_SUPPORTS_READABLE;
-      case ZIP_SOURCE_CLOSE:
-      case ZIP_SOURCE_FREE:
-        return 0;
-      default:
-        zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
-        return -1;
-    }
+  zip_int64_t read(void* data, zip_uint64_t size) override {
+    const auto done = static_cast<std::size_t>(at_);
+    const std::size_t count = std::min<std::size_t>(size, packed_.size - done);
+    std::memcpy(data, packed_.bytes.get() + done, count);
+    return static_cast<zip_int64_t>(count);
   }
 
   const Packed& packed_;
-  zip_stat_t stat_{};
-  zip_error_t error_{};
-  std::size_t at_ = 0;
 };
 
 using Zip = std::unique_ptr<zip_t, void (*)(zip_t*)>;
 
-bool addEntry(zip_t* zip, const std::string& name, PackedSource& content,
+bool addEntry(zip_t* zip, const std::string& name, ZipContent& content,
               const std::string& password) {
-  zip_source_t* source = zip_source_function(zip, &PackedSource::serve, &content);
+  zip_source_t* source = zip_source_function(zip, &ZipContent::serve, &content);
   if (source == nullptr) return false;
   const zip_int64_t index = zip_file_add(zip, name.c_str(), source, ZIP_FL_ENC_UTF_8);
   if (index < 0) {
@@ -197,31 +237,19 @@ int compressFile(const std::string& archive, const std::string& file, const std:
 }
 
 /// Lets libzip read an archive place by place, wherever it lies.
-class ArchiveSource {
+class ArchiveSource : public ZipContent {
  public:
-  ArchiveSource(const FileView& files, const std::string& path) : files_(files), path_(path) {
-    zip_error_init(&error_);
-    zip_stat_init(&stat_);
+  ArchiveSource(const FileView& files, const std::string& path)
+      : ZipContent(ZIP_SOURCE_SUPPORTS_SEEKABLE), files_(files), path_(path) {
     stat_.valid = ZIP_STAT_SIZE;
     stat_.size = static_cast<zip_uint64_t>(files.doGetFileSize(path).whole());
   }
-  ~ArchiveSource() { zip_error_fini(&error_); }
-  ArchiveSource(const ArchiveSource&) = delete;
-  ArchiveSource& operator=(const ArchiveSource&) = delete;
-
-  static zip_int64_t serve(void* self, void* data, zip_uint64_t size, zip_source_cmd_t command) {
-    return static_cast<ArchiveSource*>(self)->serve(data, size, command);
-  }
 
  private:
-  zip_int64_t serve(void* data, zip_uint64_t size, zip_source_cmd_t command);
-  zip_int64_t read(void* data, zip_uint64_t size);
+  zip_int64_t read(void* data, zip_uint64_t size) override;
 
   const FileView& files_;
   const std::string& path_;
-  zip_stat_t stat_{};
-  zip_error_t error_{};
-  std::int64_t at_ = 0;
 };
 
 zip_int64_t ArchiveSource::read(void* data, zip_uint64_t size) {
@@ -232,41 +260,7 @@ zip_int64_t ArchiveSource::read(void* data, zip_uint64_t size) {
     return -1;
   }
   std::memcpy(data, part->data(), part->size());
-  at_ += static_cast<std::int64_t>(part->size());
   return static_cast<zip_int64_t>(part->size());
-}
-
-zip_int64_t ArchiveSource::serve(void* data, zip_uint64_t size, zip_source_cmd_t command) {
-  switch (command) {
-    case ZIP_SOURCE_OPEN:
-      at_ = 0;
-      return 0;
-    case ZIP_SOURCE_READ:
-      return read(data, size);
-    case ZIP_SOURCE_SEEK: {
-      const auto place = zip_source_seek_compute_offset(static_cast<zip_uint64_t>(at_), stat_.size,
-                                                        data, size, &error_);
-      if (place < 0) return -1;
-      at_ = place;
-      return 0;
-    }
-    case ZIP_SOURCE_TELL:
-      return at_;
-    case ZIP_SOURCE_STAT:
-      if (size < sizeof stat_) return -1;
-      std::memcpy(data, &stat_, sizeof stat_);
-      return sizeof stat_;
-    case ZIP_SOURCE_ERROR:
-      return zip_error_to_data(&error_, data, size);
-    case ZIP_SOURCE_SUPPORTS:
-      return ZIP_SOURCE_SUPPORTS_SEEKABLE;
-    case ZIP_SOURCE_CLOSE:
-    case ZIP_SOURCE_FREE:
-      return 0;
-    default:
-      zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
-      return -1;
-  }
 }
 
 /// An archive of one entry; null for anything else. Takes the source, which may be null.
@@ -340,7 +334,8 @@ int ZipIndexArchive::extract(const std::string& archive, const std::string& file
 
 std::string ZipIndexArchive::entryName(const std::string& archive) {
   ArchiveSource source(files_, archive);
-  const Zip zip = openArchive(zip_source_function_create(&ArchiveSource::serve, &source, nullptr));
+  ZipContent& content = source;  // what the function gets back as its untyped pointer
+  const Zip zip = openArchive(zip_source_function_create(&ZipContent::serve, &content, nullptr));
   const char* name = zip ? zip_get_name(zip.get(), 0, ZIP_FL_ENC_GUESS) : nullptr;
   return name != nullptr ? name : "";
 }
