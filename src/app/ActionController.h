@@ -35,7 +35,13 @@ bool mayBegin(Command command, const ActionState& state);
 /// The pages of the main window and their steps, from a button to its run.
 class ActionController {
  public:
-  enum MainPage : int { StartPage = 0, BackupPage = 1, RestorePage = 2, ErasePage = 3 };
+  enum MainPage : int {
+    StartPage = 0,
+    BackupPage = 1,
+    RestorePage = 2,
+    ErasePage = 3,
+    SchedulePage = 4,
+  };
   enum Step : int { DefineStep = 0, RunStep = 2 };
   /// Actions, and the index of their buttons and grids.
   enum Action : int { Backup = 0, Restore = 1, Erase = 2 };

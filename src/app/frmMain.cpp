@@ -109,10 +109,11 @@ void frmMain::doLoad() {
   workspace.doCheckFolders(ports_.files);
   deviceSettings.doReadDvcData(profile);
   ports_.desktop.doYield();
+}
+
+void frmMain::doFirstActivate() {
   constexpr int AnyDisc = 0;
   if (!drives.doCheckDevice(AnyDisc)) doDevice();
-  newJob.doNewJob();
-  doTask01();
 }
 
 void frmMain::doUnload() {
@@ -160,27 +161,113 @@ void frmMain::pbCreateItem() {
   ports_.desktop.doShowModal(form);
 }
 
-void frmMain::doTask01() {
-  controller.mainTab = ActionController::BackupPage;
-  job.onBackupPage = true;
+void frmMain::doImportM3U() {
+  if (mayBegin(Command::AddItems, state)) addItems.doImportM3U();
+}
+
+void frmMain::doShowMainPage(int page) {
+  controller.mainTab = page;
+  job.onBackupPage = page == ActionController::BackupPage;
+}
+
+bool frmMain::doChangeTask(int kind) {
+  if (!mayBegin(Command::GoToStart, state) || !jobFile.doQuerySaveJob()) return false;
+  switch (kind) {
+    case 2:
+      doTask01();
+      return true;
+    case 3:
+      if (doTask02()) doLoadDisc();
+      return true;
+    case 4:
+      doTask03();
+      return true;
+    case 5:
+      doTaskErase();
+      return true;
+    default:
+      break;
+  }
+  {
+    const WaitPointer wait(ports_.desktop);
+    sourceScan.doDeleteRunFiles();
+    grids.doDeleteRunLogs();
+    plan.vsBuffer.clear();
+    selection.doInitRestoreGrid();
+    job.vsContents.clearData();
+    job.doMarkChanged(false);
+    ports_.desktop.doYield();
+  }
+  doShowMainPage(ActionController::StartPage);
+  ports_.desktop.doYield();
+  return true;
+}
+
+void frmMain::doTask01(bool keepPage) {
+  if (controller.mainTab == ActionController::BackupPage && !keepPage) return;
+  doShowMainPage(ActionController::BackupPage);
+  controller.doShowStep(ActionController::Backup, ActionController::DefineStep);
+  newJob.doNewJob();
+  ports_.desktop.doYield();
+}
+
+void frmMain::doEditJob() {
+  doShowMainPage(ActionController::BackupPage);
   if (controller.BackupTab != ActionController::DefineStep)
     controller.doShowStep(ActionController::Backup, ActionController::DefineStep);
 }
 
-void frmMain::doTask02() {
-  if (controller.mainTab == ActionController::RestorePage) return;
+void frmMain::doNewJob() {
+  if (!mayBegin(Command::NewJob, state) || !jobFile.doQuerySaveJob()) return;
+  constexpr bool KeepPage = true;
+  doTask01(KeepPage);
+}
+
+void frmMain::doOpenJob() {
+  if (!mayBegin(Command::OpenJob, state)) return;
+  if (controller.mainTab != ActionController::BackupPage) doTask01();
+  doEditJob();
+  jobFile.doLoadJob({});
+}
+
+void frmMain::doSaveJob() {
+  if (mayBegin(Command::SaveJob, state)) jobFile.doSaveJob();
+}
+
+void frmMain::doOpenRecentJob(int row) {
+  const std::string file = records.recentJobFile(row);
+  if (file.empty() || !mayBegin(Command::OpenJob, state)) return;
+  doEditJob();
+  jobFile.doLoadJob(file);
+}
+
+void frmMain::doTask03() {
+  doShowMainPage(ActionController::SchedulePage);
+  ports_.desktop.doYield();
+}
+
+bool frmMain::doTask02() {
+  if (controller.mainTab == ActionController::RestorePage) return false;
   restorePage.txRestoreTo = profile.doReadProfile("Restore", "Target", "");
   if (!ports_.files.doFolderExists(restorePage.txRestoreTo)) restorePage.txRestoreTo.clear();
   selection.doInitRestoreGrid();
   restorePage.doSetDefaults(settings);
-  controller.mainTab = ActionController::RestorePage;
+  doShowMainPage(ActionController::RestorePage);
   controller.doShowStep(ActionController::Restore, ActionController::DefineStep);
+  return true;
+}
+
+void frmMain::doLoadDisc() {
+  constexpr bool AskForDisc = true;
+  if (mayBegin(Command::ChangePage, state)) indexOpening.doReadBackupIndex(AskForDisc);
+  selection.doSetRestoreButtons();
+  ports_.desktop.doYield();
 }
 
 void frmMain::doTaskErase() {
   if (controller.mainTab != ActionController::ErasePage) {
     erase.optEraseMode = 0;
-    controller.mainTab = ActionController::ErasePage;
+    doShowMainPage(ActionController::ErasePage);
     controller.doShowSummary(ActionController::Erase);
   }
   ports_.desktop.doYield();

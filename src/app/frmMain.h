@@ -93,9 +93,11 @@ class frmMain {
   ActionController controller;
   BrowserSize browserSize;
 
-  /// Start-up: folders, settings, devices and records are read, a new job is begun, and the device
-  /// settings open by themselves when no drive that is there has been chosen.
+  /// Start-up: folders, settings, devices and records are read. The start page is in view.
   void doLoad();
+  /// The first activation, once the front end is on the screen: the device settings open by
+  /// themselves when no drive that is there has been chosen.
+  void doFirstActivate();
   /// Shutdown: the working files of the last run go, the settings are written.
   void doUnload();
   /// The device settings, modal.
@@ -110,14 +112,36 @@ class frmMain {
   /// The form for an item made by hand.
   void pbCreateItem();
 
+  /// Reads a play list into the job.
+  void doImportM3U();
+
   // Main pages.
 
-  /// The backup page, at the step that defines the job. The job stays as it is.
-  void doTask01();
-  /// The restore page, its options as the defaults say.
-  void doTask02();
+  /// What the bar of pages asks for: 1 the start page, 2 backup, 3 restore, 4 schedule, 5 erase. A
+  /// job that was changed is asked about first, since leaving its page drops it. False: refused.
+  bool doChangeTask(int kind);
+  /// The backup page. A new job unless that page is in view; at the step that defines the job
+  /// unless `keepPage`.
+  void doTask01(bool keepPage = false);
+  /// The restore page, its options as the defaults say. False when it was in view already.
+  bool doTask02();
+  /// `pbLoaddisc`: reads the index of the first disc, which is asked for when it is not there.
+  void doLoadDisc();
+  /// The schedule page.
+  void doTask03();
   /// The erase page, in quick mode when the page was another one.
   void doTaskErase();
+  /// The backup page, at the step that defines the job. The job stays as it is.
+  void doEditJob();
+
+  /// `PBNewJob`: a new job in place of the one in view, which is asked about when it was changed.
+  void doNewJob();
+  /// `PBOpenJob`: a job from its file, with the backup page in view.
+  void doOpenJob();
+  /// `PBSaveJob`.
+  void doSaveJob();
+  /// Opens the job of a row of `vsRecent`. Nothing for a row whose job file is gone.
+  void doOpenRecentJob(int row);
 
  private:
   BackupRun::Steps backupSteps();
@@ -125,6 +149,7 @@ class frmMain {
   EraseRun::Steps eraseSteps();
   void doWire();
   void doShowDevice();
+  void doShowMainPage(int page);
   std::vector<std::string> summaryLines(int action);
   RestoreSummary restoreFacts() const;
 };

@@ -32,7 +32,7 @@ ExitCode BackupCommandGroup::doEstimate(const Arguments& arguments) {
   if (!options.valid || !options.rest.empty()) return ExitCode::Usage;
   frmMain& main = session_.main;
   if (!main.job.hasItems()) return session_.fail("Backup data contents is empty.");
-  main.doTask01();
+  main.doEditJob();
   main.estimate.pbEstimate();
   if (main.job.estimateShown && options.has("--details")) doShowDetails();
   if (main.job.estimateShown) session_.screen.line(main.estimate.EstimateDisc);

@@ -78,6 +78,9 @@ bool ConsoleProgram::doStop() {
 
 ExitCode ConsoleProgram::run(LineSource& commands) {
   main_.doLoad();
+  main_.doFirstActivate();
+  main_.newJob.doNewJob();
+  main_.doEditJob();
   view_.doPrintNewEvents();
   const ExitCode code = shell_.run(commands);
   main_.doUnload();

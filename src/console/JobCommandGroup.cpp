@@ -55,7 +55,7 @@ ExitCode JobCommandGroup::doOpen(const Arguments& arguments) {
     return session_.fail("A job cannot be opened now.");
   const std::string file = absolutePath(arguments[0]);
   if (!session_.files.doIsFile(file)) return session_.fail("There is no file " + file + ".");
-  main.doTask01();
+  main.doEditJob();
   doDropWhenUnattended();
   session_.desktop.prepareFile(file);
   if (!main.jobFile.doLoadJob("")) return ExitCode::Failed;

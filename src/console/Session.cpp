@@ -9,7 +9,7 @@ namespace korvenal::console {
 
 bool Session::beginEdit() const {
   if (mayBegin(korvenal::Command::AddItems, main.state)) {
-    main.doTask01();
+    main.doEditJob();
     return true;
   }
   screen.line("The job cannot be changed now.");

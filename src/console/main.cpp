@@ -2,19 +2,12 @@
 
 #include <atomic>
 #include <csignal>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 
 #include "console/CommandLineOptions.h"
 #include "console/ConsoleProgram.h"
-#include "core/Leftovers.h"
-#include "core/Workspace.h"
-#include "platform/Profile.h"
-#include "platform/linux/InstanceLock.h"
-#include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/StandardFolders.h"
-#include "platform/linux/engine/ImageDriveSettings.h"
+#include "start/ProgramStart.h"
 
 namespace {
 
@@ -43,21 +36,6 @@ int exitValue(ExitCode code) {
   return static_cast<int>(code);
 }
 
-/// The drives that are image files, as the settings offer them.
-ImageShelf::Options imageDrives(const Workspace& workspace, const std::string& shelf) {
-  LinuxFiles files(nullptr);
-  return readImageDrives(Profile(files, workspace.gSettingsFile),
-                         shelf.empty() ? workspace.applicationFolder + "Discs/" : shelf + "/");
-}
-
-/// What a killed run has left. The lock on the application folder is held.
-void doTidy(Workspace& workspace, const std::string& shelf) {
-  LinuxFiles files(nullptr);
-  const std::string wanted = workspace.TempFolder;
-  workspace.doCheckTempFolder(files, wanted);
-  doClearLeftovers(files, workspace, shelf);
-}
-
 int run(const console::ProgramOptions& options) {
   std::ifstream file;
   if (!options.commandFile.empty()) {
@@ -67,27 +45,16 @@ int run(const console::ProgramOptions& options) {
       return exitValue(ExitCode::Failed);
     }
   }
-  const StandardFolders folders =
-      findStandardFolders({executableFolder(), options.applicationFolder});
-  Workspace workspace = Workspace::below(folders.application, folders.bin, folders.home);
-  workspace.TempFolder = folders.temporary;
-  std::error_code error;
-  std::filesystem::create_directories(folders.application, error);
-  if (error) {
-    std::cerr << folders.application << ": " << error.message() << '\n';
-    return exitValue(ExitCode::Failed);
-  }
-
-  const InstanceLock lock(folders.application);
-  if (!lock.isFirst()) {
-    std::cerr << gProductName << " is already running.\n";
+  StartFailure failure;
+  const std::optional<ProgramStart> start =
+      doStartProgram({options.applicationFolder, options.shelf}, failure);
+  if (!start) {
+    std::cerr << failure.text << '\n';
     return exitValue(ExitCode::Failed);
   }
 
   doCatchInterrupt();
-  const ImageShelf::Options discs = imageDrives(workspace, options.shelf);
-  doTidy(workspace, discs.folder);
-  LinuxPlatform platform({folders.application, discs});
+  LinuxPlatform& platform = *start->platform;
   console::StreamLines fileLines(file);
   console::DescriptorLines standardInput(STDIN_FILENO);
   const bool fromFile = !options.commandFile.empty();
@@ -100,7 +67,7 @@ int run(const console::ProgramOptions& options) {
        .agreeToAll = options.agreeToAll,
        .interrupted = interrupted()},
       platform.clock(), [&platform](Desktop& desktop) { return platform.ports(desktop); },
-      workspace);
+      start->workspace);
   return exitValue(program.run(commands));
 }
 

@@ -21,10 +21,11 @@ struct Include {
   bool system;
 };
 
-/// "platform", "linux", "engine" or the first folder; "main" for the one file that ties all.
+/// "platform", "linux" or the first folder; "main" for the files that tie all.
 std::string folderOf(const std::string& path) {
   if (path.starts_with("platform/linux/")) return "linux";
   const std::string first = path.substr(0, path.find('/'));
+  if (first == "start") return "main";
   if ((first == "console" || first == "ui") && path == first + "/main.cpp") return "main";
   return first;
 }

@@ -1,0 +1,155 @@
+#include "ui/QtDesktop.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QThread>
+
+#include "ui/TablePrinter.h"
+#include "ui/Texts.h"
+
+namespace korvenal::ui {
+
+namespace {
+
+constexpr qint64 YieldMilliseconds = 20;
+constexpr unsigned long RestMilliseconds = 5;
+
+QMessageBox::Icon iconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Information:
+      return QMessageBox::Information;
+    case MessageIcon::Question:
+      return QMessageBox::Question;
+    case MessageIcon::Warning:
+      return QMessageBox::Warning;
+    case MessageIcon::Stop:
+      return QMessageBox::Critical;
+    case MessageIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons buttonsOf(MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::OkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case MessageButtons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+    case MessageButtons::YesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case MessageButtons::Ok:
+      break;
+  }
+  return QMessageBox::Ok;
+}
+
+/// A closed box counts as the most cautious of its answers.
+Answer answerOf(int button, MessageButtons buttons) {
+  switch (button) {
+    case QMessageBox::Ok:
+      return Answer::Ok;
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    default:
+      break;
+  }
+  if (buttons == MessageButtons::Ok) return Answer::Ok;
+  return buttons == MessageButtons::YesNo ? Answer::No : Answer::Cancel;
+}
+
+QString filterOf(const FileDialog& dialog) {
+  const QString name = toQt(dialog.filterName);
+  return name.contains(QLatin1Char('('))
+             ? name
+             : QStringLiteral("%1 (%2)").arg(name, toQt(dialog.pattern));
+}
+
+}  // namespace
+
+QWidget* QtDesktop::front() const {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : mainWindow;
+}
+
+void QtDesktop::doWork() {
+  if (onRefresh) onRefresh();
+  QCoreApplication::processEvents();
+  sinceYield_.start();
+}
+
+void QtDesktop::doYield() {
+  if (!sinceYield_.isValid() || sinceYield_.elapsed() >= YieldMilliseconds) doWork();
+}
+
+void QtDesktop::doRest() {
+  doYield();
+  QThread::msleep(RestMilliseconds);
+}
+
+Answer QtDesktop::doShowMessage(const MessageBox& message) {
+  if (onRefresh) onRefresh();
+  QMessageBox box(front());
+  box.setObjectName(QStringLiteral("messageBox"));
+  box.setIcon(iconOf(message.icon));
+  box.setWindowTitle(toQt(message.title));
+  // Names of files stand in messages: nothing of them is taken for markup.
+  box.setTextFormat(Qt::PlainText);
+  box.setText(toQt(message.text));
+  box.setStandardButtons(buttonsOf(message.buttons));
+  if (message.noPreselected) box.setDefaultButton(QMessageBox::No);
+  return answerOf(box.exec(), message.buttons);
+}
+
+void QtDesktop::doShowModal(Form& form) {
+  if (onRefresh) onRefresh();
+  if (const auto dialog = makeFormDialog(form, dialogs, front()))
+    dialog->runModal();
+  else
+    form.doCloseBox();
+  if (onRefresh) onRefresh();
+}
+
+std::string QtDesktop::doAskOpenFile(const FileDialog& dialog) {
+  return fromQt(QFileDialog::getOpenFileName(front(), toQt(dialog.title), toQt(dialog.folder),
+                                             filterOf(dialog)));
+}
+
+std::string QtDesktop::doAskSaveFile(const FileDialog& dialog) {
+  QFileDialog box(front(), toQt(dialog.title), toQt(dialog.folder), filterOf(dialog));
+  box.setAcceptMode(QFileDialog::AcceptSave);
+  // A name without the extension gets it before the dialog asks about overwriting.
+  box.setDefaultSuffix(toQt(dialog.pattern).section(QLatin1Char('.'), -1));
+  if (!dialog.fileName.empty()) box.selectFile(toQt(dialog.fileName));
+  return box.exec() == QDialog::Accepted ? fromQt(box.selectedFiles().value(0)) : std::string();
+}
+
+std::string QtDesktop::doAskFolder(const std::string& title, const std::string& folder) {
+  return fromQt(QFileDialog::getExistingDirectory(front(), toQt(title), toQt(folder)));
+}
+
+void QtDesktop::doSetWaitPointer(bool waiting) {
+  if (waiting)
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  else
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void QtDesktop::doPrintTable(const Table& table, const std::string& documentName) {
+  printTable(table, toQt(documentName), front());
+}
+
+void QtDesktop::doPlaySound(const std::string& file) {
+  chime_.play(file);
+}
+
+std::string QtDesktop::doGetTypeName(const std::string& name, bool isFolder) {
+  if (isFolder) return fromQt(QCoreApplication::translate("QtDesktop", "Folder"));
+  const QMimeType type = types_.mimeTypeForFile(toQt(name), QMimeDatabase::MatchExtension);
+  return type.isDefault() ? std::string() : fromQt(type.comment());
+}
+
+}  // namespace korvenal::ui

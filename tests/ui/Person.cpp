@@ -1,0 +1,102 @@
+#include "ui/Person.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QtTest>
+
+namespace korvenal::ui {
+
+namespace {
+
+/// So many looks at a dialog that nobody expects, a hundredth of a second apart.
+constexpr int Patience = 300;
+
+bool endsByItself(const QString& name) {
+  return name == QStringLiteral("frmAddFiles");
+}
+
+QString plain(QString text) {
+  return text.remove(QLatin1Char('&'));
+}
+
+}  // namespace
+
+Person::Person() {
+  QObject::connect(&timer_, &QTimer::timeout, this, [this] { doLook(); });
+  timer_.start(10);
+}
+
+Person::~Person() {
+  for (const Step& step : script_) ADD_FAILURE() << "The dialog " << step.dialog << " never came.";
+}
+
+void Person::when(const std::string& dialog, Deed deed) {
+  script_.push_back({dialog, std::move(deed)});
+}
+
+void Person::answers(const std::string& dialog, const std::string& button) {
+  when(dialog, [button](QWidget& box) { press(box, button); });
+}
+
+QWidget* Person::frontDialog() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr && modal->isVisible() ? modal : nullptr;
+}
+
+void Person::doLook() {
+  QWidget* dialog = frontDialog();
+  if (acting_ || dialog == nullptr || endsByItself(dialog->objectName())) return;
+  if (!script_.empty() && script_.front().dialog == dialog->objectName().toStdString()) {
+    const Step step = script_.front();
+    script_.pop_front();
+    if (const auto* box = qobject_cast<QMessageBox*>(dialog))
+      messages_.push_back(box->text().toStdString());
+    looks_ = 0;
+    // A deed may open the next dialog and wait for it: the script goes on below it.
+    step.deed(*dialog);
+    return;
+  }
+  looks_ = dialog == unexpected_ ? looks_ + 1 : 0;
+  unexpected_ = dialog;
+  if (looks_ < Patience) return;
+  looks_ = 0;
+  const auto* box = qobject_cast<QMessageBox*>(dialog);
+  ADD_FAILURE() << "Nobody expected the dialog " << dialog->objectName().toStdString() << " \""
+                << dialog->windowTitle().toStdString() << "\" "
+                << (box != nullptr ? box->text().toStdString() : std::string());
+  QTest::keyClick(dialog, Qt::Key_Escape);
+}
+
+QWidget* Person::findAny(QWidget& in, const std::string& name) {
+  const QString wanted = QString::fromStdString(name);
+  if (auto* named = in.findChild<QWidget*>(wanted)) return named;
+  for (auto* button : in.findChildren<QAbstractButton*>())
+    if (plain(button->text()) == wanted) return button;
+  return nullptr;
+}
+
+void Person::tellMissing(const QWidget& in, const std::string& name) {
+  ADD_FAILURE() << in.objectName().toStdString() << " holds no " << name << ".";
+}
+
+void Person::press(QWidget& in, const std::string& button) {
+  QWidget* found = findAny(in, button);
+  if (found == nullptr) return tellMissing(in, button);
+  EXPECT_TRUE(found->isVisible() && found->isEnabled())
+      << button << " of " << in.objectName().toStdString() << " cannot be pressed.";
+  // Boxes and radio buttons react at their left end.
+  const QPoint place(std::min(10, found->width() / 2), found->height() / 2);
+  QTest::mouseClick(found, Qt::LeftButton, {}, place);
+}
+
+void Person::type(QWidget& field, const std::string& text) {
+  field.setFocus();
+  QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&field, Qt::Key_Delete);
+  QTest::keyClicks(&field, QString::fromStdString(text));
+}
+
+}  // namespace korvenal::ui

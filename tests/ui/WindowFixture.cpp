@@ -1,0 +1,64 @@
+#include "ui/WindowFixture.h"
+
+#include "platform/Profile.h"
+
+namespace korvenal::ui {
+
+WindowFixture::WindowFixture() {
+  source = temp.makeFolder("source") + "/";
+  target = temp.makeFolder("target");
+  set("Devices", "dvcS_Name", "V");
+  set("Backup", "Notice", "1");
+}
+
+WindowFixture::~WindowFixture() {
+  doEnd();
+}
+
+Workspace WindowFixture::workspace() {
+  const std::string app = temp.makeFolder("app") + "/";
+  Workspace places = Workspace::below(app, app + "BIN/", temp.path());
+  places.TempFolder = temp.makeFolder("scratch") + "/";
+  return places;
+}
+
+void WindowFixture::set(const std::string& section, const std::string& key,
+                        const std::string& value) {
+  LinuxFiles files(nullptr);
+  Profile(files, workspace().gSettingsFile).doWriteProfile(section, key, value);
+}
+
+void WindowFixture::doStart() {
+  const Workspace places = workspace();
+  platform = std::make_unique<LinuxPlatform>(LinuxPlatform::Places{
+      .applicationFolder = places.applicationFolder,
+      .imageDrives = {
+          .folder = places.applicationFolder + "Discs/", .drives = imageDrives, .feeder = feeder}});
+  desktop = std::make_unique<QtDesktop>();
+  const Ports ports = platform->ports(*desktop);
+  program = std::make_unique<frmMain>(ports, places);
+  window_ = std::make_unique<MainWindow>(*program, *desktop, ports);
+  program->doLoad();
+  window_->resize(1000, 720);
+  window_->show();
+  program->doFirstActivate();
+  window_->refresh();
+}
+
+void WindowFixture::doEnd() {
+  if (!program) return;
+  program->doUnload();
+  window_.reset();
+  program.reset();
+  desktop.reset();
+  platform.reset();
+}
+
+std::string WindowFixture::events(int action) {
+  const Table& table = program->grids.vsEvent[static_cast<std::size_t>(action)];
+  std::string all;
+  for (int row = 1; row < table.Rows(); ++row) all += table.text(row, 1) + "\n";
+  return all;
+}
+
+}  // namespace korvenal::ui

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "platform/linux/LinuxPlatform.h"
+#include "support/TempDir.h"
+#include "ui/MainWindow.h"
+#include "ui/Person.h"
+#include "ui/QtDesktop.h"
+
+namespace korvenal::ui {
+
+/// The whole program in its window, over real files and image drives in a folder of its own. The
+/// first image drive is chosen already, unless a test starts it otherwise.
+class WindowFixture : public testing::Test {
+ protected:
+  WindowFixture();
+  ~WindowFixture() override;
+
+  /// Starts the program and shows the window. What a test wants changed first goes before.
+  void doStart();
+  /// Ends the program; another start finds what this one left.
+  void doEnd();
+  /// A setting as a file holds it, before the start.
+  void set(const std::string& section, const std::string& key, const std::string& value);
+
+  QWidget& window() { return *window_; }
+  template <typename Widget = QWidget>
+  Widget& find(const std::string& name) {
+    return Person::find<Widget>(*window_, name);
+  }
+  void press(const std::string& button) { Person::press(*window_, button); }
+  /// Texts of the events of a page in the window's own table.
+  std::string events(int action);
+
+  test::TempDir temp;
+  std::string source;  ///< with '/' at the end
+  std::string target;
+  int imageDrives = 1;
+  bool feeder = true;
+  Person person;
+  std::unique_ptr<LinuxPlatform> platform;
+  std::unique_ptr<QtDesktop> desktop;
+  std::unique_ptr<frmMain> program;
+
+ private:
+  Workspace workspace();
+
+  std::unique_ptr<MainWindow> window_;
+};
+
+}  // namespace korvenal::ui
