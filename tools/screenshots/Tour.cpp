@@ -1,0 +1,198 @@
+#include "Tour.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTabWidget>
+
+#include "SampleData.h"
+#include "core/Workspace.h"
+#include "platform/Profile.h"
+#include "ui/Texts.h"
+
+namespace korvenal::tools {
+
+namespace {
+
+constexpr int StartKind = 1;
+constexpr int BackupKind = 2;
+constexpr int RestorePageKind = 3;
+constexpr int ScheduleKind = 4;
+constexpr int EraseKind = 5;
+
+Workspace workspaceBelow(const QString& work) {
+  const std::string app = ui::fromQt(work) + "app/";
+  Workspace places = Workspace::below(app, app + "BIN/", ui::fromQt(work));
+  places.TempFolder = ui::fromQt(work) + "scratch/";
+  return places;
+}
+
+}  // namespace
+
+Tour::Tour(const QString& work, const QString& pictures) : work_(work), camera_(pictures) {
+  makeSampleData(work_ + QStringLiteral("ann/"));
+  LinuxFiles files(nullptr);
+  const Workspace places = workspaceBelow(work_);
+  files.doCreateFolderPath(places.applicationFolder);
+  files.doCreateFolderPath(places.TempFolder);
+  files.doCreateFolderPath(ui::fromQt(work_) + "Restored");
+  Profile profile(files, places.gSettingsFile);
+  profile.doWriteProfile("Browser", "Default", sample("Photos 2025/Sea"));
+  platform_ = std::make_unique<LinuxPlatform>(LinuxPlatform::Places{
+      .applicationFolder = places.applicationFolder,
+      .imageDrives = {.folder = places.applicationFolder + "Discs/", .drives = 1, .feeder = true}});
+  const Ports ports = platform_->ports(desktop_);
+  program_ = std::make_unique<frmMain>(ports, places);
+  window_ = std::make_unique<ui::MainWindow>(*program_, desktop_, ports);
+  guide_.window = window_.get();
+}
+
+std::string Tour::sample(const char* name) const {
+  return ui::fromQt(work_) + "ann/" + name;
+}
+
+void Tour::show(const QString& picture) {
+  window_->refresh();
+  camera_.take(*window_, picture);
+}
+
+void Tour::press(const char* button) {
+  if (!Guide::press(*window_, QLatin1String(button))) qWarning("Nothing to press: %s", button);
+}
+
+void Tour::expect(const char* dialog, const QString& picture, const QString& button) {
+  const QString name = QLatin1String(dialog);
+  guide_.at(name, [this, name, picture, button](QWidget& shown) {
+    guide_.forget(name);
+    QApplication::processEvents();
+    camera_.take(shown, picture);
+    if (!Guide::press(shown, button)) shown.close();
+  });
+}
+
+int Tour::run() {
+  doFirstStart();
+  doComposeJob();
+  doTakeJobDialogs();
+  doBackup();
+  doRestore();
+  doErase();
+  doTakeTheRest();
+  return camera_.taken();
+}
+
+void Tour::doFirstStart() {
+  window_->resize(1040, 740);
+  program_->doLoad();
+  window_->show();
+  expect("frmDevice", QStringLiteral("device-settings"), QStringLiteral("pbOK"));
+  program_->doFirstActivate();
+  show(QStringLiteral("start-first"));
+}
+
+void Tour::doComposeJob() {
+  act([this] { program_->doChangeTask(BackupKind); });
+  show(QStringLiteral("job-empty"));
+  act([this] {
+    program_->jobControls.setJobName("Family");
+    program_->jobControls.setDiscType(0);
+    program_->addItems.doDropItems({sample("Photos 2025"), sample("Photos 2026"),
+                                    sample("Documents"), sample("Music"),
+                                    sample("Films/Summer at the lake.mkv"), sample("notes.txt")});
+    int folder = 0;
+    program_->addItems.doCreateItem(folder, "Archive of the club", "/mnt/club/Archive");
+  });
+  show(QStringLiteral("job"));
+  for (auto* tabs : window_->findChildren<QTabWidget*>(QStringLiteral("OptionsTab"))) {
+    for (int tab = 1; tab < tabs->count(); ++tab) {
+      tabs->setCurrentIndex(tab);
+      show(QStringLiteral("job-options-%1").arg(tab));
+    }
+    tabs->setCurrentIndex(0);
+  }
+}
+
+void Tour::doTakeJobDialogs() {
+  guide_.at(QStringLiteral("frmBrowse"), [this](QWidget& dialog) {
+    guide_.forget(QStringLiteral("frmBrowse"));
+    Guide::press(dialog, QStringLiteral("SelectAll"));
+    camera_.take(dialog, QStringLiteral("browse"));
+    dialog.close();
+  });
+  press("PBAddFiles");
+  expect("frmCreateItem", QStringLiteral("create-item"), QStringLiteral("pbCancel"));
+  press("pbCreateItem");
+  expect("frmEstimateInfo", QStringLiteral("estimate"), QStringLiteral("pbClose"));
+  press("pbEstimate");
+  show(QStringLiteral("job-estimated"));
+}
+
+void Tour::doBackup() {
+  press("PBNext0");
+  show(QStringLiteral("backup-ready"));
+  expect("frmNotice", QStringLiteral("notice"), QStringLiteral("pbOK"));
+  expect("frmLoadDisc", QStringLiteral("load-disc"), QStringLiteral("pbOK"));
+  expect("frmSplit", QStringLiteral("split"), QStringLiteral("pbSplitIt"));
+  bool taken = false;
+  guide_.onRun = [this, &taken](QWidget& window) {
+    const Progress& progress = program_->grids.etProgress[0];
+    if (taken || program_->backup.request().DiscsBurned < 1 || progress.bar < 35) return;
+    taken = true;
+    camera_.take(window, QStringLiteral("backup-running"));
+  };
+  press("PBNext0");
+  guide_.onRun = nullptr;
+  show(QStringLiteral("backup-finished"));
+  act([this] { program_->grids.doShowDiscReport(1); });
+  for (auto* tabs : window_->findChildren<QTabWidget*>(QStringLiteral("RunTab0"))) {
+    for (int tab = 1; tab < tabs->count(); ++tab) {
+      tabs->setCurrentIndex(tab);
+      show(QStringLiteral("backup-tab-%1").arg(tab));
+    }
+    tabs->setCurrentIndex(0);
+  }
+  act([this] { program_->job.doMarkChanged(false); });
+}
+
+void Tour::doRestore() {
+  guide_.at(QStringLiteral("messageBox"), [this](QWidget& box) {
+    guide_.forget(QStringLiteral("messageBox"));
+    camera_.take(box, QStringLiteral("question"));
+    Guide::press(box, QStringLiteral("No"));
+  });
+  act([this] {
+    program_->restorePage.txRestoreTo = ui::fromQt(work_) + "Restored";
+    program_->doChangeTask(RestorePageKind);
+  });
+  act([this] {
+    program_->restorePage.txRestoreTo = ui::fromQt(work_) + "Restored";
+    program_->selection.pbExpand();
+    program_->selection.doSelectMatching("Sea");
+  });
+  show(QStringLiteral("restore"));
+  expect("frmFind", QStringLiteral("find"), QStringLiteral("pbCancel"));
+  press("pbFind");
+  press("PBNext1");
+  show(QStringLiteral("restore-ready"));
+  press("PBNext1");
+  show(QStringLiteral("restore-finished"));
+  expect("frmReplace", QStringLiteral("replace"), QStringLiteral("pbReplaceAll"));
+  press("PBNext1");
+}
+
+void Tour::doErase() {
+  act([this] { program_->doChangeTask(EraseKind); });
+  show(QStringLiteral("erase"));
+}
+
+void Tour::doTakeTheRest() {
+  expect("frmDefault", QStringLiteral("default-options"), QStringLiteral("pbCancel"));
+  act([this] { program_->doDefault(); });
+  act([this] { program_->doChangeTask(ScheduleKind); });
+  show(QStringLiteral("schedule"));
+  expect("frmAbout", QStringLiteral("about"), QStringLiteral("pbOK"));
+  for (auto* action : window_->findChildren<QAction*>(QStringLiteral("mnAbout"))) action->trigger();
+  act([this] { program_->doChangeTask(StartKind); });
+  show(QStringLiteral("start"));
+}
+
+}  // namespace korvenal::tools
