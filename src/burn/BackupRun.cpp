@@ -32,7 +32,6 @@ BackupResult BackupRun::doStartBackup() {
   state.ActionPage = BackupIndex;  // a stopped run goes on after a visit of other pages
   state.StopAction = false;        // from here on every stop counts
   if (!steps_.doEnsureDevice(false)) return {};
-  state.ActionBusy = true;  // the device settings, when they were open, have cleared it
 
   writer_.doClearCounts();
   if (const auto end = doCollect()) return {*end, {}};

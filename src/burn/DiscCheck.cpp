@@ -17,18 +17,18 @@ bool DiscCheck::isWritable(DiscAttempt& attempt) const {
   return true;
 }
 
+bool DiscCheck::isLargeEnough(DiscAttempt& attempt) const {
+  attempt.record.discType = texts_.discText(attempt.type);
+  services_.grids.doEventMessage("Disc type:  " + attempt.record.discType);
+  const Fixed4 capacity = services_.engine.do_GetTotalBlocksOnDisc() * BlockBytes;
+  if (services_.plan.doGetDiscSZ(attempt.number) <= capacity) return true;
+  attempt.doFail("Error: Wrong disc type.");
+  return false;
+}
+
 bool DiscCheck::isUsable(DiscAttempt& attempt) const {
   BurnEngine& engine = services_.engine;
   const Job& job = services_.job;
-  attempt.record.discType = texts_.discText(attempt.type);
-  services_.grids.doEventMessage("Disc type:  " + attempt.record.discType);
-
-  const Fixed4 capacity = engine.do_GetTotalBlocksOnDisc() * BlockBytes;
-  if (services_.plan.doGetDiscSZ(attempt.number) > capacity) {
-    attempt.doFail("Error: Wrong disc type.");
-    return false;
-  }
-
   attempt.blank = texts_.doIsDiscBlank(attempt.type);
   attempt.needsErase = job.AutoErase && !attempt.blank && engine.do_Erasable() != 0;
   attempt.needsFormat = attempt.type == DiscDvdPlusRw && engine.do_SessionsOnDisc() == 0;

@@ -14,7 +14,9 @@ class DiscCheck {
 
   /// Is this a disc that can be written at all?
   bool isWritable(DiscAttempt& attempt) const;
-  /// Does it hold the plan, and may it be used as it is? Classifies the disc.
+  /// Can it hold what is planned for it? Names its type in the record.
+  bool isLargeEnough(DiscAttempt& attempt) const;
+  /// May it be used as it is? Classifies the disc.
   bool isUsable(DiscAttempt& attempt) const;
 
  private:

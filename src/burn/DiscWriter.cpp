@@ -109,8 +109,9 @@ DiscWriter::Next DiscWriter::doWriteDisc(char letter, DiscRequest& request) {
 void DiscWriter::doAttemptDisc(DiscAttempt& attempt, DiscRequest& request) {
   if (!check_.isWritable(attempt)) return;
   const MediumLock lock(services_.engine);
-  if (!check_.isUsable(attempt)) return;
+  if (!check_.isLargeEnough(attempt)) return;
   if (needsReset(attempt.type)) resetBeforeVerify_ = true;
+  if (!check_.isUsable(attempt)) return;
   if (!preparation_.doPrepareDisc(attempt)) return;
   burner_.doBurnDisc(attempt, request);
 }

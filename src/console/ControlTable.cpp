@@ -1,8 +1,11 @@
 #include "console/ControlTable.h"
 
+#include <cctype>
+
 #include "console/ConsoleDesktop.h"
 #include "console/Session.h"
 #include "core/Workspace.h"
+#include "platform/Text.h"
 
 namespace korvenal::console {
 
@@ -47,11 +50,14 @@ Control fieldFlag(const std::string& name, bool& field) {
           }};
 }
 
+/// As in the field: the number that the text begins with counts. Here it works the box as well.
 bool setDays(JobControls& controls, const std::string& text) {
-  const auto days = parseNumber(text, 0, MaxDays);
-  if (!days) return false;
-  controls.setDateFilter(*days > 0);
-  if (*days > 0) controls.setDays(text);
+  const std::int64_t days = Text::toInteger(text);
+  if (days > MaxDays) return false;
+  const std::string_view typed = Text::trim(text);
+  const bool isNumber = !typed.empty() && std::isdigit(static_cast<unsigned char>(typed[0])) != 0;
+  if (isNumber) controls.setDateFilter(days > 0);
+  controls.setDays(text);
   return true;
 }
 

@@ -28,16 +28,17 @@ struct ActionState {
   int ActionPage = 0;          ///< 0 backup, 1 restore, 2 erase
 };
 
-/// Sets a flag for the time of a scope.
+/// Sets a flag for the time of a scope; afterwards it is as before, so that scopes may nest.
 class FlagScope {
  public:
-  explicit FlagScope(bool& flag) : flag_(flag) { flag_ = true; }
-  ~FlagScope() { flag_ = false; }
+  explicit FlagScope(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+  ~FlagScope() { flag_ = before_; }
   FlagScope(const FlagScope&) = delete;
   FlagScope& operator=(const FlagScope&) = delete;
 
  private:
   bool& flag_;
+  bool before_;
 };
 
 }  // namespace korvenal

@@ -74,6 +74,8 @@ bool DriveDiscovery::doCheckDevice(int discTypeIndex) {
   std::string incapable;
   {
     const WaitPointer wait(desktop_);
+    // A drive may take its time to answer, and handlers work meanwhile.
+    const FlagScope quiet(state_.IgnoreEvents);
     BurnerCount = doInitBurner();
     DriveCount = doListBurners();
     for (int i = 0; usable && i < settings_.driveCount(); ++i)

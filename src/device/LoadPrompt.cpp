@@ -15,9 +15,9 @@ LoadPrompt::LoadPrompt(ActionState& state, Desktop& desktop, RunGrids& grids, Bu
       settings_(settings) {}
 
 void LoadPrompt::doAskLoadDisc(int reason, DiscRequest& request) {
-  state_.IgnoreEvents = true;
-  if (state_.WorkerMode != WorkerReadIndex) grids_.doEventMessage("Ask for loading disc...");
   {
+    const FlagScope modal(state_.IgnoreEvents);
+    if (state_.WorkerMode != WorkerReadIndex) grids_.doEventMessage("Ask for loading disc...");
     frmLoadDisc form({.state = state_,
                       .desktop = desktop_,
                       .engine = engine_,
@@ -30,7 +30,6 @@ void LoadPrompt::doAskLoadDisc(int reason, DiscRequest& request) {
     desktop_.doShowModal(form);
   }
   if (!state_.StopAction) kept_.clear();
-  state_.IgnoreEvents = false;
   desktop_.doYield();
 }
 

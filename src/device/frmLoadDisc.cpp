@@ -38,19 +38,6 @@ std::string verbOf(int reason) {
   }
 }
 
-/// Keeps a form busy for the time of a scope; inner scopes do not end the outer one's time.
-class BusyScope {
- public:
-  explicit BusyScope(bool& busy) : busy_(busy), before_(busy) { busy_ = true; }
-  ~BusyScope() { busy_ = before_; }
-  BusyScope(const BusyScope&) = delete;
-  BusyScope& operator=(const BusyScope&) = delete;
-
- private:
-  bool& busy_;
-  bool before_;
-};
-
 }  // namespace
 
 frmLoadDisc::frmLoadDisc(LoadDiscServices services, DiscRequest& request, int reason)
@@ -135,7 +122,7 @@ void frmLoadDisc::doBuildRestorePrompt(const std::string& prefix) {
 }
 
 void frmLoadDisc::doFillDrives() {
-  const BusyScope busy(busy_);
+  const FlagScope busy(busy_);
   services_.drives.DriveCount = services_.drives.doListBurners();
   vsDrive.clearData();
   driveButtons.fill({});
@@ -161,7 +148,7 @@ void frmLoadDisc::doActivate() {
   if (activated_) return;
   activated_ = true;
   {
-    const BusyScope busy(busy_);
+    const FlagScope busy(busy_);
     doShowStatus("Detecting drive...");
     doFillDrives();
     doEnableCommands(false);
@@ -194,7 +181,7 @@ void frmLoadDisc::doFeed() {
 
 void frmLoadDisc::doEjectTrays() {
   if (traysToUse_ > 0) {
-    const BusyScope busy(busy_);
+    const FlagScope busy(busy_);
     const WaitPointer wait(services_.desktop);
     doShowStatus("Please wait...");
     int ejected = 0;
@@ -211,7 +198,7 @@ void frmLoadDisc::doEjectTrays() {
 }
 
 void frmLoadDisc::doCloseTrays(bool showMessage) {
-  const BusyScope busy(busy_);
+  const FlagScope busy(busy_);
   const WaitPointer wait(services_.desktop);
   doShowStatus("Please wait...");
   for (int row = 0; row < driveCount_; ++row) {
@@ -227,7 +214,7 @@ void frmLoadDisc::doDriveTray(char letter, bool close) {
   if (busy_ || letter == 0) return;
   doEnableCommands(false);
   {
-    const BusyScope busy(busy_);
+    const FlagScope busy(busy_);
     const WaitPointer wait(services_.desktop);
     doShowStatus(std::string(close ? "Close Tray (" : "Eject Tray (") + letter + ":)...");
     if (services_.engine.do_SelectDeviceByLetter(letter) != 0) {
@@ -273,7 +260,7 @@ void frmLoadDisc::pbOK() {
   doEnableCommands(false);
   {
     // Busy all along, so that a stop at any yield is only noted and no button acts between.
-    const BusyScope busy(busy_);
+    const FlagScope busy(busy_);
     if (purpose_ == WorkerBurn) {
       FromDisc = std::clamp(FromDisc, 1, discChoices);
       ToDisc = std::clamp(ToDisc, 1, discChoices);
@@ -302,7 +289,7 @@ void frmLoadDisc::pbOK() {
 }
 
 bool frmLoadDisc::doWaitForDisc() {
-  const BusyScope busy(busy_);
+  const FlagScope busy(busy_);
   doShowStatus(purpose_ == WorkerReadIndex ? "Checking disc..." : "Detecting disc...");
   int unusable = 0;
   {
@@ -365,11 +352,7 @@ void frmLoadDisc::doChooseFromDisc(int disc) {
 
 void frmLoadDisc::pbSetDevice() {
   if (busy_ || !services_.openDeviceSettings) return;
-  // The settings clear both flags when they close, yet the prompt and its run go on.
-  const bool runIsBusy = services_.state.ActionBusy;
   services_.openDeviceSettings();
-  services_.state.ActionBusy = runIsBusy;
-  services_.state.IgnoreEvents = true;
   doBuildPrompt();
   doFillDrives();
   doRepaint();

@@ -1,19 +1,10 @@
 #include "platform/Fixed4.h"
 
-#include <cmath>
 #include <cstdlib>
 
 #include "platform/Text.h"
 
 namespace korvenal {
-
-Fixed4 Fixed4::ofDouble(double value) {
-  const double scaled = std::round(value * static_cast<double>(Scale));
-  if (std::isnan(scaled)) return {};
-  if (scaled >= static_cast<double>(RawMax)) return ofRaw(RawMax);
-  if (scaled <= -static_cast<double>(RawMax)) return ofRaw(-RawMax);
-  return ofRaw(static_cast<std::int64_t>(scaled));
-}
 
 Fixed4 Fixed4::parse(std::string_view text) {
   text = Text::trim(text);

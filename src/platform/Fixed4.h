@@ -30,7 +30,6 @@ class Fixed4 {
     value.raw_ = raw;
     return value;
   }
-  static Fixed4 ofDouble(double value);
   /// The number that the text begins with, blanks before it ignored; 0 when it begins with none.
   static Fixed4 parse(std::string_view text);
 

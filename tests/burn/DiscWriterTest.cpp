@@ -209,5 +209,17 @@ TEST_F(DiscWriterTest, DrivesAreServedInTurnAndFailuresCounted) {
   EXPECT_EQ(writer.faults.discs, 2);
 }
 
+TEST_F(DiscWriterTest, ADriveThatMustReadAnewMakesAllOfThatLoadDoSo) {
+  world.useDrives("VW", 1);
+  world.devices.MultiErrorMax = 2;
+  world.planThreeDiscs();
+  load('V', {.type = 11, .totalBlocks = 2295104, .usedBlocks = 500, .sessions = 1});
+  load('W', {});
+  write();
+  EXPECT_EQ(world.note(1), "Error: Disc is not empty.");
+  EXPECT_EQ(world.note(2), "Success.");
+  EXPECT_EQ(world.engine.count("do_LoadMedium"), 1);
+}
+
 }  // namespace
 }  // namespace korvenal::test

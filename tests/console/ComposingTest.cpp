@@ -68,6 +68,21 @@ TEST_F(Composing, AJobSavedAgainIsTheSameFile) {
   EXPECT_THAT(outcome.out, HasSubstr("<Not Existing>"));
 }
 
+TEST_F(Composing, DaysAreTheNumberThatTheTextBeginsWith) {
+  struct Case {
+    const char* commands;
+    const char* box;
+    const char* days;
+  };
+  for (const Case& one : {Case{"set txDateFilter 12abc", "1", "12"},
+                          Case{"set txDateFilter 12\nset txDateFilter soon", "1", "0"},
+                          Case{"set txDateFilter 12\nset txDateFilter 0", "0", "0"}}) {
+    const std::string out = run(std::string("new\n") + one.commands + "\nshow").out;
+    EXPECT_THAT(out, HasSubstr(std::string("chkDateFilter = ") + one.box + "\n"));
+    EXPECT_THAT(out, HasSubstr(std::string("txDateFilter = ") + one.days + "\n"));
+  }
+}
+
 TEST_F(Composing, AnEstimateShowsDiscsAndOnDemandWhatGoesOnThem) {
   temp.write("source/a.txt", "abc");
   temp.sparse("source/big.bin", 1'000'000'000);

@@ -203,12 +203,13 @@ TEST_F(LoadPromptTest, WithoutADriveOnlyStopAndTheSettingsAreLeft) {
   bench_.state.StopAction = false;
   bench_.state.ActionBusy = true;
   prompt_.doDevice = [this] {
-    bench_.state.ActionBusy = bench_.state.IgnoreEvents = false;
+    const FlagScope busy(bench_.state.ActionBusy);
+    const FlagScope modal(bench_.state.IgnoreEvents);
     connect("E");
   };
   ask(WorkerBurn, 0, [&](frmLoadDisc& form) {
     form.pbSetDevice();
-    EXPECT_TRUE(bench_.state.IgnoreEvents && bench_.state.ActionBusy);
+    EXPECT_TRUE(bench_.state.IgnoreEvents && bench_.state.ActionBusy) << "the prompt goes on";
     EXPECT_EQ(form.vsDrive.text(1, 0), "E:");
     form.pbOK();
   });

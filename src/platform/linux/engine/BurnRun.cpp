@@ -14,7 +14,6 @@
 
 #include "platform/BurnEngine.h"
 #include "platform/linux/Descriptor.h"
-#include "platform/linux/engine/GrabbedDrive.h"
 #include "platform/linux/engine/MmcFacts.h"
 #include "platform/linux/engine/TrackFeed.h"
 

@@ -9,10 +9,6 @@
 #include "platform/linux/engine/Drive.h"
 #include "platform/linux/engine/IsoLayout.h"
 
-namespace burn {
-struct burn_drive;
-}
-
 namespace korvenal {
 
 class TrackFeed;

@@ -5,10 +5,7 @@
 #include <string>
 
 #include "platform/linux/engine/DiscReader.h"
-
-namespace burn {
-struct burn_drive;
-}
+#include "platform/linux/engine/GrabbedDrive.h"
 
 namespace korvenal {
 
