@@ -57,6 +57,7 @@ void frmDevice::doActivate() {
 
 void frmDevice::doFillDriveLists() {
   const WaitPointer wait(services_.desktop);
+  const FlagScope filling(filling_);
   services_.drives.BurnerCount = services_.drives.doInitBurner();
   services_.drives.DriveCount = services_.drives.doListBurners();
   driveChoices = {"Nil"};
@@ -143,7 +144,8 @@ void frmDevice::doDriveTray(int choice, bool close) {
 }
 
 void frmDevice::doSaveAndClose() {
-  if (doSaveDevices()) doClose();
+  // A drive may be slow to answer; until then the lists show less than is chosen.
+  if (!filling_ && doSaveDevices()) doClose();
 }
 
 bool frmDevice::doSaveDevices() {

@@ -77,6 +77,7 @@ class frmDevice : public Form {
   std::string letterOf(int choice) const;
 
   DeviceServices services_;
+  bool filling_ = false;  ///< the drive lists are being made
 };
 
 }  // namespace korvenal

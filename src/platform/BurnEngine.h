@@ -21,7 +21,8 @@ struct PlannedSource {
 /// What the logic asks of drives and discs. One device is selected at a time; all operations that
 /// name no drive act on it. One layout (the tree of the next track) is kept at a time. Flags are
 /// -1 for true and 0 for false; results are true when nonzero unless said otherwise. No operation
-/// raises, and none takes long, but for `do_Prepare`, `do_ImportSession` and the tray.
+/// raises. Where a drive is slow to answer, the front end works meanwhile: its handlers may run
+/// inside any operation. What they ask of drives then is refused, as of drives that are not ready.
 ///
 /// Burn and erase work in the background. Their callbacks run on the calling thread, inside
 /// `do_Deliver`, never at any other moment.

@@ -17,7 +17,7 @@ std::vector<Drive*> allOf(const std::vector<std::unique_ptr<Drive>>& real,
 LinuxPlatform::LinuxPlatform(const Places& places)
     : nativeFiles_(nullptr),
       shelf_(nativeFiles_, places.imageDrives),
-      realDrives_(makeMmcDrives()),
+      realDrives_(makeMmcDrives(slowCalls_)),
       engine_(clock_, allOf(realDrives_, shelf_)),
       discFiles_(engine_),
       files_(&discFiles_),
@@ -25,7 +25,13 @@ LinuxPlatform::LinuxPlatform(const Places& places)
       archive_(files_),
       archiveBits_(places.applicationFolder + "ArchiveBits.db") {}
 
+LinuxPlatform::~LinuxPlatform() {
+  // The front end is gone by now.
+  slowCalls_.setPump({});
+}
+
 Ports LinuxPlatform::ports(Desktop& desktop) {
+  slowCalls_.setPump([&desktop] { desktop.doYield(); });
   return {.files = files_,
           .targets = targets_,
           .walker = walker_,

@@ -28,10 +28,12 @@ class LinuxPlatform {
   };
 
   explicit LinuxPlatform(const Places& places);
+  ~LinuxPlatform();
   LinuxPlatform(const LinuxPlatform&) = delete;
   LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-  /// The ports, with the front end that completes them.
+  /// The ports, with the front end that completes them. It is also what works while a drive is
+  /// slow to answer: to be called on the program's thread.
   Ports ports(Desktop& desktop);
 
   const Clock& clock() const { return clock_; }
@@ -40,6 +42,7 @@ class LinuxPlatform {
   SystemClock clock_;
   LinuxFiles nativeFiles_;
   ImageShelf shelf_;
+  SlowCalls slowCalls_;
   std::vector<std::unique_ptr<Drive>> realDrives_;
   Engine engine_;
   EngineDiscFiles discFiles_;

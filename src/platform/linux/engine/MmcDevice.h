@@ -22,6 +22,8 @@ class MmcDevice {
   virtual std::string refusal() const = 0;
   virtual std::string devicePath() const = 0;
   virtual bool isBurner() const = 0;
+  /// Another call is still at work, further up on this thread: nothing may be asked now.
+  virtual bool isOccupied() const { return false; }
 
   virtual Tray tray() = 0;
   virtual void openTray() = 0;

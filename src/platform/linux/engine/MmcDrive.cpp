@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/linux/engine/LibburnDevice.h"
+#include "platform/linux/engine/PatientDevice.h"
 
 namespace korvenal {
 
@@ -92,7 +93,8 @@ void MmcDrive::release() {
 }
 
 void MmcDrive::eject() {
-  if (busy_ || !device_->isPresent()) return;
+  // A reader that waits for its blocks must not lose them.
+  if (busy_ || device_->isOccupied() || !device_->isPresent()) return;
   dropReader();
   device_->release();
   device_->openTray();
@@ -197,11 +199,12 @@ void MmcDrive::endErase(const DriveResult&) {
   device_->release();
 }
 
-std::vector<std::unique_ptr<Drive>> makeMmcDrives() {
+std::vector<std::unique_ptr<Drive>> makeMmcDrives(SlowCalls& calls) {
   std::vector<std::unique_ptr<Drive>> drives;
   for (char letter = 'D'; letter <= 'U'; ++letter)
     drives.push_back(std::make_unique<MmcDrive>(
-        letter, std::make_unique<LibburnDevice>("sr" + std::to_string(letter - 'D'))));
+        letter, std::make_unique<PatientDevice>(
+                    std::make_unique<LibburnDevice>("sr" + std::to_string(letter - 'D')), calls)));
   return drives;
 }
 

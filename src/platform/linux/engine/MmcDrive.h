@@ -6,6 +6,7 @@
 
 #include "platform/linux/engine/Drive.h"
 #include "platform/linux/engine/MmcDevice.h"
+#include "platform/linux/engine/SlowCalls.h"
 
 namespace korvenal {
 
@@ -65,6 +66,7 @@ class MmcDrive : public Drive {
 };
 
 /// A drive for each device node /dev/sr0, /dev/sr1 ... that there may be, with the letters D to U.
-std::vector<std::unique_ptr<Drive>> makeMmcDrives();
+/// `calls` outlives them.
+std::vector<std::unique_ptr<Drive>> makeMmcDrives(SlowCalls& calls);
 
 }  // namespace korvenal

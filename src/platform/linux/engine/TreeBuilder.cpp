@@ -3,16 +3,14 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <cstdlib>
 #include <system_error>
-#include <thread>
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "platform/linux/engine/DiscReader.h"
 #include "platform/linux/engine/IsoSource.h"
+#include "platform/linux/engine/SlowCalls.h"
 #include "platform/linux/engine/TrackFeed.h"
 
 namespace korvenal {
@@ -73,18 +71,9 @@ bool TreeBuilder::stopped() {
 }
 
 bool TreeBuilder::aside(const std::function<bool()>& work) {
-  std::atomic<bool> done = false;
   bool well = false;
-  std::thread worker([&] {
-    well = work();
-    done = true;
-  });
   bool stop = false;
-  while (!done) {
-    stop = (request_.pump && request_.pump()) || stop;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-  worker.join();
+  runAside([&] { well = work(); }, [&] { stop = (request_.pump && request_.pump()) || stop; });
   if (stop) why_ = StoppedText;
   return well && !stop;
 }
