@@ -121,64 +121,6 @@ TEST(BackupRun, OneFailingCallCostsOneDiscAndNotTheBackup) {
   }
 }
 
-/// The steps of a backup of twelve discs; drive X: gets discs that cannot be written.
-BackupRun::Steps stepsOfTwelve(BurnWorld& world, const bool& badDrive) {
-  BackupRun::Steps steps = world.steps();
-  steps.doScanFiles = [&world](frmAddFiles&) {
-    world.plan.clearTotals();
-    world.plan.vsBuffer.clear();
-    world.plan.IndexOnDiscs = true;
-    for (int disc = 1; disc <= 12; ++disc)
-      world.addFile(PlanTable::DiscRoot, "f" + std::to_string(disc), 3000, disc);
-    world.plan.TotalFiles = 12;
-    world.plan.TotalSize = 36000;
-    ++world.scans;
-    world.state.TaskDone = true;
-  };
-  steps.doAskLoadDisc = [&world, &badDrive, load = steps.doAskLoadDisc](int reason,
-                                                                        DiscRequest& request) {
-    request.FailedDrives.clear();
-    load(reason, request);
-    world.engine.drives['X'].disc->writable = !badDrive;
-  };
-  return steps;
-}
-
-TEST(BackupRun, FiveDrivesWriteTwelveDiscsInThreeLoads) {
-  BurnWorld world;
-  world.useDrives("VWXYZ", 1);
-  const bool badDrive = false;
-  BackupRun run(world.services, stepsOfTwelve(world, badDrive));
-  EXPECT_EQ(run.doStartBackup().end, End::Finished);
-  EXPECT_THAT(world.promptedFor, ElementsAre(1, 6, 11));
-  EXPECT_EQ(labelsBurned(world).size(), 12U);
-  std::string drives;
-  for (int row = 1; row <= 12; ++row) drives += world.grids.vsOutput[0].text(row, 0);
-  EXPECT_EQ(drives, "V:W:X:Y:Z:V:W:X:Y:Z:V:W:");
-}
-
-TEST(BackupRun, ADriveThatFailsTwiceEndsTheRunAndTheNextStartGoesOn) {
-  BurnWorld world;
-  world.useDrives("VWXYZ", 1);
-  world.devices.MultiErrorMax = 2;
-  bool badDrive = true;
-  BackupRun run(world.services, stepsOfTwelve(world, badDrive));
-  EXPECT_EQ(run.doStartBackup().end, End::ErrorLimit);
-  EXPECT_TRUE(world.hasEvent("*Action stop: Disc burning error counted 2."));
-  EXPECT_THAT(world.promptedFor, ElementsAre(1, 5));
-  EXPECT_EQ(run.request().DiscsBurned, 6);
-  EXPECT_EQ(run.request().FailedDrives, "X") << "gets another disc at the next prompt";
-  EXPECT_FALSE(world.engine.drives['Y'].open) << "left alone behind the limit";
-  expectAtRest(world);
-
-  badDrive = false;
-  world.promptedFor.clear();
-  EXPECT_EQ(run.doStartBackup().end, End::Finished);
-  EXPECT_EQ(world.scans, 1);
-  EXPECT_THAT(world.promptedFor, ElementsAre(7, 12));
-  EXPECT_EQ(labelsBurned(world).size(), 12U);
-}
-
 TEST(BackupRun, WhatCannotBeginIsRefused) {
   struct Case {
     End end;

@@ -1,7 +1,6 @@
 #include <filesystem>
 
 #include "console/ConsoleFixture.h"
-#include "platform/Text.h"
 
 namespace korvenal::console {
 namespace {
@@ -33,10 +32,6 @@ class DiscTable : public ConsoleFixture, public testing::WithParamInterface<Disc
  protected:
   DiscTable() { feeder = false; }
 
-  std::string backup(const std::string& options) const {
-    return "new Demo\nset comboDiscType 0\nset AutoErase 0\nset FinalizeDisc 0\nadd '" + source +
-           "'\n" + options + "backup\n";
-  }
   void prepare(Holds holds, const std::string& type) {
     run("disc new V '" + type + "'");
     if (holds == Holds::Nothing) return;
@@ -44,13 +39,6 @@ class DiscTable : public ConsoleFixture, public testing::WithParamInterface<Disc
     const char* closing = holds == Holds::ClosedSession ? "set FinalizeDisc 1\n" : "";
     ASSERT_EQ(run(backup(closing)).code, ExitCode::Ok);
     fs::remove(source + "first.txt");
-  }
-  /// Column of the newest disc record.
-  std::string record(int column) {
-    const std::string file = temp / "log.txt";
-    run("export vsLog " + file);
-    const auto lines = Text::split(test::TempDir::read(file), '\n');
-    return lines.size() < 2 ? "" : Text::split(lines[1], '\t').at(static_cast<std::size_t>(column));
   }
 };
 
@@ -130,42 +118,6 @@ TEST_F(DiscFaults, APressedDiscIsNotWritable) {
   run("disc insert V " + (temp / "pressed.iso") + "\n" + backup(""));
   EXPECT_EQ(record(6), "CD-ROM");
   EXPECT_EQ(record(7), "Error: Disc is not writable.");
-}
-
-TEST_F(DiscFaults, AnImageThatGoesAwayLeavesASentence) {
-  temp.write("source/file.txt", "text");
-  struct Case {
-    const char* at;
-    const char* note;
-  };
-  // Before the burn, and between the burn and the look at its files.
-  for (const Case& one : {Case{"Collecting disc track information...", "Error: "},
-                          Case{"Verifying backup files...", "2 backup files error."}}) {
-    const std::string image = temp / "app/Discs/Disc.iso";
-    run("disc eject V");
-    fs::remove(image);
-    fs::remove(image + ".disc");
-    run("disc new V CD-R");
-    whenPrinted = {one.at, [&image] { fs::remove(image); }};
-    EXPECT_NE(run(backup("")).code, ExitCode::Ok);
-    whenPrinted = {};
-    EXPECT_THAT(record(7), HasSubstr(one.note)) << one.at;
-  }
-}
-
-TEST_F(DiscFaults, ThreeDrivesShareABackupAndABadDiscCostsOneTry) {
-  imageDrives = 3;
-  temp.sparse("source/large", 730'000'000);
-  const Outcome outcome =
-      run("device dvcM_Name1 V\ndevice dvcM_Name2 W\ndevice dvcM_Name3 X\ndevice dvcM_ErrorMax 2\n"
-          "device dvcM_Eject 0\ndevice dvcType 1\n"
-          "disc new V CD-R 1000\ndisc new W CD-R\ndisc new X CD-R\n" +
-          backup(""));
-  EXPECT_EQ(outcome.code, ExitCode::Failed) << "one disc failed";
-  EXPECT_THAT(outcome.out, HasSubstr("Backup action finished."));
-  const std::string list = run("disc list").out;
-  EXPECT_THAT(list, HasSubstr("W: CD-R, 359849 blocks, Backup #1, 1 session"));
-  EXPECT_THAT(list, HasSubstr("X: CD-R, 359849 blocks, Backup #2, 1 session"));
 }
 
 TEST_F(DiscFaults, ADiscPutInByHandStaysAndOnesLeftInAreChanged) {

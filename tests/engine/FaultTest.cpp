@@ -1,12 +1,8 @@
-#include "engine/EngineFixture.h"
-
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <filesystem>
 #include <random>
+
+#include "engine/EngineFixture.h"
+#include "support/FullDisk.h"
 
 namespace korvenal::test {
 namespace {
@@ -14,23 +10,6 @@ namespace {
 using ::testing::Not;
 
 using FaultTest = EngineFixture;
-
-/// No file grows beyond so many bytes while this lives: a disk that runs full.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) {
-    ::signal(SIGXFSZ, SIG_IGN);
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    const struct rlimit limit { bytes, before_.rlim_max };
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-  struct rlimit before_ {};
-};
 
 TEST_F(FaultTest, AFullDiskFailsTheBurnWithItsReason) {
   blank(DiscDvdPlusR);
