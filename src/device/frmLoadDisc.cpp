@@ -155,7 +155,7 @@ void frmLoadDisc::doActivate() {
     doShowStatus("");
     if (services_.settings.DeviceMode < AutoloaderMode && ejectAtPrompt_ && !skipFirstEject_)
       doEjectTrays();
-    doFeed();
+    if (!cancelRequested_) doFeed();
     traysToUse_ = driveCount_;
   }
   doEnableCommands(true);
@@ -185,7 +185,7 @@ void frmLoadDisc::doEjectTrays() {
     const WaitPointer wait(services_.desktop);
     doShowStatus("Please wait...");
     int ejected = 0;
-    for (int row = 0; row < driveCount_ && ejected < traysToUse_; ++row) {
+    for (int row = 0; row < driveCount_ && ejected < traysToUse_ && !cancelRequested_; ++row) {
       const char letter = letterOf(row);
       doShowStatus(std::string("Eject Tray (") + letter + ":)...");
       if (services_.engine.do_SelectDeviceByLetter(letter) == 0) continue;
@@ -201,7 +201,7 @@ void frmLoadDisc::doCloseTrays(bool showMessage) {
   const FlagScope busy(busy_);
   const WaitPointer wait(services_.desktop);
   doShowStatus("Please wait...");
-  for (int row = 0; row < driveCount_; ++row) {
+  for (int row = 0; row < driveCount_ && !cancelRequested_; ++row) {
     const char letter = letterOf(row);
     if (showMessage) doShowStatus(std::string("Close Tray (") + letter + ":)...");
     if (services_.engine.do_SelectDeviceByLetter(letter) == 0) continue;

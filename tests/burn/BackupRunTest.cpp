@@ -14,6 +14,8 @@ using ::testing::ElementsAre;
 using ::testing::StartsWith;
 using End = BackupResult::End;
 
+constexpr int ManyFiles = 300;
+
 /// What must hold after every press of the button, however it ended.
 void expectAtRest(BurnWorld& world) {
   const ActionState& state = world.state;
@@ -58,23 +60,41 @@ TEST(BackupRun, AllDiscsOfAPlanAreAskedForAndRecorded) {
   EXPECT_THAT(world.promptedFor, ElementsAre(1, 2, 3));
 }
 
+/// Steps whose plan has many small files on its second disc besides.
+BackupRun::Steps stepsOfManyFiles(BurnWorld& world) {
+  BackupRun::Steps steps = world.steps();
+  steps.doScanFiles = [&world, scan = steps.doScanFiles](frmAddFiles& worker) {
+    scan(worker);
+    for (int i = 0; i < ManyFiles && !world.state.StopAction; ++i)
+      world.addFile(PlanTable::DiscRoot, "f" + std::to_string(i), 1, 2);
+  };
+  return steps;
+}
+
 TEST(BackupRun, AStopAtAnyMomentLeavesAllAtRestAndTheNextPressGoesOn) {
+  constexpr int Soon = 9;  // yields until all is at rest, however much there was to do
   bool stopped = true;
   int stops = 0;
   for (int at = 1; stopped; ++at) {
     BurnWorld world;
-    BackupRun run(world.services, world.steps());
+    BackupRun run(world.services, stepsOfManyFiles(world));
     stopped = false;
     bool allDone = false;
+    bool verifying = false;
     world.desktop.onYield = [&](int yield) {
       if (yield != at) return;
       stopped = true;
       allDone = run.request().DiscsBurned == 3 || world.hasEvent("Backup action finished.");
+      verifying = world.state.DiscInWork && !world.page.pbStopEnabled;
       world.state.StopAction = true;
       world.engine.do_UnlockMedium();
     };
     const End end = run.doStartBackup().end;
     expectAtRest(world);
+    // Verification goes to its end.
+    if (end == End::Stopped) {
+      EXPECT_LE(world.desktop.yields - at, verifying ? ManyFiles / 10 + Soon : Soon) << at;
+    }
     if (end == End::Finished) {
       EXPECT_TRUE(allDone || !stopped) << "a stop was lost at yield " << at;
       EXPECT_EQ(labelsBurned(world).size(), 3U) << at;

@@ -151,6 +151,7 @@ TEST(EraseRun, AStopTakesEffectBetweenDiscsAndNeverWithinAnErase) {
     if (!stopped || result.end == End::Finished) continue;
     // A stop just before the engine is called comes too late for that disc, and for that alone.
     EXPECT_LE(result.erased, begun + 1) << at;
+    EXPECT_LE(world.desktop.yields - at, world.engine.turnsABurn + 12) << "no more than an erase";
   }
 }
 
