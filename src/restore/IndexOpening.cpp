@@ -117,6 +117,20 @@ bool IndexOpening::doOpenIndexFile(const std::string& path) {
   return filled;
 }
 
+bool IndexOpening::doPickIndexFile() {
+  if (services_.state.ActionRunning) return false;
+  const bool wasIgnoring = services_.state.IgnoreEvents;
+  services_.state.IgnoreEvents = true;
+  const std::string path =
+      services_.desktop.doAskOpenFile({.title = "Open Backup Index",
+                                       .filterName = "Backup Index(*.bdx)",
+                                       .pattern = "*.bdx",
+                                       .folder = services_.workspace.homeFolder,
+                                       .fileName = {}});
+  services_.state.IgnoreEvents = wasIgnoring;
+  return !path.empty() && doOpenIndexFile(path);
+}
+
 FoundIndexes IndexOpening::doSearchIndexFiles() const {
   FoundIndexes found;
   for (int i = 0; i < services_.devices.driveCount(); ++i) {
@@ -291,9 +305,13 @@ void IndexOpening::doBrowseTarget() {
   const std::string& start =
       page_.txRestoreTo.empty() ? services_.workspace.homeFolder : page_.txRestoreTo;
   const std::string chosen = services_.desktop.doAskFolder("Restore to", start);
-  if (chosen.empty()) return;
-  page_.txRestoreTo = chosen;
-  services_.settings.profile().doWriteProfile("Restore", "Target", chosen);
+  if (!chosen.empty()) doSetTarget(chosen);
+}
+
+void IndexOpening::doSetTarget(const std::string& folder) {
+  page_.txRestoreTo = folder;
+  if (Paths::isNative(folder) && services_.files.doFolderExists(folder))
+    services_.settings.profile().doWriteProfile("Restore", "Target", folder);
 }
 
 void IndexOpening::doFormatError() {

@@ -53,8 +53,13 @@ class IndexOpening {
   /// Loads and checks the file. False, after a message, when it is no index.
   bool doReadLOG2(const std::string& path);
 
+  /// Asks for an index file and opens it.
+  bool doPickIndexFile();
+
   /// Asks for the target folder and keeps it for the next start.
   void doBrowseTarget();
+  /// Takes a target folder; kept for the next start when there is such a folder.
+  void doSetTarget(const std::string& folder);
 
  private:
   enum class Search { Done, AskAgain };
