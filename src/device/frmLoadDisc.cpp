@@ -328,10 +328,10 @@ void frmLoadDisc::doCheckErasable(char letter) {
 }
 
 void frmLoadDisc::pbStop() {
-  if (busy_)
-    cancelRequested_ = true;
-  else
-    doGiveUp();
+  if (!busy_) return doGiveUp();
+  cancelRequested_ = true;
+  // As every stop button does: a drive that is waited for need not go on.
+  services_.engine.do_UnlockMedium();
 }
 
 void frmLoadDisc::doCloseBox() {

@@ -42,7 +42,8 @@ struct Script {
   bool inUseByOthers = false;
   std::string refusal;
   int holds = 0;
-  Gate* gate = nullptr;  ///< every answer that a drive may be slow with waits there
+  Gate* gate = nullptr;    ///< every answer that a drive may be slow with waits there
+  Gate* spinUp = nullptr;  ///< a closed tray waits there for its disc, until it is given up
 };
 
 /// A drive that says of its disc what the script says and keeps it in a file, by way of the
@@ -66,6 +67,10 @@ class ScriptedDevice : public LibburnDevice {
   void closeTray() override {
     take();
     script_.tray = Tray::Loaded;
+    if (script_.spinUp != nullptr) script_.spinUp->pass();
+  }
+  void giveUpWaiting() override {
+    if (script_.spinUp != nullptr) script_.spinUp->open();
   }
   void release() override {
     take();
@@ -292,8 +297,13 @@ TEST_F(MmcDriveTest, ASlowDriveLetsTheProgramGoOnAndIsOccupiedMeanwhile) {
     EXPECT_GT(pumps, 0) << step.name;
   }
   script.gate = nullptr;
-  pumps = 0;
   EXPECT_EQ(prepareAndBurn().error, 0) << engine->do_GetErrorString();
+
+  Gate spinUp;
+  script.spinUp = &spinUp;
+  calls.setPump([&] { engine->do_UnlockMedium(); });
+  engine->do_LoadMedium();
+  EXPECT_EQ(script.tray, MmcDevice::Tray::Loaded) << "a stop ends the wait for a disc";
 }
 
 TEST(LibburnDeviceTest, AMachineWithoutDrivesHasNone) {

@@ -184,12 +184,13 @@ void LibburnDevice::openTray() {
 }
 
 void LibburnDevice::closeTray() {
+  waiting_ = true;
   {
     const Descriptor node = openNode(address_);
     if (!node || ::ioctl(node.get(), CDROMCLOSETRAY) != 0) return;
   }
   const auto end = std::chrono::steady_clock::now() + LongestSpinUp;
-  while (tray() == Tray::NotReady && std::chrono::steady_clock::now() < end)
+  while (waiting_ && tray() == Tray::NotReady && std::chrono::steady_clock::now() < end)
     std::this_thread::sleep_for(PollEvery);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,7 @@ class LibburnDevice : public MmcDevice {
   Tray tray() override;
   void openTray() override;
   void closeTray() override;
+  void giveUpWaiting() override { waiting_ = false; }
   bool hold(std::string& why) override;
   void release() override { grabbed_.reset(); }
   bool isHeld() const override { return grabbed_ != nullptr; }
@@ -43,6 +45,7 @@ class LibburnDevice : public MmcDevice {
   std::string node_;     ///< empty when a file plays the drive
   std::string address_;  ///< as the library takes it
   GrabbedDrive grabbed_;
+  std::atomic<bool> waiting_ = false;  ///< for a disc in the closed tray
 };
 
 }  // namespace korvenal

@@ -27,8 +27,10 @@ class MmcDevice {
 
   virtual Tray tray() = 0;
   virtual void openTray() = 0;
-  /// Waits until the drive knows what lies in it.
+  /// Waits until the drive knows what lies in it, or until the wait is given up.
   virtual void closeTray() = 0;
+  /// Ends a wait of `closeTray` on another thread; at any other time without effect.
+  virtual void giveUpWaiting() {}
 
   /// Takes the drive, so that no other program uses it. When that fails, `why` gets a sentence.
   virtual bool hold(std::string& why) = 0;

@@ -82,10 +82,13 @@ bool MmcDrive::isReady() {
 
 void MmcDrive::lock(bool locked) {
   // The library locks what it holds, and unlocks what it gives back.
-  if (locked)
+  if (locked) {
     hold();
-  else
+  } else {
+    // The stop button frees the tray: nobody waits for its disc any more.
+    device_->giveUpWaiting();
     release();
+  }
 }
 
 void MmcDrive::release() {

@@ -27,6 +27,7 @@ class PatientDevice : public MmcDevice {
   Tray tray() override;
   void openTray() override;
   void closeTray() override;
+  void giveUpWaiting() override { device_->giveUpWaiting(); }
   bool hold(std::string& why) override;
   void release() override;
   bool isHeld() const override { return !isOccupied() && device_->isHeld(); }
