@@ -25,6 +25,7 @@ TEST_F(FaultTest, AFullDiskFailsTheBurnWithItsReason) {
   EXPECT_EQ(engine->do_GetErrorNumber(), EFBIG) << engine->do_GetErrorString();
   EXPECT_FALSE(engine->do_GetErrorString().empty());
   EXPECT_EQ(engine->do_Writable(), 0);
+  EXPECT_EQ(std::filesystem::file_size(image()), 0U) << "the disk has its room again";
 }
 
 TEST_F(FaultTest, AnImageTakenAwayDuringTheBurnIsNoSuccess) {

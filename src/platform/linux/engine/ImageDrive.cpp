@@ -203,9 +203,8 @@ void ImageDrive::endBurn(const DriveResult& result) {
     profile_->closed = result.closeDisc && !DiscTypes::isOverwritable(profile_->type);
   } else {
     profile_->failWriting();
-    // What forgives a failed burn gives its room back as well.
-    if (!profile_->damaged &&
-        ::truncate(image_.c_str(), static_cast<off_t>(profile_->end * BlockBytes)) != 0)
+    // The room goes back to the disk, which may have run full and must still take the records.
+    if (::truncate(image_.c_str(), static_cast<off_t>(profile_->end * BlockBytes)) != 0)
       profile_->damaged = true;
   }
   // Nothing can be done about a failure here: the file then says that the burn never ended.
