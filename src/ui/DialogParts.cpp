@@ -1,0 +1,77 @@
+#include "ui/DialogParts.h"
+
+#include "ui/FileIcons.h"
+#include "ui/Theme.h"
+
+namespace korvenal::ui {
+
+namespace {
+
+constexpr int LargeIconPixels = 40;
+
+}  // namespace
+
+QLabel* wrappedLabel(const QString& text, int characters, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setMinimumWidth(label->fontMetrics().averageCharWidth() * characters);
+  return label;
+}
+
+QLabel* explanationLabel(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  QFont font = label->font();
+  font.setPointSizeF(font.pointSizeF() * 0.9);
+  label->setFont(font);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  return label;
+}
+
+QPushButton* namedButton(const char* objectName, const QString& text, QWidget* parent) {
+  auto* button = new QPushButton(text, parent);
+  button->setObjectName(QLatin1String(objectName));
+  button->setAutoDefault(false);
+  return button;
+}
+
+QHBoxLayout* buttonRow(std::initializer_list<QWidget*> left,
+                       std::initializer_list<QWidget*> right) {
+  auto* row = new QHBoxLayout;
+  for (QWidget* button : left) row->addWidget(button);
+  row->addStretch();
+  for (QWidget* button : right) row->addWidget(button);
+  return row;
+}
+
+QHBoxLayout* withIcon(QWidget& parent, const QString& icon, QWidget* content) {
+  auto* picture = new QLabel(&parent);
+  picture->setPixmap(Theme::icon(icon).pixmap(LargeIconPixels, LargeIconPixels));
+  auto* row = new QHBoxLayout;
+  row->addWidget(picture, 0, Qt::AlignTop);
+  row->addWidget(content, 1);
+  return row;
+}
+
+QHBoxLayout* fileFacts(QWidget& parent, const QString& name, const QStringList& facts) {
+  auto* column = new QVBoxLayout;
+  auto* title = new QLabel(name, &parent);
+  title->setTextFormat(Qt::PlainText);
+  column->addWidget(title);
+  for (const QString& fact : facts) {
+    auto* label = new QLabel(fact, &parent);
+    label->setTextFormat(Qt::PlainText);
+    column->addWidget(label);
+  }
+  auto* picture = new QLabel(&parent);
+  picture->setPixmap(FileIcons().ofType(name).pixmap(LargeIconPixels, LargeIconPixels));
+  auto* row = new QHBoxLayout;
+  row->addSpacing(LargeIconPixels);
+  row->addWidget(picture, 0, Qt::AlignTop);
+  row->addLayout(column, 1);
+  return row;
+}
+
+}  // namespace korvenal::ui

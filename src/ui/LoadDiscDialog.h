@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+
+#include "device/frmLoadDisc.h"
+#include "ui/FormDialog.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QMenu;
+class QPushButton;
+class QToolButton;
+
+namespace korvenal::ui {
+
+/// The prompt for discs: the sentence, a row a drive with its tray, and the way on. Image drives
+/// have a menu of discs to put in.
+class LoadDiscDialog : public FormDialog {
+  Q_OBJECT
+ public:
+  LoadDiscDialog(frmLoadDisc& form, QWidget* parent);
+
+ protected:
+  void refresh() override;
+
+ private:
+  /// One drive as it is shown.
+  struct DriveRow {
+    QLabel* name = nullptr;
+    QLabel* disc = nullptr;  ///< what lies in an image drive
+    QToolButton* tray = nullptr;
+    QPushButton* eject = nullptr;
+    QPushButton* close = nullptr;
+  };
+
+  void doBuildDrives(class QGridLayout& grid);
+  void doBuildRange(class QVBoxLayout& column);
+  void doBuildButtons(class QVBoxLayout& column);
+  void doFillTrayMenu(QMenu& menu, int row);
+  void doFillShelfMenu(QMenu& menu, int row);
+  void doRefreshDrive(int row);
+  void doRefreshRange();
+  void doPutIn(const std::function<bool()>& change);
+
+  frmLoadDisc& form_;
+  QLabel* sentence_;
+  QWidget* BackupDisc_;
+  QLabel* fromCaption_;
+  QComboBox* FromDisc_;
+  QLabel* toCaption_;
+  QComboBox* ToDisc_;
+  QCheckBox* ckSkipBlank_;
+  QLabel* InfoIcon_;
+  QLabel* DiscInfo_;
+  QLabel* DriveAction_;
+  std::array<DriveRow, frmLoadDisc::MaxDrives> drives_;
+  QPushButton* pbEject_;
+  QPushButton* pbCloseTray_;
+  QPushButton* pbSetDevice_;
+  QPushButton* pbStop_;
+  QPushButton* pbOK_;
+};
+
+}  // namespace korvenal::ui
