@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "app/frmMain.h"
 #include "device/frmLoadDisc.h"
 #include "platform/DiscType.h"
+#include "platform/Text.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "support/ScriptedDesktop.h"
 #include "support/TempDir.h"
@@ -14,27 +17,33 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using End = BackupResult::End;
 
-constexpr int Discs = 12;
 constexpr std::int64_t SmallDisc = 1000;  ///< blocks
+constexpr int Backup = ActionController::Backup;
 
-/// A backup of twelve discs on five image drives of the program itself. The person puts a small
-/// blank disc into each drive that the prompt counts on.
-class ImageDrives : public testing::Test {
- protected:
-  ImageDrives() {
+/// A backup of some discs on image drives of the program itself. The person puts a small blank disc
+/// into each drive that the prompt counts on.
+struct DriveWorld {
+  DriveWorld(int discsWanted, const std::string& drives) : discs(discsWanted) {
     main.workspace.doCheckFolders(ports.files);
     main.profile.doWriteProfile("Backup", "Notice", "1");
     main.deviceSettings.DeviceMode = 1;
-    main.deviceSettings.MultiDrive = {"V", "W", "X", "Y", "Z"};
+    for (std::size_t i = 0; i < drives.size(); ++i)
+      main.deviceSettings.MultiDrive[i] = drives.substr(i, 1);
     main.deviceSettings.doBuildDriveLetters();
-    main.job.txJobName = "Twelve";
+    main.job.txJobName = "Discs";
     main.job.comboDiscType = 0;
     main.job.vsContents.addRow({"0", "", "Files"});
-    for (int disc = 1; disc <= Discs; ++disc) planFile(disc);
+    for (int disc = 1; disc <= discs; ++disc) planFile(disc);
+    main.controller.mainTab = ActionController::BackupPage;
+    main.controller.BackupTab = ActionController::RunStep;
     main.backup.PreparedForRun = true;
     desktop.onForm = [this](Form& form) { load(dynamic_cast<frmLoadDisc&>(form)); };
   }
 
+  End start() {
+    main.controller.PBNext(Backup);
+    return main.backupResult.end;
+  }
   static std::string contentOf(int disc) {
     return std::string(300'000 + static_cast<std::size_t>(disc), static_cast<char>('a' + disc));
   }
@@ -66,30 +75,28 @@ class ImageDrives : public testing::Test {
     }
     form.pbOK();
   }
-  /// The content of the one file of each disc, by the number on its label.
-  std::map<std::string, std::string> contents() {
+  /// All discs of the plan are there, and no disc holds anything else.
+  void expectAllDiscs() {
+    std::set<std::string> found;
     std::vector<ImageDisc> all = ports.trays.discsOnShelf();
     for (const char letter : ports.trays.letters()) all.push_back(ports.trays.discIn(letter));
-    std::map<std::string, std::string> found;
     for (const ImageDisc& disc : all) {
       if (disc.sessions == 0) continue;
       const auto reader = DiscReader::open(openImageBlocks(disc.file), 0);
       const std::vector<std::string> names = reader ? reader->list("") : std::vector<std::string>();
       const auto file = names.size() == 1 ? reader->openFile(names[0]) : nullptr;
-      if (!file) continue;
+      ASSERT_TRUE(file) << disc.file;
       std::string content(static_cast<std::size_t>(file->info().size.whole()), '\0');
       file->read(0, content.data(), content.size());
-      EXPECT_TRUE(found.emplace(disc.label, content).second) << disc.label << " was burned twice";
+      const int number = std::stoi(disc.label.substr(disc.label.find('#') + 1));
+      EXPECT_TRUE(content == contentOf(number)) << disc.label;
+      found.insert(disc.label);
     }
-    return found;
+    EXPECT_EQ(found.size(), static_cast<std::size_t>(discs));
   }
-  void expectAllDiscs() {
-    const auto found = contents();
-    EXPECT_EQ(found.size(), std::size_t{Discs});
-    for (int disc = 1; disc <= Discs; ++disc) {
-      const auto one = found.find("Backup #" + std::to_string(disc));
-      EXPECT_TRUE(one != found.end() && one->second == contentOf(disc)) << disc;
-    }
+  const std::string& lastEvent() const {
+    const Table& events = main.grids.vsEvent[0];
+    return events.text(events.Rows() - 1, 1);
   }
   std::string column(int number) const {
     std::string text;
@@ -98,6 +105,7 @@ class ImageDrives : public testing::Test {
     return text;
   }
 
+  const int discs;
   TempDir temp;
   ScriptedDesktop desktop;
   LinuxPlatform platform{{temp.makeFolder("app") + "/",
@@ -112,31 +120,62 @@ class ImageDrives : public testing::Test {
   std::vector<int> prompts;
 };
 
-TEST_F(ImageDrives, FiveOfThemWriteTwelveDiscsInThreeLoads) {
-  EXPECT_EQ(main.backup.doStartBackup().end, End::Finished);
-  EXPECT_THAT(prompts, ElementsAre(1, 6, 11));
-  EXPECT_EQ(column(0), "V:W:X:Y:Z:V:W:X:Y:Z:V:W:");
-  expectAllDiscs();
+TEST(ImageDrives, FiveOfThemWriteTwelveDiscsInThreeLoads) {
+  DriveWorld world(12, "VWXYZ");
+  EXPECT_EQ(world.start(), End::Finished);
+  EXPECT_THAT(world.prompts, ElementsAre(1, 6, 11));
+  EXPECT_EQ(world.column(0), "V:W:X:Y:Z:V:W:X:Y:Z:V:W:");
+  world.expectAllDiscs();
 }
 
-TEST_F(ImageDrives, OneThatFailsTwiceEndsTheRunAndTheNextStartGoesOn) {
-  main.deviceSettings.MultiErrorMax = 2;
-  badDrive = "X:";
-  EXPECT_EQ(main.backup.doStartBackup().end, End::ErrorLimit);
-  EXPECT_THAT(prompts, ElementsAre(1, 5));
-  EXPECT_EQ(column(0), "V:W:X:Y:Z:V:W:X:");
-  EXPECT_THAT(column(7), HasSubstr("Success.Error: Drive function failed.Success."));
-  const Table& events = main.grids.vsEvent[0];
-  EXPECT_EQ(events.text(events.Rows() - 1, 1), "Action stop: Disc burning error counted 2.");
-  EXPECT_EQ(main.records.vsRecent.text(1, 6), "* Uncompleted.");
-  EXPECT_EQ(main.backup.request().FailedDrives, "X") << "gets another disc at the next prompt";
-  EXPECT_FALSE(ports.trays.isOpen('Y')) << "left alone behind the limit";
+TEST(ImageDrives, OneThatFailsTwiceEndsTheRunAndTheNextStartGoesOn) {
+  DriveWorld world(12, "VWXYZ");
+  world.main.deviceSettings.MultiErrorMax = 2;
+  world.badDrive = "X:";
+  EXPECT_EQ(world.start(), End::ErrorLimit);
+  EXPECT_THAT(world.prompts, ElementsAre(1, 5));
+  EXPECT_EQ(world.column(0), "V:W:X:Y:Z:V:W:X:");
+  EXPECT_THAT(world.column(7), HasSubstr("Success.Error: Drive function failed.Success."));
+  EXPECT_EQ(world.lastEvent(), "Action stop: Disc burning error counted 2.");
+  EXPECT_EQ(world.main.records.vsRecent.text(1, 6), "* Uncompleted.");
+  EXPECT_EQ(world.main.backup.request().FailedDrives, "X")
+      << "gets another disc at the next prompt";
+  EXPECT_FALSE(world.ports.trays.isOpen('Y')) << "left alone behind the limit";
 
-  badDrive.clear();
-  prompts.clear();
-  EXPECT_EQ(main.backup.doStartBackup().end, End::Finished);
-  EXPECT_THAT(prompts, ElementsAre(7, 12));
-  expectAllDiscs();
+  world.badDrive.clear();
+  world.prompts.clear();
+  EXPECT_EQ(world.start(), End::Finished);
+  EXPECT_THAT(world.prompts, ElementsAre(7, 12));
+  world.expectAllDiscs();
+}
+
+TEST(ImageDrives, AStopBetweenLinesLeavesWholeDiscsAndTheNextStartGoesOn) {
+  bool pressed = true;
+  for (int lines = 1; pressed; lines += 3) {
+    DriveWorld world(2, "VW");
+    frmMain& main = world.main;
+    pressed = false;
+    world.desktop.onYield = [&](int) {
+      if (pressed || main.grids.vsEvent[0].Rows() <= lines) return;
+      pressed = main.runPages[Backup].pbStopEnabled;
+      main.controller.pbStop(Backup);
+    };
+    const End end = world.start();
+    EXPECT_EQ(end == End::Stopped, pressed) << lines;
+    EXPECT_EQ(world.lastEvent(), pressed ? "Action stop by user." : "Backup action finished.");
+    EXPECT_FALSE(main.state.ActionBusy || main.state.ActionRunning || main.state.IgnoreEvents);
+    EXPECT_EQ(world.ports.engine.do_GetState(), 0);
+    const std::string notes = world.column(7);
+    EXPECT_EQ(Text::replaceAll(Text::replaceAll(notes, "Success.", ""), "Action stop by user.", ""),
+              "");
+    if (!pressed) continue;
+    const int burned = main.backup.request().DiscsBurned;
+    world.prompts.clear();
+    world.desktop.onYield = {};
+    EXPECT_EQ(world.start(), End::Finished) << lines;
+    EXPECT_EQ(world.prompts.front(), burned == world.discs ? 1 : burned + 1) << lines;
+    world.expectAllDiscs();
+  }
 }
 
 }  // namespace
