@@ -1,8 +1,8 @@
 #include <filesystem>
-#include <fstream>
 
 #include "PairedRounds.h"
 #include "PlanBench.h"
+#include "SampleIndex.h"
 #include "restore/IndexOpening.h"
 #include "restore/RestoreFind.h"
 
@@ -13,32 +13,6 @@ namespace {
 
 using namespace korvenal;
 namespace fs = std::filesystem;
-
-constexpr int Chains = 4'167;
-constexpr int Depth = 12;
-constexpr int FilesPerFolder = 19;
-
-/// One top folder with chains of twelve folders below it, as a plan would list them.
-void writeIndex(const std::string& path) {
-  std::ofstream out(path, std::ios::binary);
-  const std::string stamp = "\t20240229134501\t\t\t\t1\r\n";
-  out << "KORVEN2.0-UTF8\tBench\t950000\t9500000000\t0\t20240229134501\t\t\t\t1\r\n";
-  out << "1\tTree\\\t\t0\t1" << stamp;
-  std::uint64_t seed = 1;
-  for (int chain = 0; chain < Chains; ++chain) {
-    std::string folder = "Tree\\";
-    for (int level = 1; level <= Depth; ++level) {
-      folder += "Folder " + std::to_string(chain) + " level " + std::to_string(level) + "\\";
-      out << "2\t" << folder << "\t\t0\t1" << stamp;
-      for (int file = 0; file < FilesPerFolder; ++file) {
-        seed = seed * 6364136223846793005U + 1442695040888963407U;
-        const auto number = static_cast<std::uint32_t>(seed >> 33);
-        out << "2\t" << folder << "IMG_" << number % 100'000 << ".jpg\t\t" << number % 10'000
-            << "\t2" << stamp;
-      }
-    }
-  }
-}
 
 void printMilliseconds(const char* what, const std::function<void()>& work) {
   std::printf("%s %.1f ms\n", what, bench::secondsOf(work) * 1000);
@@ -51,7 +25,7 @@ int main() {
   if (::mkdtemp(temporary.data()) == nullptr) return 1;
   temporary += "/";
   const std::string text = temporary + "text", zip = temporary + "zip";
-  writeIndex(text);
+  bench::writeSampleIndex(text);
 
   bench::EmptyDesktop desktop;
   LinuxFiles files(nullptr);

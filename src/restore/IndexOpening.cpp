@@ -264,6 +264,7 @@ bool IndexOpening::doFillRestoreTable() {
     services_.desktop.doYield();
   };
   const IndexFilling filling = fillRestoreTree(vsTXT, page_.vsRestore, progress);
+  services_.desktop.doYield();
   page_.OutlineDepth = filling.outlineDepth;
   showHeader(filling);
   page_.setName = setNameOf(Paths::doGetFilePart(page_.IndexPath));

@@ -44,12 +44,21 @@ std::string_view batchOf(std::string_view names) {
 
 }  // namespace
 
+int RestoreFind::firstRowToSearch(const std::string& text, bool matchCase) const {
+  // An index opened since then has emptied the text of the page.
+  const bool known =
+      !last_.text.empty() && page_.FindText == last_.text && page_.FindMatchCase == matchCase;
+  return known && text.starts_with(last_.text) ? last_.row : 1;
+}
+
 bool RestoreFind::doFindString(const std::string& text, bool matchCase) {
   const WaitPointer wait(desktop_);
+  const int first = firstRowToSearch(text, matchCase);
   page_.FindText = text;
   page_.FindMatchCase = matchCase;
-  page_.FindRow = findFrom(1);
+  page_.FindRow = findFrom(first);
   if (page_.FindRow == 0) page_.FindText.clear();
+  last_ = {page_.FindText, page_.FindRow};
   page_.pbFindNextEnabled = page_.vsRestore.hasData() && !page_.FindText.empty();
   if (page_.FindRow == 0) return false;
   showMatch(page_.FindRow);

@@ -21,7 +21,14 @@ class RestoreFind {
  private:
   int findFrom(int row) const;
   void showMatch(int row);
+  int firstRowToSearch(const std::string& text, bool matchCase) const;
 
+  /// What was found last from the top: a longer text can stand no further up.
+  struct Last {
+    std::string text;
+    int row = 0;
+  };
+  Last last_;
   RestorePage& page_;
   Desktop& desktop_;
 };

@@ -167,6 +167,11 @@ void RestoreOptionsView::showEvent(QShowEvent* event) {
   doShowRoom();
 }
 
+void RestoreOptionsView::changeEvent(QEvent* event) {
+  Page::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && isVisible()) doShowRoom();
+}
+
 bool RestoreOptionsView::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::DragEnter || event->type() == QEvent::Drop) {
     // A drop event is a drag event with the same data.

@@ -23,6 +23,7 @@ class RestoreOptionsView : public Page {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   static QString noFolderText();

@@ -37,10 +37,10 @@ RestoreTreeView::RestoreTreeView(const Context& context, QWidget* parent)
   columns->setSectionResizeMode(RestoreName, QHeaderView::Stretch);
   const int letter = metrics.averageCharWidth();
   columns->setMinimumSectionSize(6 * letter);
-  columns->resizeSection(RestoreDisc, 9 * letter);
-  columns->resizeSection(RestoreSize, 12 * letter);
-  columns->resizeSection(RestoreType, 20 * letter);
-  columns->resizeSection(RestoreModified, 19 * letter);
+  columns->resizeSection(RestoreDisc, 8 * letter);
+  columns->resizeSection(RestoreSize, 11 * letter);
+  columns->resizeSection(RestoreType, 17 * letter);
+  columns->resizeSection(RestoreModified, 18 * letter);
 
   connect(&model_, &RestoreTreeModel::boxClicked, this, &RestoreTreeView::doTick);
   connect(delegate, &RestoreTreeDelegate::arrowClicked, this, &RestoreTreeView::doToggle);

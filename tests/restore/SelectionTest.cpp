@@ -211,5 +211,26 @@ TEST(Find, FindsTheSameRowsAsALookAtEveryName) {
   }
 }
 
+TEST(Find, FindsTheFirstRowOfEveryBeginningOfATextAsItIsTyped) {
+  IndexLines lines;
+  for (int row = 0; row < 400; ++row) lines.file("Img " + std::to_string(row * 7 % 400), 1);
+  Selecting s(lines.text());
+  const RestoreTree& tree = s.page.vsRestore;
+  for (const std::string text : {"img 123", "G 39", "MG 1x"}) {
+    for (std::size_t length = 1; length <= text.size(); ++length) {
+      const std::string typed = text.substr(0, length), upper = Text::toUpper(typed);
+      int first = 1;
+      while (first < tree.Rows() &&
+             Text::toUpper(tree.name(first)).find(upper) == std::string::npos)
+        ++first;
+      EXPECT_EQ(s.find.doFindString(typed, false), first < tree.Rows()) << typed;
+      EXPECT_EQ(s.page.FindRow, first % tree.Rows()) << typed;
+      // The place of the search moves on; the first row stays.
+      if (length == 1) s.find.doFindNext();
+    }
+    s.find.doFindString("Img", true);
+  }
+}
+
 }  // namespace
 }  // namespace korvenal::test

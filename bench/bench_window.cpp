@@ -1,0 +1,214 @@
+#include <QApplication>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <ctime>
+#include <filesystem>
+
+#include "LoopWatch.h"
+#include "PairedRounds.h"
+#include "PlanBench.h"
+#include "SampleIndex.h"
+#include "start/ProgramStart.h"
+#include "ui/MainWindow.h"
+#include "ui/QtDesktop.h"
+
+// The window: how long its event loop is kept waiting by an index of a million rows and, with a
+// folder, by the estimate of that; and how long a start takes until the window can be used.
+// Usage: bench_window [FOLDER], a tree of make_tree.
+
+namespace {
+
+using namespace korvenal;
+namespace fs = std::filesystem;
+
+constexpr const char* StartOption = "--start";
+constexpr int Rounds = 5;
+
+/// Says yes to every question, and closes dialogs that wait for a person after some looks at them.
+class AgreeingDesktop : public ui::QtDesktop {
+ public:
+  AgreeingDesktop() {
+    QObject::connect(&looks_, &QTimer::timeout, &looks_, [this] { doLook(); });
+    looks_.start(50);
+  }
+  Answer doShowMessage(const MessageBox& message) override {
+    if (onRefresh) onRefresh();
+    // A box that waits for a person leaves the loop its turns.
+    QCoreApplication::processEvents();
+    return message.buttons == MessageButtons::YesNo ? Answer::Yes : Answer::Ok;
+  }
+
+ private:
+  void doLook() {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || dialog->objectName() == QLatin1String("frmAddFiles")) {
+      seen_ = 0;
+      return;
+    }
+    if (++seen_ < 10) {
+      QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+      if (QWidget* focus = dialog->focusWidget()) QCoreApplication::sendEvent(focus, &down);
+    } else {
+      dialog->reject();
+    }
+  }
+
+  QTimer looks_;
+  int seen_ = 0;
+};
+
+/// A program in its window, with an application folder of its own.
+class Program {
+ public:
+  explicit Program(const std::string& folder) {
+    StartFailure failure;
+    start_ = doStartProgram({.applicationFolder = folder, .shelf = folder + "discs"}, failure);
+    if (!start_) throw std::runtime_error(failure.text);
+    const Ports ports = start_->platform->ports(desktop_);
+    Profile(ports.files, start_->workspace.gSettingsFile)
+        .doWriteProfile("Devices", "dvcS_Name", "V");
+    main_ = std::make_unique<frmMain>(ports, start_->workspace);
+    window_ = std::make_unique<ui::MainWindow>(*main_, desktop_, ports);
+    main_->doLoad();
+    window_->refresh();
+    window_->show();
+  }
+  frmMain& main() { return *main_; }
+  ui::MainWindow& window() { return *window_; }
+  FileView& files() { return start_->platform->ports(desktop_).files; }
+
+  void press(const char* button) {
+    window_->findChild<QPushButton*>(QLatin1String(button))->click();
+  }
+  template <typename Widget>
+  Widget& find(const char* name) {
+    return *window_->findChild<Widget*>(QLatin1String(name));
+  }
+  void key(QWidget& widget, int key, const QString& text = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(&widget, &press);
+  }
+
+ private:
+  AgreeingDesktop desktop_;
+  std::optional<ProgramStart> start_;
+  std::unique_ptr<frmMain> main_;
+  std::unique_ptr<ui::MainWindow> window_;
+};
+
+void measureIndex(Program& program, bench::LoopWatch& watch, const std::string& folder) {
+  const std::string text = folder + "text", index = folder + "index.bdx";
+  bench::writeSampleIndex(text);
+  LinuxFiles files(nullptr);
+  ZipIndexArchive archive(files);
+  if (archive.compress(index, text, IndexPassword, {}) != 0) return;
+
+  frmMain& main = program.main();
+  ui::MainWindow& window = program.window();
+  watch.measure("restore page", [&] { window.act([&] { main.doTask02(); }); });
+  main.restorePage.txRestoreTo = folder;
+  watch.measure("index opened, all selected",
+                [&] { window.act([&] { main.indexOpening.doOpenIndexFile(index); }); });
+  std::printf("%d rows\n", main.restorePage.vsRestore.Rows() - 1);
+  auto& tree = program.find<QTableView>("vsRestore");
+  auto& field = program.find<QLineEdit>("txFind");
+  watch.measure("invert", [&] { program.press("pbInvertSelection"); });
+  watch.measure("select all", [&] { program.press("pbSelectALL"); });
+  watch.measure("collapse all", [&] { program.press("pbCollapse"); });
+  watch.measure("check at the root", [&] { program.key(tree, Qt::Key_Space); });
+  watch.measure("open the root", [&] { program.key(tree, Qt::Key_Right); });
+  watch.measure("expand all", [&] { program.press("pbExpand"); });
+  watch.measure("close the root", [&] { program.key(tree, Qt::Key_Left); });
+  watch.measure("open it again", [&] { program.key(tree, Qt::Key_Right); });
+  watch.measure("to the last row", [&] { program.key(tree, Qt::Key_End); });
+  watch.measure("find while typing", [&] {
+    for (const char letter : {'4', '1', '6', '6', ' ', 'l', 'e', 'v', 'e', 'l', ' ', '1', '2'}) {
+      program.key(field, 0, QString(QLatin1Char(letter)));
+      QCoreApplication::processEvents();
+    }
+  });
+  watch.measure("find what is nowhere",
+                [&] { program.key(field, Qt::Key_X, QStringLiteral("x")); });
+  watch.measure("discs listed for the run", [&] { main.restore.doGetRestoreDisc(); });
+  watch.measure("a new visit of the page",
+                [&] { window.act([&] { main.selection.doInitRestoreGrid(); }); });
+}
+
+void measureEstimate(Program& program, bench::LoopWatch& watch, const std::string& tree) {
+  frmMain& main = program.main();
+  ui::MainWindow& window = program.window();
+  watch.measure("backup page", [&] { window.act([&] { main.doTask01(); }); });
+  watch.measure("item added", [&] { window.act([&] { main.addItems.doPickItems({tree}); }); });
+  watch.measure("estimate", [&] { window.act([&] { main.estimate.pbEstimate(); }); });
+  std::printf("%d rows, %s\n", main.plan.vsBuffer.Rows() - 1, main.estimate.EstimateDisc.c_str());
+  watch.measure("report", [&] { window.act([&] { main.estimate.pbEstimateInfo(); }); });
+}
+
+double monotonicSeconds() {
+  timespec now{};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+/// Ends the program at the first turn of its loop after the window was painted.
+class FirstPaint : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::UpdateRequest)
+      QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+int startOnce(const std::string& folder, double begun) {
+  Program program(folder);
+  FirstPaint watcher;
+  program.window().installEventFilter(&watcher);
+  program.main().doFirstActivate();
+  QApplication::exec();
+  std::printf("start %.0f ms, resident memory %.1f MiB\n", (monotonicSeconds() - begun) * 1000,
+              static_cast<double>(bench::memoryKilobytes("VmRSS:")) / 1024);
+  return 0;
+}
+
+void measureStarts(const std::string& self, const std::string& folder) {
+  for (int round = 0; round < Rounds; ++round) {
+    std::fflush(stdout);
+    const std::string begun = std::to_string(monotonicSeconds());
+    const pid_t child = ::fork();
+    if (child == 0) {
+      ::execl(self.c_str(), self.c_str(), StartOption, folder.c_str(), begun.c_str(), nullptr);
+      ::_exit(127);
+    }
+    ::waitpid(child, nullptr, 0);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  const std::string self = fs::read_symlink("/proc/self/exe");
+  std::string folder = (fs::temp_directory_path() / "korvenal-bench-XXXXXX").string();
+  if (argc == 4 && std::strcmp(argv[1], StartOption) == 0) {
+    QApplication application(argc, argv);
+    return startOnce(argv[2], std::atof(argv[3]));
+  }
+  if (::mkdtemp(folder.data()) == nullptr) return 1;
+  folder += "/";
+  measureStarts(self, folder);
+  {
+    QApplication application(argc, argv);
+    Program program(folder);
+    bench::LoopWatch watch;
+    measureIndex(program, watch, folder);
+    if (argc > 1) measureEstimate(program, watch, argv[1]);
+    std::printf("longest wait of all %.1f ms\n", watch.worstMilliseconds());
+  }
+  fs::remove_all(folder);
+}
