@@ -287,7 +287,16 @@ TEST_F(MmcDriveTest, ASlowDriveLetsTheProgramGoOnAndIsOccupiedMeanwhile) {
       {"which disc", [&] { return engine->do_DiscIs() == DiscDvdPlusRw; }},
       {"sessions", [&] { return engine->do_ImportSession(0, "\\") != 0; }},
       {"reading", [&] { return read("a") == std::string(3'000'000, 'a'); }},
-      {"preparing", [&] { return engine->do_Prepare([&] { return gate.open(), false; }) > 0; }},
+      {"preparing",
+       [&] {
+         const auto pump = [&] {
+           EXPECT_EQ(engine->do_TestUnitReady(), 0);
+           EXPECT_EQ(disc->doGetInfo('D', "a").kind, FileInfo::Kind::Missing);
+           gate.open();
+           return false;
+         };
+         return engine->do_Prepare(pump) > 0;
+       }},
       {"eject", [&] { return engine->do_EjectMedium(), engine->do_TestUnitReady() == 0; }},
       {"load", [&] { return engine->do_LoadMedium(), engine->do_TestUnitReady() != 0; }},
   };

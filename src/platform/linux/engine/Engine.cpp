@@ -95,13 +95,13 @@ std::string Engine::problem(char letter) {
 
 // The drive and its tray.
 
-/// The stop button reaches for the tray at any moment.
+/// Buttons and other windows reach for drives at any moment.
 bool Engine::mayTouch() const {
   return selected_ != nullptr && !isBusy(selected_) && !preparing_;
 }
 
 int Engine::do_TestUnitReady() {
-  if (selected_ == nullptr || isBusy(selected_)) return 0;
+  if (!mayTouch()) return 0;
   if (selected_->isReady()) return -1;
   if (const std::string problem = selected_->problem(); !problem.empty())
     setError(DriveRefused, problem);
@@ -147,7 +147,10 @@ DiscState Engine::stateOf(char letter) {
 
 std::shared_ptr<DiscReader> Engine::readerOf(char letter) {
   Drive* drive = find(letter);
-  return drive != nullptr && libraries_.isReady() ? drive->reader() : nullptr;
+  if (drive == nullptr || !libraries_.isReady()) return nullptr;
+  // Its earlier sessions may be read on another thread.
+  if (preparing_ && drive == selected_) return nullptr;
+  return drive->reader();
 }
 
 std::uint8_t Engine::do_DiscIs() {

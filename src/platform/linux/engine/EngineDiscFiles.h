@@ -5,8 +5,8 @@
 
 namespace korvenal {
 
-/// Files on the discs in the engine's drives. A disc that is being burned or erased, and one in an
-/// open tray, has none.
+/// Files on the discs in the engine's drives. A disc that is being prepared, burned or erased, and
+/// one in an open tray, has none.
 class EngineDiscFiles : public DiscFiles {
  public:
   /// The engine must outlive this.
