@@ -139,6 +139,7 @@ class MmcDriveTest : public EngineFixture {
 
   Script script;
   std::string file;
+  SlowCalls calls;
   std::unique_ptr<MmcDrive> drive;
 };
 
@@ -257,7 +258,6 @@ TEST_F(MmcDriveTest, AnUnpluggedDriveIsGoneAtOnce) {
 
 TEST_F(MmcDriveTest, ASlowDriveLetsTheProgramGoOnAndIsOccupiedMeanwhile) {
   Gate gate;
-  SlowCalls calls;
   int pumps = 0;
   plugIn(std::make_unique<PatientDevice>(std::make_unique<ScriptedDevice>(script, file), calls));
   insert("\\", "a", dir.write("a", std::string(3'000'000, 'a')));
@@ -313,6 +313,7 @@ TEST_F(MmcDriveTest, ASlowDriveLetsTheProgramGoOnAndIsOccupiedMeanwhile) {
   calls.setPump([&] { engine->do_UnlockMedium(); });
   engine->do_LoadMedium();
   EXPECT_EQ(script.tray, MmcDevice::Tray::Loaded) << "a stop ends the wait for a disc";
+  calls.setPump({});
 }
 
 TEST(LibburnDeviceTest, AMachineWithoutDrivesHasNone) {
