@@ -146,6 +146,32 @@ void frmMain::doDefault() {
   ports_.desktop.doShowModal(form);
 }
 
+void frmMain::doShowHelp(const std::string& topic) {
+  const std::string page = workspace.helpPage(topic);
+  if (ports_.files.doFileExists(page)) ports_.desktop.doOpenOutside(page);
+}
+
+void frmMain::doShowPageHelp() {
+  switch (controller.mainTab) {
+    case ActionController::StartPage:
+      return doShowHelp("Start Page");
+    case ActionController::BackupPage:
+      return doShowHelp("Backup Window");
+    case ActionController::RestorePage:
+      return doShowHelp("Restore Window");
+    case ActionController::ErasePage:
+      return doShowHelp("Erase Rewritable Disc");
+    default:
+      return doShowHelp("Contents");
+  }
+}
+
+void frmMain::doOpenExplorer() {
+  if (ports_.desktop.doOpenOutside(workspace.homeFolder)) return;
+  const FlagScope ignore(state.IgnoreEvents);
+  ports_.desktop.doShowMessage({.text = "Unable to open Windows Explorer.", .title = "Error"});
+}
+
 void frmMain::PBAddFiles() {
   if (!mayBegin(Command::AddItems, state)) return;
   const FlagScope ignore(state.IgnoreEvents);

@@ -105,6 +105,13 @@ class frmMain {
   /// The default options, modal.
   void doDefault();
 
+  /// A page of the help, outside of the program. Nothing when the help is not installed.
+  void doShowHelp(const std::string& topic);
+  /// The help about the main page in view (F1).
+  void doShowPageHelp();
+  /// The home folder in the desktop's file manager.
+  void doOpenExplorer();
+
   // What the backup page opens, modal; nothing while an action runs.
 
   /// The browser that picks items.

@@ -105,6 +105,10 @@ void ConsoleDesktop::doPlaySound(const std::string&) {
   if (screen_.isTerminal()) screen_.raw("\a");
 }
 
+bool ConsoleDesktop::doOpenOutside(const std::string&) {
+  return false;
+}
+
 std::string ConsoleDesktop::doGetTypeName(const std::string&, bool isFolder) {
   return isFolder ? "Folder" : "";
 }

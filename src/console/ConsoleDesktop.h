@@ -53,6 +53,7 @@ class ConsoleDesktop : public Desktop {
   void doSetWaitPointer(bool) override {}
   void doPrintTable(const Table& table, const std::string& documentName) override;
   void doPlaySound(const std::string& file) override;
+  bool doOpenOutside(const std::string& path) override;
   std::string doGetTypeName(const std::string& name, bool isFolder) override;
 
  private:

@@ -1,6 +1,7 @@
 #include "core/Workspace.h"
 
 #include "platform/Paths.h"
+#include "platform/Text.h"
 
 namespace korvenal {
 
@@ -14,12 +15,17 @@ Workspace Workspace::below(const std::string& applicationFolder, const std::stri
   workspace.gSettingsFile = app + "KORVEN2.dat";
   workspace.gRecentFile = app + "RecentBackup.dat";
   workspace.gDiscLogFile = app + "DiscLog.dat";
-  workspace.gHelpFile = workspace.binFolder + "help/index.html";
+  workspace.gHelpFile = workspace.binFolder + "help/contents.html";
   workspace.TempFolder = app;
   workspace.AutoloaderFolder = app + "Autoloader/";
   workspace.logFolder = app + "LOG/";
   workspace.scratchFolder = app + "TMP/";
   return workspace;
+}
+
+std::string Workspace::helpPage(const std::string& topic) const {
+  const std::string name = Text::replaceAll(Text::toLower(topic), " ", "-");
+  return Paths::withEnd(Paths::doGetFolderPart(gHelpFile)) + name + ".html";
 }
 
 void Workspace::doCheckTempFolder(Files& files, const std::string& wanted) {

@@ -23,12 +23,14 @@ struct Workspace {
   std::string gSettingsFile;
   std::string gRecentFile;
   std::string gDiscLogFile;
-  std::string gHelpFile;
+  std::string gHelpFile;         ///< the first page of the help; the other topics lie beside it
   std::string TempFolder;        ///< private scratch of runs
   std::string AutoloaderFolder;  ///< named only, never made
   std::string logFolder;         ///< "LOG": one report a disc of the run
   std::string scratchFolder;     ///< "TMP": extraction of an index
 
+  /// The page of a help topic: "Backup Window" is "backup-window.html" beside `gHelpFile`.
+  std::string helpPage(const std::string& topic) const;
   /// The report of the n-th record of the run, from 1.
   std::string runLog(int n) const { return logFolder + "$" + std::to_string(n) + ".log"; }
 

@@ -53,6 +53,8 @@ class Desktop {
   /// Prints the rows and columns that are not hidden, after a dialog about the printer.
   virtual void doPrintTable(const Table& table, const std::string& documentName) = 0;
   virtual void doPlaySound(const std::string& file) = 0;
+  /// Opens a folder or a page with the program that the desktop has for it. False when it has none.
+  virtual bool doOpenOutside(const std::string& path) = 0;
   /// The type text of a file by its name ("JPEG image"); empty when unknown.
   virtual std::string doGetTypeName(const std::string& name, bool isFolder) = 0;
 };

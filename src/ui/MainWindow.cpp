@@ -1,15 +1,19 @@
 #include "ui/MainWindow.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "app/WindowPlace.h"
 #include "core/Workspace.h"
+#include "ui/AboutDialog.h"
 #include "ui/EraseView.h"
 #include "ui/JobView.h"
 #include "ui/RestoreView.h"
@@ -33,20 +37,23 @@ constexpr int EraseKind = 5;
 
 }  // namespace
 
-MainWindow::MainWindow(frmMain& main, QtDesktop& desktop, const Ports& ports)
+MainWindow::MainWindow(frmMain& main, Lifecycle& life, QtDesktop& desktop, const Ports& ports)
     : main_(main),
+      life_(life),
       desktop_(desktop),
       context_{.main = main,
                .desktop = desktop,
                .files = ports.files,
                .trays = ports.trays,
                .act = [this](const std::function<void()>& wish) { act(wish); },
-               .showHelp = [this](const std::string& topic) { doShowHelp(topic); }} {
+               .showHelp = [this](const std::string& topic) { main_.doShowHelp(topic); }} {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(toQt(gProductName));
   setWindowIcon(Theme::ownIcon(QStringLiteral("korvenal")));
   setMinimumSize(MinimumWidth, MinimumHeight);
+  life_.frame = this;
   desktop_.mainWindow = this;
+  desktop_.onAsk = [this] { life_.doPrepareToAsk(); };
   desktop_.onRefresh = [this] { refresh(); };
   desktop_.dialogs.showHelp = context_.showHelp;
   doBuildPages();
@@ -59,7 +66,9 @@ MainWindow::MainWindow(frmMain& main, QtDesktop& desktop, const Ports& ports)
 }
 
 MainWindow::~MainWindow() {
+  life_.frame = nullptr;
   desktop_.mainWindow = nullptr;
+  desktop_.onAsk = nullptr;
   desktop_.onRefresh = nullptr;
 }
 
@@ -143,9 +152,17 @@ void MainWindow::doBuildMenus() {
       file->addAction(Theme::icon(QStringLiteral("document-save")), tr("&Save..."),
                       QKeySequence::Save, this, [this] { act([this] { main_.doSaveJob(); }); });
   file->addSeparator();
-  file->addAction(tr("&Close"), QKeySequence::Close, this, [this] { close(); });
+  openExplorer_ =
+      file->addAction(Theme::icon(QStringLiteral("system-file-manager")), tr("Open File &Manager"),
+                      this, [this] { act([this] { main_.doOpenExplorer(); }); });
+  openExplorer_->setObjectName(QStringLiteral("mnOpenExplorer"));
+  file->addSeparator();
+  file->addAction(tr("&Close"), QKeySequence::Close, this,
+                  [this] { act([this] { life_.doClose(CloseReason::Code); }); })
+      ->setObjectName(QStringLiteral("mnClose"));
   file->addAction(Theme::icon(QStringLiteral("application-exit")), tr("E&xit"), QKeySequence::Quit,
-                  this, [this] { close(); });
+                  this, [this] { act([this] { life_.commander.doExitProgram(); }); })
+      ->setObjectName(QStringLiteral("mnExitProgram"));
 
   QMenu* action = menuBar()->addMenu(tr("&Action"));
   for (QAction* page : pageActions_) action->addAction(page);
@@ -157,8 +174,10 @@ void MainWindow::doBuildMenus() {
                       this, [this] { act([this] { main_.doDefault(); }); });
 
   QMenu* help = menuBar()->addMenu(tr("&Help"));
-  help->addAction(Theme::icon(QStringLiteral("help-contents")), tr("&Contents"),
-                  QKeySequence::HelpContents, this, [this] { doShowHelp("Contents"); });
+  help->addAction(Theme::icon(QStringLiteral("help-contents")), tr("&This Page"),
+                  QKeySequence::HelpContents, this, [this] { main_.doShowPageHelp(); });
+  help->addAction(tr("&Contents"), this, [this] { main_.doShowHelp("Contents"); });
+  help->addSeparator();
   help->addAction(Theme::icon(QStringLiteral("help-about")), tr("&About"), this,
                   [this] { doShowAbout(); });
 }
@@ -183,16 +202,62 @@ void MainWindow::refresh() {
   openJob_->setEnabled(mayBegin(Command::OpenJob, main_.state));
   saveJob_->setEnabled(mayBegin(Command::SaveJob, main_.state) && main_.job.hasItems() &&
                        controller.mainTab == ActionController::BackupPage);
+  openExplorer_->setEnabled(controller.mainTab == ActionController::BackupPage ||
+                            controller.mainTab == ActionController::RestorePage);
   deviceName_->setText(toQt(main_.deviceSettings.DeviceName));
   for (Page* page : pages_) page->refresh();
 }
 
-void MainWindow::doShowHelp(const std::string&) {}
+void MainWindow::doShowAbout() {
+  const FlagScope ignore(main_.state.IgnoreEvents);
+  AboutDialog(this).exec();
+}
 
-void MainWindow::doShowAbout() {}
+void MainWindow::doPlace(const MainWindowPlace& stored) {
+  const QRect usable = screen()->availableGeometry();
+  const WindowPlace place =
+      usablePlace(stored, {usable.width() * TwipsPerPixel, usable.height() * TwipsPerPixel});
+  const auto pixels = [](std::int64_t twips) { return static_cast<int>(twips / TwipsPerPixel); };
+  move(usable.topLeft() + QPoint(pixels(place.left), pixels(place.top)));
+  resize(pixels(place.width), pixels(place.height));
+  if (place.maximized) setWindowState(Qt::WindowMaximized);
+}
 
+MainWindowPlace MainWindow::place() const {
+  constexpr int Normal = 0, Minimized = 1, Maximized = 2;
+  const QPoint corner = screen()->availableGeometry().topLeft();
+  const bool changed = isMaximized() || isMinimized();
+  const QRect normal = changed ? normalGeometry() : QRect(pos(), size());
+  return {.State = isMinimized()   ? Minimized
+                   : isMaximized() ? Maximized
+                                   : Normal,
+          .Left = (normal.x() - corner.x()) * TwipsPerPixel,
+          .Top = (normal.y() - corner.y()) * TwipsPerPixel,
+          .Width = normal.width() * TwipsPerPixel,
+          .Height = normal.height() * TwipsPerPixel};
+}
+
+void MainWindow::doShow() {
+  refresh();
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+}
+
+void MainWindow::doHide() {
+  hide();
+}
+
+void MainWindow::doEnd() {
+  if (onEnd) onEnd();
+}
+
+/// Without the person's hand on it, a close comes from the end of the session.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  event->setAccepted(mayBegin(Command::Close, main_.state));
+  if (QApplication::activeModalWidget() != nullptr) return event->ignore();
+  event->setAccepted(
+      life_.doClose(event->spontaneous() ? CloseReason::CloseBox : CloseReason::SystemShutdown));
 }
 
 }  // namespace korvenal::ui

@@ -1,9 +1,11 @@
 #include "ui/QtDesktop.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QThread>
+#include <QUrl>
 
 #include "ui/TablePrinter.h"
 #include "ui/Texts.h"
@@ -90,8 +92,13 @@ void QtDesktop::doRest() {
   QThread::msleep(RestMilliseconds);
 }
 
-Answer QtDesktop::doShowMessage(const MessageBox& message) {
+void QtDesktop::doPrepareToAsk() {
+  if (onAsk) onAsk();
   if (onRefresh) onRefresh();
+}
+
+Answer QtDesktop::doShowMessage(const MessageBox& message) {
+  doPrepareToAsk();
   QMessageBox box(front());
   box.setObjectName(QStringLiteral("messageBox"));
   box.setIcon(iconOf(message.icon));
@@ -105,7 +112,7 @@ Answer QtDesktop::doShowMessage(const MessageBox& message) {
 }
 
 void QtDesktop::doShowModal(Form& form) {
-  if (onRefresh) onRefresh();
+  doPrepareToAsk();
   if (const auto dialog = makeFormDialog(form, dialogs, front()))
     dialog->runModal();
   else
@@ -114,11 +121,13 @@ void QtDesktop::doShowModal(Form& form) {
 }
 
 std::string QtDesktop::doAskOpenFile(const FileDialog& dialog) {
+  doPrepareToAsk();
   return fromQt(QFileDialog::getOpenFileName(front(), toQt(dialog.title), toQt(dialog.folder),
                                              filterOf(dialog)));
 }
 
 std::string QtDesktop::doAskSaveFile(const FileDialog& dialog) {
+  doPrepareToAsk();
   QFileDialog box(front(), toQt(dialog.title), toQt(dialog.folder), filterOf(dialog));
   box.setAcceptMode(QFileDialog::AcceptSave);
   // A name without the extension gets it before the dialog asks about overwriting.
@@ -128,6 +137,7 @@ std::string QtDesktop::doAskSaveFile(const FileDialog& dialog) {
 }
 
 std::string QtDesktop::doAskFolder(const std::string& title, const std::string& folder) {
+  doPrepareToAsk();
   return fromQt(QFileDialog::getExistingDirectory(front(), toQt(title), toQt(folder)));
 }
 
@@ -144,6 +154,10 @@ void QtDesktop::doPrintTable(const Table& table, const std::string& documentName
 
 void QtDesktop::doPlaySound(const std::string& file) {
   chime_.play(file);
+}
+
+bool QtDesktop::doOpenOutside(const std::string& path) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(toQt(path)));
 }
 
 std::string QtDesktop::doGetTypeName(const std::string& name, bool isFolder) {

@@ -19,6 +19,8 @@ class QtDesktop : public Desktop {
 
   /// Shows what has changed since the last call; called at yields, some 50 times a second at most.
   std::function<void()> onRefresh;
+  /// Called before the person is asked anything.
+  std::function<void()> onAsk;
   DialogServices dialogs;
   /// The window that dialogs stand over. Not owned; null before there is one.
   QWidget* mainWindow = nullptr;
@@ -33,10 +35,12 @@ class QtDesktop : public Desktop {
   void doSetWaitPointer(bool waiting) override;
   void doPrintTable(const Table& table, const std::string& documentName) override;
   void doPlaySound(const std::string& file) override;
+  bool doOpenOutside(const std::string& path) override;
   std::string doGetTypeName(const std::string& name, bool isFolder) override;
 
  private:
   void doWork();
+  void doPrepareToAsk();
   QWidget* front() const;
 
   QElapsedTimer sinceYield_;

@@ -1,36 +1,61 @@
 #include <QApplication>
-#include <iostream>
+#include <QIcon>
+#include <QMessageBox>
+#include <QStandardPaths>
 
+#include "app/Lifecycle.h"
 #include "start/ProgramStart.h"
+#include "ui/EndRequests.h"
+#include "ui/FileTypes.h"
 #include "ui/MainWindow.h"
 #include "ui/QtDesktop.h"
+#include "ui/ShowRequests.h"
 #include "ui/Texts.h"
+#include "ui/TrayIcon.h"
+
+namespace {
+
+using namespace korvenal;
+
+int run(const ProgramStart& start) {
+  ui::QtDesktop desktop;
+  const Ports ports = start.platform->ports(desktop);
+  frmMain program(ports, start.workspace);
+  ui::TrayIcon tray;
+  Lifecycle life(program, desktop, tray);
+  ui::MainWindow window(program, life, desktop, ports);
+  // exit() and not quit(): nothing is asked any more.
+  window.onEnd = [] { QCoreApplication::exit(0); };
+  tray.commander = &life.commander;
+  tray.act = [&window](const std::function<void()>& wish) { window.act(wish); };
+  const ui::EndRequests ends(life);
+  const ui::ShowRequests shows(ui::toQt(start.workspace.applicationFolder),
+                               [&life] { life.doShow(); });
+  ui::doRegisterFileTypes(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
+                          QCoreApplication::applicationFilePath());
+
+  // From within the event loop, so that an end asked for while a first dialog is open is one.
+  QMetaObject::invokeMethod(
+      &window, [&] { window.act([&life] { life.doStart(); }); }, Qt::QueuedConnection);
+  return QApplication::exec();
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
-  using namespace korvenal;
+  StartFailure failure;
+  const std::optional<ProgramStart> start = doStartProgram({}, failure);
+  // A second start ends in silence, before it so much as looks for a display.
+  if (!start && failure.alreadyRunning) return 0;
+
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("korvenal"));
   QApplication::setApplicationDisplayName(ui::toQt(gProductName));
   QApplication::setDesktopFileName(QStringLiteral("korvenal"));
-
-  StartFailure failure;
-  const std::optional<ProgramStart> start = doStartProgram({}, failure);
+  QApplication::setQuitOnLastWindowClosed(false);
   if (!start) {
-    // A second start ends in silence.
-    if (failure.alreadyRunning) return 0;
-    std::cerr << failure.text << '\n';
+    QMessageBox::critical(nullptr, ui::toQt(gProductName), ui::toQt(failure.text));
     return 1;
   }
-  ui::QtDesktop desktop;
-  const Ports ports = start->platform->ports(desktop);
-  frmMain program(ports, start->workspace);
-  ui::MainWindow window(program, desktop, ports);
-  program.doLoad();
-  window.refresh();
-  window.show();
-  program.doFirstActivate();
-  window.refresh();
-  const int code = QApplication::exec();
-  program.doUnload();
-  return code;
+  return run(*start);
 }

@@ -51,6 +51,10 @@ void ScriptedDesktop::doPrintTable(const Table&, const std::string& documentName
 void ScriptedDesktop::doPlaySound(const std::string& file) {
   sounds.push_back(file);
 }
+bool ScriptedDesktop::doOpenOutside(const std::string& path) {
+  opened.push_back(path);
+  return opensOutside;
+}
 std::string ScriptedDesktop::doGetTypeName(const std::string&, bool isFolder) {
   return isFolder ? "Folder" : "";
 }

@@ -28,6 +28,8 @@ class ScriptedDesktop : public Desktop {
   int rests = 0;
   std::vector<std::string> sounds;
   std::vector<std::string> printed;  ///< names of printed documents
+  std::vector<std::string> opened;   ///< folders and pages handed to the desktop
+  bool opensOutside = true;
 
   void doYield() override;
   void doRest() override;
@@ -39,6 +41,7 @@ class ScriptedDesktop : public Desktop {
   void doSetWaitPointer(bool waiting) override;
   void doPrintTable(const Table& table, const std::string& documentName) override;
   void doPlaySound(const std::string& file) override;
+  bool doOpenOutside(const std::string& path) override;
   std::string doGetTypeName(const std::string& name, bool isFolder) override;
 
  private:

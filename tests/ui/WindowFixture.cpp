@@ -4,6 +4,16 @@
 
 namespace korvenal::ui {
 
+namespace {
+
+class PlacedWindow : public MainWindow {
+ public:
+  using MainWindow::MainWindow;
+  void doPlace(const MainWindowPlace&) override { resize(1000, 720); }
+};
+
+}  // namespace
+
 WindowFixture::WindowFixture() {
   source = temp.makeFolder("source") + "/";
   target = temp.makeFolder("target");
@@ -37,18 +47,20 @@ void WindowFixture::doStart() {
   desktop = std::make_unique<QtDesktop>();
   const Ports ports = platform->ports(*desktop);
   program = std::make_unique<frmMain>(ports, places);
-  window_ = std::make_unique<MainWindow>(*program, *desktop, ports);
-  program->doLoad();
-  window_->resize(1000, 720);
-  window_->show();
-  program->doFirstActivate();
+  life = std::make_unique<Lifecycle>(*program, *desktop, tray);
+  if (ownPlace)
+    window_ = std::make_unique<PlacedWindow>(*program, *life, *desktop, ports);
+  else
+    window_ = std::make_unique<MainWindow>(*program, *life, *desktop, ports);
+  life->doStart();
   window_->refresh();
 }
 
 void WindowFixture::doEnd() {
   if (!program) return;
-  program->doUnload();
+  if (!life->isUnloaded()) program->doUnload();
   window_.reset();
+  life.reset();
   program.reset();
   desktop.reset();
   platform.reset();

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "app/Lifecycle.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "support/TempDir.h"
 #include "ui/MainWindow.h"
@@ -11,6 +12,19 @@
 #include "ui/QtDesktop.h"
 
 namespace korvenal::ui {
+
+/// A tray that is there when the test says so, and remembers what is in it.
+class MemoryTray : public TrayArea {
+ public:
+  bool present = false;
+  bool icon = false;
+  std::vector<std::string> notices;
+
+  bool isPresent() const override { return present; }
+  void doAddIcon(const std::string&) override { icon = present; }
+  void doRemoveIcon() override { icon = false; }
+  void doNotify(const std::string& text) override { notices.push_back(text); }
+};
 
 /// The whole program in its window, over real files and image drives in a folder of its own. The
 /// first image drive is chosen already, unless a test starts it otherwise.
@@ -44,6 +58,9 @@ class WindowFixture : public testing::Test {
   std::unique_ptr<LinuxPlatform> platform;
   std::unique_ptr<QtDesktop> desktop;
   std::unique_ptr<frmMain> program;
+  MemoryTray tray;
+  bool ownPlace = true;  ///< the window comes up as large as tests want it, not as it was left
+  std::unique_ptr<Lifecycle> life;
 
  private:
   Workspace workspace();
