@@ -14,6 +14,7 @@
 #include "start/ProgramStart.h"
 #include "ui/MainWindow.h"
 #include "ui/QtDesktop.h"
+#include "ui/TrayIcon.h"
 
 // The window: how long its event loop is kept waiting by an index of a million rows and, with a
 // folder, by the estimate of that; and how long a start takes until the window can be used.
@@ -71,7 +72,8 @@ class Program {
     Profile(ports.files, start_->workspace.gSettingsFile)
         .doWriteProfile("Devices", "dvcS_Name", "V");
     main_ = std::make_unique<frmMain>(ports, start_->workspace);
-    window_ = std::make_unique<ui::MainWindow>(*main_, desktop_, ports);
+    life_ = std::make_unique<Lifecycle>(*main_, desktop_, noTray_);
+    window_ = std::make_unique<ui::MainWindow>(*main_, *life_, desktop_, ports);
     main_->doLoad();
     window_->refresh();
     window_->show();
@@ -96,6 +98,8 @@ class Program {
   AgreeingDesktop desktop_;
   std::optional<ProgramStart> start_;
   std::unique_ptr<frmMain> main_;
+  ui::TrayIcon noTray_;  ///< never added
+  std::unique_ptr<Lifecycle> life_;
   std::unique_ptr<ui::MainWindow> window_;
 };
 

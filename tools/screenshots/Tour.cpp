@@ -42,7 +42,8 @@ Tour::Tour(const QString& work, const QString& pictures) : work_(work), camera_(
       .imageDrives = {.folder = places.applicationFolder + "Discs/", .drives = 1, .feeder = true}});
   const Ports ports = platform_->ports(desktop_);
   program_ = std::make_unique<frmMain>(ports, places);
-  window_ = std::make_unique<ui::MainWindow>(*program_, desktop_, ports);
+  life_ = std::make_unique<Lifecycle>(*program_, desktop_, tray_);
+  window_ = std::make_unique<ui::MainWindow>(*program_, *life_, desktop_, ports);
   guide_.window = window_.get();
 }
 

@@ -7,6 +7,7 @@
 #include "Guide.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "ui/MainWindow.h"
+#include "ui/TrayIcon.h"
 #include "ui/QtDesktop.h"
 
 namespace korvenal::tools {
@@ -43,6 +44,8 @@ class Tour {
   std::unique_ptr<LinuxPlatform> platform_;
   ui::QtDesktop desktop_;
   std::unique_ptr<frmMain> program_;
+  ui::TrayIcon tray_;
+  std::unique_ptr<Lifecycle> life_;
   std::unique_ptr<ui::MainWindow> window_;
 };
 
