@@ -50,9 +50,7 @@ bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
   services_.desktop.doYield();
   if (doLeaveAtStop(attempt)) return false;
   if (prepared <= 0) {
-    // The record has room for the sentence alone; which file it was, and why, belongs here.
-    if (const std::string cause = engine.do_GetErrorString(); !cause.empty())
-      services_.grids.doEventMessage("*" + cause);
+    doTellCause();
     attempt.doFail("Error: Disc track preparation failed.");
     return false;
   }
@@ -73,8 +71,16 @@ bool DiscBurner::doStartBurn(DiscAttempt& attempt) {
   const int started = services_.engine.do_Burn(
       work_.finished(), [&attempt](std::int32_t, std::int32_t) { ++attempt.FileErrorCount; }, 0,
       BurnLogFile);
-  if (started == 0) attempt.doFail("Error: Data buffer allocated failed.");
-  return started != 0;
+  if (started != 0) return true;
+  doTellCause();
+  attempt.doFail("Error: Data buffer allocated failed.");
+  return false;
+}
+
+void DiscBurner::doTellCause() {
+  // The record has room for the sentence alone; which file it was, and why, belongs here.
+  if (const std::string cause = services_.engine.do_GetErrorString(); !cause.empty())
+    services_.grids.doEventMessage("*" + cause);
 }
 
 void DiscBurner::doWaitForBurn() {

@@ -30,6 +30,7 @@ class DiscBurner {
   void doSetOptions(const DiscAttempt& attempt);
   bool doPrepareTrack(DiscAttempt& attempt);
   bool doStartBurn(DiscAttempt& attempt);
+  void doTellCause();
   void doWaitForBurn();
   void doJudge(DiscAttempt& attempt, int sessionsBefore, DiscRequest& request);
   void doFailBurn(DiscAttempt& attempt, std::string sentence);

@@ -209,6 +209,19 @@ TEST_F(DiscWriterTest, DrivesAreServedInTurnAndFailuresCounted) {
   EXPECT_EQ(writer.faults.discs, 2);
 }
 
+TEST_F(DiscWriterTest, WhyABurnCouldNotBeginIsToldBesideItsSentence) {
+  for (const char* call : {"do_Prepare", "do_Burn"}) {
+    BurnWorld fresh;
+    fresh.planOneFile();
+    fresh.engine.failing[call] = {1};
+    fresh.engine.errorText = "No space left on device";
+    fresh.engine.drives['V'].disc = FakeDisc();
+    DiscRequest from;
+    DiscWriter(fresh.services).doWriteDiscs(from);
+    EXPECT_TRUE(fresh.hasEvent("*No space left on device")) << call;
+  }
+}
+
 TEST_F(DiscWriterTest, ADriveThatMustReadAnewMakesAllOfThatLoadDoSo) {
   world.useDrives("VW", 1);
   world.devices.MultiErrorMax = 2;
