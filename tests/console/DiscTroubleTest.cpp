@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <utility>
 
@@ -29,7 +30,7 @@ class DiscTrouble : public ConsoleFixture {
   ~DiscTrouble() override { mend(); }
 
   void spoilDisc(const std::string& faults) {
-    temp.write("app/Discs/Disc.iso.disc", test::TempDir::read(image_ + ".disc") + faults);
+    std::ofstream(image_ + ".disc", std::ios::app) << faults;
   }
   /// The first time that the line is printed.
   void at(const char* line, std::function<void()> happens) {
@@ -146,6 +147,17 @@ TEST_F(DiscTrouble, ThePlaceOfTheFoldersCannotBeRead) {
 TEST_F(DiscTrouble, TheDiscIsPulledOutWhenItIsReadAgain) {
   spoilDisc("pull-after=1\n");
   expectFilesInError("2 backup files error.");
+}
+
+TEST_F(DiscTrouble, TheDiscCannotBeErased) {
+  temp.write("source/file.txt", "text");
+  image_ = temp / "app/Discs/Disc 2.iso";
+  ASSERT_EQ(run("disc new V CD-RW\n" + backup("")).code, ExitCode::Ok);
+  spoilDisc("fail-erase=1\nfail-number=1032\n");
+  EXPECT_EQ(run("erase quick").code, ExitCode::Failed);
+  EXPECT_EQ(record(1) + " " + record(7), "Quick-erase Error: Drive function failed.");
+  const Outcome outcome = run(backup("set AutoErase 1\n"));
+  EXPECT_EQ(record(7), "Error: Disc erasing failed.") << outcome.out;
 }
 
 TEST_F(DiscTrouble, OnlyTheDiscThatIsMissingIsBurnedAgain) {
