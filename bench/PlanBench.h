@@ -27,6 +27,7 @@ class EmptyDesktop : public Desktop {
   void doSetWaitPointer(bool) override {}
   void doPrintTable(const Table&, const std::string&) override {}
   void doPlaySound(const std::string&) override {}
+  bool doOpenOutside(const std::string&) override { return false; }
   std::string doGetTypeName(const std::string&, bool) override { return {}; }
 };
 
