@@ -74,13 +74,10 @@ class Program {
     main_ = std::make_unique<frmMain>(ports, start_->workspace);
     life_ = std::make_unique<Lifecycle>(*main_, desktop_, noTray_);
     window_ = std::make_unique<ui::MainWindow>(*main_, *life_, desktop_, ports);
-    main_->doLoad();
-    window_->refresh();
-    window_->show();
+    life_->doStart();
   }
   frmMain& main() { return *main_; }
   ui::MainWindow& window() { return *window_; }
-  FileView& files() { return start_->platform->ports(desktop_).files; }
 
   void press(const char* button) {
     window_->findChild<QPushButton*>(QLatin1String(button))->click();
@@ -161,7 +158,7 @@ double monotonicSeconds() {
 /// Ends the program at the first turn of its loop after the window was painted.
 class FirstPaint : public QObject {
  public:
-  using QObject::QObject;
+  bool painted = false;
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::UpdateRequest)
       QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -170,11 +167,10 @@ class FirstPaint : public QObject {
 };
 
 int startOnce(const std::string& folder, double begun) {
-  Program program(folder);
   FirstPaint watcher;
-  program.window().installEventFilter(&watcher);
-  program.main().doFirstActivate();
-  QApplication::exec();
+  qApp->installEventFilter(&watcher);
+  const Program program(folder);
+  if (!watcher.painted) QApplication::exec();
   std::printf("start %.0f ms, resident memory %.1f MiB\n", (monotonicSeconds() - begun) * 1000,
               static_cast<double>(bench::memoryKilobytes("VmRSS:")) / 1024);
   return 0;

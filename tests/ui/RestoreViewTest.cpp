@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QCheckBox>
 #include <QHelpEvent>
 #include <QLabel>
@@ -6,6 +7,7 @@
 #include <QTableView>
 #include <QToolTip>
 #include <QtTest>
+#include <filesystem>
 #include <fstream>
 
 #include "restore/IndexLines.h"
@@ -176,6 +178,41 @@ TEST_F(RestoreViewTest, TellsTheRoomOfTheTargetAndKeepsTheOptions) {
   EXPECT_EQ(program->restorePage.RestoreOpt, ExistingSkip);
   EXPECT_TRUE(program->restorePage.OnlyRestoreFile);
   EXPECT_FALSE(program->restorePage.SkipOpen);
+}
+
+TEST_F(RestoreViewTest, BringsWhatWasTickedBackFromItsDiscByteForByte) {
+  std::string beach;
+  for (int i = 0; i < 300'000; ++i) beach += static_cast<char>(i * 31 + i / 251);
+  temp.write("source/Sea/beach.jpg", beach);
+  temp.write("source/Sea/boat.jpg", "boat");
+  temp.write("source/Hills/hut.jpg", "hut");
+  set("Restore", "Target", target);
+  doStart();
+  auto& main = static_cast<MainWindow&>(window());
+  main.act([this] {
+    program->doTask01();
+    program->jobControls.setDiscType(0);
+    program->addItems.doDropItems({temp.path() + "source"});
+    program->job.doMarkChanged(false);
+  });
+  press("PBNext0");
+  person.answers("frmLoadDisc", "pbOK");
+  press("PBNext0");
+  ASSERT_EQ(program->backupResult.end, BackupResult::End::Finished) << events(0);
+
+  person.answers("frmLoadDisc", "pbOK");
+  person.answers("messageBox", "No");
+  find<QAction>("page2").trigger();
+  EXPECT_EQ(inView(), ".Hills .hut.j .Sea .beach .boat.");
+  click(QStringLiteral("Sea"), 0, Box);
+  click(QStringLiteral("boat.jpg"), 1, Box);
+  EXPECT_EQ(inView(), ".Hills .hut.j -Sea xbeach .boat.");
+  press("PBNext1");
+  press("PBNext1");
+  EXPECT_EQ(program->restoreResult.end, RestoreResult::End::Finished) << events(1);
+  EXPECT_TRUE(test::TempDir::read(target + "/Sea/beach.jpg") == beach);
+  EXPECT_FALSE(std::filesystem::exists(target + "/Sea/boat.jpg"));
+  EXPECT_FALSE(std::filesystem::exists(target + "/Hills/hut.jpg"));
 }
 
 }  // namespace
