@@ -34,11 +34,18 @@ Person::~Person() {
 }
 
 void Person::when(const std::string& dialog, Deed deed) {
-  script_.push_back({dialog, std::move(deed)});
+  script_.push_back({dialog, std::move(deed), {}});
 }
 
 void Person::answers(const std::string& dialog, const std::string& button) {
-  when(dialog, [button](QWidget& box) { press(box, button); });
+  script_.push_back({dialog, [button](QWidget& box) { press(box, button); }, button});
+}
+
+bool Person::isReady(const Step& step, QWidget& dialog) {
+  if (step.dialog != dialog.objectName().toStdString()) return false;
+  const QWidget* button = step.button.empty() ? nullptr : findAny(dialog, step.button);
+  // A button that is not there is told when it is pressed.
+  return button == nullptr || button->isEnabled();
 }
 
 QWidget* Person::frontDialog() {
@@ -49,7 +56,7 @@ QWidget* Person::frontDialog() {
 void Person::doLook() {
   QWidget* dialog = frontDialog();
   if (acting_ || dialog == nullptr || endsByItself(dialog->objectName())) return;
-  if (!script_.empty() && script_.front().dialog == dialog->objectName().toStdString()) {
+  if (!script_.empty() && isReady(script_.front(), *dialog)) {
     const Step step = script_.front();
     script_.pop_front();
     if (const auto* box = qobject_cast<QMessageBox*>(dialog))

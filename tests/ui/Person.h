@@ -21,7 +21,8 @@ class Person : public QObject {
   /// The next dialog of the script: when the one with this object name is in front, the deed is
   /// done. Dialogs of work that end by themselves ("frmAddFiles") need no entry.
   void when(const std::string& dialog, Deed deed);
-  /// The next dialog is answered by its button with this object name, or this text without '&'.
+  /// The next dialog is answered by its button with this object name, or this text without '&', as
+  /// soon as that can be pressed.
   void answers(const std::string& dialog, const std::string& button);
   /// True when every dialog of the script has come.
   bool isDone() const { return script_.empty(); }
@@ -40,7 +41,9 @@ class Person : public QObject {
   struct Step {
     std::string dialog;
     Deed deed;
+    std::string button;  ///< waited for until it is enabled; empty for none
   };
+  static bool isReady(const Step& step, QWidget& dialog);
   void doLook();
   static QWidget* frontDialog();
   static QWidget* findAny(QWidget& in, const std::string& name);
