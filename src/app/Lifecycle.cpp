@@ -135,8 +135,14 @@ bool Lifecycle::doClose(CloseReason reason) {
   return true;
 }
 
+bool Lifecycle::mayEnd(CloseReason reason) const {
+  // A menu item is a deed itself.
+  const int own = reason == CloseReason::Code ? 1 : 0;
+  return deeds_ <= own && mayBegin(Command::Close, main_.state);
+}
+
 bool Lifecycle::mayClose(CloseReason reason) {
-  const bool atRest = mayBegin(Command::Close, main_.state);
+  const bool atRest = mayEnd(reason);
   if (reason == CloseReason::SystemShutdown) return atRest;
   const bool isExit = ExitRequested;
   ExitRequested = false;
@@ -166,8 +172,8 @@ void Lifecycle::doExit() {
 }
 
 bool Lifecycle::doPrepareSessionEnd() {
-  if (!mayBegin(Command::Close, main_.state)) return false;
   if (unloaded_) return true;
+  if (!mayEnd(CloseReason::SystemShutdown)) return false;
   main_.settings.MainWin = frame->place();
   main_.settings.doSaveInitData();
   return true;

@@ -42,6 +42,19 @@ class Lifecycle {
   bool ExitRequested = false;  ///< a close that is meant as the end of the program
   frmCommander commander;
 
+  /// What a person asked for, for the time it takes. The program never ends under its feet, not
+  /// even while it lets other handlers in.
+  class Deed {
+   public:
+    explicit Deed(Lifecycle& life) : life_(life) { ++life_.deeds_; }
+    ~Deed() { --life_.deeds_; }
+    Deed(const Deed&) = delete;
+    Deed& operator=(const Deed&) = delete;
+
+   private:
+    Lifecycle& life_;
+  };
+
   /// The whole start: everything is read, then the main window comes up, then the device settings
   /// when no drive is chosen.
   void doStart();
@@ -70,6 +83,7 @@ class Lifecycle {
   TrayFacts trayFacts() const;
   void doShowPage(int page, int kind);
   void doTellEnd(int action);
+  bool mayEnd(CloseReason reason) const;
   bool mayClose(CloseReason reason);
   void doUnload();
   void doSettleIcon();
@@ -77,6 +91,7 @@ class Lifecycle {
   frmMain& main_;
   Desktop& desktop_;
   TrayArea& tray_;
+  int deeds_ = 0;
   bool activated_ = false;
   bool closing_ = false;
   bool unloaded_ = false;

@@ -179,10 +179,12 @@ void MainWindow::doBuildMenus() {
   help->addAction(tr("&Contents"), this, [this] { main_.doShowHelp("Contents"); });
   help->addSeparator();
   help->addAction(Theme::icon(QStringLiteral("help-about")), tr("&About"), this,
-                  [this] { doShowAbout(); });
+                  [this] { doShowAbout(); })
+      ->setObjectName(QStringLiteral("mnAbout"));
 }
 
 void MainWindow::act(const std::function<void()>& wish) {
+  const Lifecycle::Deed deed(life_);
   wish();
   refresh();
 }

@@ -1,5 +1,6 @@
 #include "ui/ShowRequests.h"
 
+#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
 
@@ -17,7 +18,8 @@ ShowRequests::ShowRequests(const QString& folder, std::function<void()> onShow)
   connect(server_, &QLocalServer::newConnection, this, [this] { doServe(); });
   server_->setSocketOptions(QLocalServer::UserAccessOption);
   QLocalServer::removeServer(socketIn(folder));
-  server_->listen(socketIn(folder));
+  if (server_->listen(socketIn(folder)))
+    QFile::setPermissions(socketIn(folder), QFile::ReadOwner | QFile::WriteOwner);
 }
 
 QString ShowRequests::socketIn(const QString& folder) {

@@ -34,7 +34,7 @@ int run(const ProgramStart& start) {
   ui::doRegisterFileTypes(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
                           QCoreApplication::applicationFilePath());
 
-  // From within the event loop, so that an end asked for while a first dialog is open is one.
+  // From within the event loop: an end that is asked for meanwhile ends that loop.
   QMetaObject::invokeMethod(
       &window, [&] { window.act([&life] { life.doStart(); }); }, Qt::QueuedConnection);
   return QApplication::exec();

@@ -170,6 +170,21 @@ TEST_F(LifecycleTest, ExitIsRefusedInARunAndForgotten) {
   EXPECT_TRUE(life.MainHidden);
 }
 
+TEST_F(LifecycleTest, NothingEndsUnderTheFeetOfADeed) {
+  start();
+  screen.hasTray = false;
+  {
+    const Lifecycle::Deed import(life);
+    EXPECT_FALSE(life.doClose(CloseReason::CloseBox));
+    EXPECT_FALSE(life.doClose(CloseReason::SystemShutdown));
+    EXPECT_FALSE(life.doPrepareSessionEnd());
+    const Lifecycle::Deed menuItem(life);
+    EXPECT_FALSE(life.doClose(CloseReason::Code));
+  }
+  const Lifecycle::Deed menuItem(life);
+  EXPECT_TRUE(life.doClose(CloseReason::Code));
+}
+
 TEST_F(LifecycleTest, TheEndSavesPlaceAndOptions) {
   start();
   life.doSetSystemTray(true);
