@@ -98,16 +98,18 @@ void ContentsEditing::doClearAllFiles() {
 }
 
 void ContentsEditing::doMoveUp() {
-  if (doUpdateJobCommands().moveUp) doSwapWith(job_.vsContents.Row - 1);
+  if (doUpdateJobCommands().moveUp) doMoveTo(job_.vsContents.Row - 1);
 }
 
 void ContentsEditing::doMoveDown() {
-  if (doUpdateJobCommands().moveDown) doSwapWith(job_.vsContents.Row + 1);
+  if (doUpdateJobCommands().moveDown) doMoveTo(job_.vsContents.Row + 1);
 }
 
-void ContentsEditing::doSwapWith(int other) {
-  job_.vsContents.moveRow(job_.vsContents.Row, other);
-  job_.vsContents.Row = other;
+void ContentsEditing::doMoveTo(int to) {
+  const int from = job_.vsContents.Row;
+  if (!isRow(from) || !isRow(to) || from == to) return;
+  job_.vsContents.moveRow(from, to);
+  job_.vsContents.Row = to;
   job_.Modified = true;  // the estimate stays: the same items fill the same discs
 }
 

@@ -46,6 +46,8 @@ class ContentsEditing {
   void doClearAllFiles();
   void doMoveUp();
   void doMoveDown();
+  /// The current row gets the place of the row `to`, as after so many moves up or down.
+  void doMoveTo(int to);
   void doRandomize();
   /// A click on a header cell: name, size and date sort, and turn round at the next click.
   void doSortColumn(int col);
@@ -55,7 +57,6 @@ class ContentsEditing {
   bool isConfirmed(const MessageBox& question) {
     return desktop_.doShowMessage(question) == Answer::Yes;
   }
-  void doSwapWith(int other);
   void doArrange(const std::vector<int>& order);
 
   ActionState& state_;
