@@ -66,6 +66,9 @@ class Lifecycle {
   /// The option `OPChk` 1: keep an icon in the tray and hide there when closed.
   void doSetSystemTray(bool on);
 
+  /// The desktop has a place where the program's icon can be.
+  bool hasTray() const { return tray_.isPresent(); }
+
   /// What a close comes to: the end of the program (true), a hidden window, or nothing.
   bool doClose(CloseReason reason);
   /// Ends the program, from its menus; refused during a run and on Cancel of the question about an

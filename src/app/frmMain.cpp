@@ -1,5 +1,6 @@
 #include "app/frmMain.h"
 
+#include "core/TableExport.h"
 #include "core/frmDefault.h"
 #include "device/frmDevice.h"
 #include "job/frmCreateItem.h"
@@ -189,6 +190,14 @@ void frmMain::pbCreateItem() {
 
 void frmMain::doImportM3U() {
   if (mayBegin(Command::AddItems, state)) addItems.doImportM3U();
+}
+
+void frmMain::doExport(const Table& table) {
+  doExportGrid(ports_.desktop, ports_.files, table);
+}
+
+void frmMain::doPrint(const Table& table, const std::string& title) {
+  doPrintGrid(ports_.desktop, ports_.clock, table, title);
 }
 
 void frmMain::doShowMainPage(int page) {

@@ -122,6 +122,13 @@ class frmMain {
   /// Reads a play list into the job.
   void doImportM3U();
 
+  /// Writes a table to a text file that is asked for.
+  void doExport(const Table& table);
+  /// Prints a table under its title.
+  void doPrint(const Table& table, const std::string& title);
+  /// The steady clock of the program.
+  std::int64_t steadyMilliseconds() const { return ports_.clock.steadyMilliseconds(); }
+
   // Main pages.
 
   /// What the bar of pages asks for: 1 the start page, 2 backup, 3 restore, 4 schedule, 5 erase. A

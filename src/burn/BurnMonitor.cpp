@@ -56,6 +56,7 @@ void BurnMonitor::doShowPercent(int percent) {
     grids_.doEventMessage("Start writing data to disc...");
   }
   progress().bar = percent;
+  progress().writing = percent < 100;
   if (percent == 100) {
     doAnnounceEnd();
   } else {

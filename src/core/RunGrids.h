@@ -20,6 +20,7 @@ inline const std::vector<std::string> DiscRecordHeaders = {
 struct Progress {
   std::string text;
   int bar = 0;
+  bool writing = false;  ///< the bar tells how much of a disc's data is on it
 };
 
 /// How a line of the event grid looks.

@@ -1,5 +1,8 @@
 #include "ui/DialogParts.h"
 
+#include <QResizeEvent>
+#include <algorithm>
+
 #include "ui/FileIcons.h"
 #include "ui/Theme.h"
 
@@ -9,10 +12,27 @@ namespace {
 
 constexpr int LargeIconPixels = 40;
 
+/// Takes all the height that its text needs at the width it has: layouts in layouts forget that.
+class WrappedLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+  QSize minimumSizeHint() const override {
+    return {minimumWidth(), heightForWidth(std::max(width(), minimumWidth()))};
+  }
+  QSize sizeHint() const override { return minimumSizeHint(); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QLabel::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width()) updateGeometry();
+  }
+};
+
 }  // namespace
 
 QLabel* wrappedLabel(const QString& text, int characters, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
+  auto* label = new WrappedLabel(text, parent);
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
   label->setMinimumWidth(label->fontMetrics().averageCharWidth() * characters);

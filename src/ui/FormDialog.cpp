@@ -16,6 +16,7 @@ FormDialog::~FormDialog() {
 void FormDialog::runModal() {
   setWindowModality(Qt::ApplicationModal);
   refresh();
+  adjustSize();
   show();
   form_.doActivate();
   refresh();

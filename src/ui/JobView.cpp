@@ -109,7 +109,7 @@ QWidget* JobView::itemTools() {
                           tr("Makes an item for a path that need not be there now"),
                           [this] { main().pbCreateItem(); });
   pbImportM3U_ =
-      addTool("pbImportM3U", tr("Import M3U"), QStringLiteral("audio-x-generic"),
+      addTool("pbImportM3U", tr("Import M3U"), QStringLiteral("document-import"),
               tr("Adds the files that a play list names"), [this] { main().doImportM3U(); });
   for (QToolButton* button : {PBAddFiles_, pbCreateItem_, pbImportM3U_}) {
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

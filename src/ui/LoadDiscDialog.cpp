@@ -26,8 +26,8 @@ constexpr std::int64_t UsualCapacity = 0;
 const std::string BlankName = "Disc";
 
 QString pictureOf(int deviceMode) {
-  if (deviceMode == 1) return QStringLiteral("multiple-drives");
-  return deviceMode == 2 ? QStringLiteral("autoloader") : QStringLiteral("single-drive");
+  if (deviceMode == 1) return QStringLiteral("MultipleDrives");
+  return deviceMode == 2 ? QStringLiteral("Autoloader") : QStringLiteral("SingleDrive");
 }
 
 void fillNumbers(QComboBox& list, int count, int chosen) {

@@ -46,7 +46,9 @@ MainWindow::MainWindow(frmMain& main, Lifecycle& life, QtDesktop& desktop, const
                .files = ports.files,
                .trays = ports.trays,
                .act = [this](const std::function<void()>& wish) { act(wish); },
-               .showHelp = [this](const std::string& topic) { main_.doShowHelp(topic); }} {
+               .showHelp = [this](const std::string& topic) { main_.doShowHelp(topic); },
+               .hasTray = life.hasTray(),
+               .setSystemTray = [this](bool on) { life_.doSetSystemTray(on); }} {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(toQt(gProductName));
   setWindowIcon(Theme::ownIcon(QStringLiteral("korvenal")));
@@ -122,9 +124,9 @@ void MainWindow::doBuildPageBar() {
     int kind;
   };
   const Entry entries[] = {{tr("Start"), "go-home", StartKind},
-                           {tr("Backup"), "media-optical-recordable", BackupKind},
+                           {tr("Backup"), "tools-media-optical-burn", BackupKind},
                            {tr("Restore"), "document-revert", RestoreKindOfPage},
-                           {tr("Erase"), "edit-clear", EraseKind},
+                           {tr("Erase"), "tools-media-optical-erase", EraseKind},
                            {tr("Schedule"), "appointment-new", ScheduleKind}};
   int number = 0;
   for (const Entry& entry : entries) {

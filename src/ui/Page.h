@@ -16,6 +16,8 @@ struct Context {
   /// Runs what a person asked for, then shows what became of it everywhere.
   std::function<void(const std::function<void()>& wish)> act;
   std::function<void(const std::string& topic)> showHelp;
+  bool hasTray = false;  ///< the desktop has a notification area
+  std::function<void(bool on)> setSystemTray;
 };
 
 /// A part of the main window that shows subjects of the program.

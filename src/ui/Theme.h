@@ -5,12 +5,10 @@
 #include <QPalette>
 #include <QString>
 
+#include "app/RunDiscs.h"
 #include "core/RunGrids.h"
 
 namespace korvenal::ui {
-
-/// What has become of a disc; the same colour means the same everywhere.
-enum class DiscState { Planned, Writing, Verified, Failed };
 
 /// The look of the program beyond the desktop's own: icons, and the few colours that mean
 /// something. Every colour keeps its contrast on light and on dark palettes.
@@ -18,6 +16,7 @@ namespace Theme {
 
 /// True for light text on a dark ground.
 bool isDark(const QPalette& palette);
+/// What has become of a disc; the same colour means the same everywhere.
 QColor discColor(DiscState state, const QPalette& palette);
 QColor eventText(EventStyle::Color color, const QPalette& palette);
 /// Invalid for no background of its own.

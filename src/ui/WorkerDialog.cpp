@@ -23,6 +23,7 @@ WorkerDialog::WorkerDialog(frmAddFiles& form, QWidget* parent)
   moving->setTextVisible(false);
   auto* stop = new QPushButton(Theme::icon(QStringLiteral("process-stop")), tr("&Stop"), this);
   stop->setObjectName(QStringLiteral("CMD"));
+  stop->setAutoDefault(false);
   auto* row = new QHBoxLayout;
   row->addStretch();
   row->addWidget(stop);

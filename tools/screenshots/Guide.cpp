@@ -39,7 +39,9 @@ bool Guide::press(QWidget& in, const QString& button) {
 void Guide::doLook() {
   if (visiting_) return;
   QWidget* dialog = QApplication::activeModalWidget();
-  if (dialog == nullptr) {
+  // Work that ends by itself is only watched.
+  const bool working = dialog != nullptr && dialog->objectName() == QStringLiteral("frmAddFiles");
+  if (dialog == nullptr || working) {
     if (onRun && window != nullptr) {
       visiting_ = true;
       onRun(*window);

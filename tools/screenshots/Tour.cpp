@@ -82,11 +82,10 @@ int Tour::run() {
 }
 
 void Tour::doFirstStart() {
-  window_->resize(1040, 740);
-  program_->doLoad();
-  window_->show();
   expect("frmDevice", QStringLiteral("device-settings"), QStringLiteral("pbOK"));
-  program_->doFirstActivate();
+  life_->doStart();
+  window_->showNormal();
+  window_->resize(1040, 740);
   show(QStringLiteral("start-first"));
 }
 

@@ -5,10 +5,12 @@
 
 #include "Camera.h"
 #include "Guide.h"
+#include "app/Lifecycle.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "ui/MainWindow.h"
 #include "ui/TrayIcon.h"
 #include "ui/QtDesktop.h"
+#include "ui/TrayIcon.h"
 
 namespace korvenal::tools {
 
