@@ -179,6 +179,13 @@ bool Lifecycle::doPrepareSessionEnd() {
   return true;
 }
 
+bool Lifecycle::doTerminate() {
+  if (unloaded_) return true;
+  if (deeds_ > 0 || closing_) return false;
+  doUnload();
+  return true;
+}
+
 void Lifecycle::doStopRun() {
   main_.controller.pbStop(main_.state.ActionPage);
 }

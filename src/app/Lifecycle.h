@@ -77,6 +77,9 @@ class Lifecycle {
   /// Whether the session may end now; when it may, the settings are saved at once, since little
   /// time may be left.
   bool doPrepareSessionEnd();
+  /// The end that a signal asks for: waits for the deed at work and for nothing else, since a
+  /// signal is the way out when the flags do not let a person close. False: not yet.
+  bool doTerminate();
   /// Asks the run at work to stop, so that the program can end behind it.
   void doStopRun();
   bool isUnloaded() const { return unloaded_; }

@@ -71,7 +71,7 @@ void EndRequests::doGoOn() {
       QMetaObject::invokeMethod(dialog, &QDialog::reject, Qt::QueuedConnection);
     return;
   }
-  if (life_.doClose(CloseReason::SystemShutdown)) return again_.stop();
+  if (life_.doTerminate()) return again_.stop();
   if (!stopAsked_) life_.doStopRun();
   stopAsked_ = true;
 }

@@ -178,11 +178,22 @@ TEST_F(LifecycleTest, NothingEndsUnderTheFeetOfADeed) {
     EXPECT_FALSE(life.doClose(CloseReason::CloseBox));
     EXPECT_FALSE(life.doClose(CloseReason::SystemShutdown));
     EXPECT_FALSE(life.doPrepareSessionEnd());
+    EXPECT_FALSE(life.doTerminate());
     const Lifecycle::Deed menuItem(life);
     EXPECT_FALSE(life.doClose(CloseReason::Code));
   }
   const Lifecycle::Deed menuItem(life);
   EXPECT_TRUE(life.doClose(CloseReason::Code));
+}
+
+TEST_F(LifecycleTest, ASignalEndsAProgramThatAFlagKeepsOpen) {
+  start();
+  changeJob();
+  desktop.files = {temp.write("broken.jbf", "no job")};
+  desktop.answers = {Answer::No, Answer::Ok};
+  main.doOpenJob();
+  EXPECT_FALSE(life.doClose(CloseReason::SystemShutdown));
+  EXPECT_TRUE(life.doTerminate());
 }
 
 TEST_F(LifecycleTest, TheEndSavesPlaceAndOptions) {
