@@ -23,6 +23,7 @@
 
 #include "platform/Paths.h"
 #include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxTargetFolder.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/engine/Engine.h"
 #include "platform/linux/engine/EngineDiscFiles.h"
@@ -149,24 +150,13 @@ bool verify(const std::string& shelf, const std::string& root,
 bool restore(const std::string& shelf, const std::string& root, const std::string& target,
              const std::vector<std::string>& all) {
   Station station(shelf);
-  std::vector<char> buffer(FileView::PieceBytes);
-  std::string folder;
-  for (const std::string& path : all) {
-    const std::string to = target + path.substr(root.size());
-    const std::string above = to.substr(0, to.rfind('/'));
-    if (above != folder) fs::create_directories(folder = above);
-    const auto stream = station.discs.open('V', discPathOf(path, root));
-    const int out = ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
-    if (!stream || out < 0) return false;
-    std::int64_t place = 0;
-    for (std::int64_t got = 0; (got = stream->read(place, buffer.data(), buffer.size())) > 0;) {
-      if (::write(out, buffer.data(), static_cast<std::size_t>(got)) != got) return false;
-      place += got;
-    }
-    ::close(out);
-    if (place != stream->info().size.whole()) return false;
-  }
-  return true;
+  fs::create_directories(target);
+  const auto folder = LinuxTargetFolders(&station.discs).open(target);
+  return folder && std::all_of(all.begin(), all.end(), [&](const std::string& path) {
+           const std::string disc = discPathOf(path, root);
+           return static_cast<bool>(
+               folder->doCopyFileProgress(Paths::onDrive('V', disc), disc, {}));
+         });
 }
 
 double median(std::vector<double> values) {
@@ -225,7 +215,7 @@ int main(int argc, char** argv) {
     fs::remove_all(target);
     ::sync();
     const Measured extract =
-        program({"xorriso", "-osirrox", "on", "-indev", image, "-extract", "/", target});
+        program({"xorriso", "-osirrox", "on", "-indev", "stdio:" + image, "-extract", "/", target});
     fs::remove_all(target);
     ::sync();
     const Measured copy = program({"cp", "-r", root, target});

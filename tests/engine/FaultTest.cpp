@@ -2,6 +2,7 @@
 #include <random>
 
 #include "engine/EngineFixture.h"
+#include "platform/linux/LinuxTargetFolder.h"
 #include "support/FullDisk.h"
 
 namespace korvenal::test {
@@ -81,7 +82,7 @@ class MalformedTest : public EngineFixture {
   }
   int look(const std::string& bytes) {
     const std::string file = dir.write("changed.iso", bytes);
-    const auto reader = DiscReader::open(openImageBlocks(file), 0);
+    const auto reader = DiscReader::open(engine->libraries(), openImageBlocks(file), 0);
     int budget = 2000;
     if (reader) walk(*reader, "", 0, budget);
     return 2000 - budget;
@@ -127,6 +128,39 @@ TEST_F(MalformedTest, MissingBytesAreAnErrorAndNeverZeros) {
   engine->do_LoadMedium();
   EXPECT_EQ(disc->doGetInfo('V', "data").size, Fixed4(1'000'000));
   EXPECT_EQ(readDisc("data"), "<unreadable>");
+  const auto target = LinuxTargetFolders(disc.get()).open(dir.makeFolder("target"));
+  EXPECT_EQ(target->doCopyFileProgress("V:\\data", "data", {}).code, EIO);
+}
+
+/// Two files in a row become one of two sections, as files of 4 GiB and more are stored.
+TEST_F(MalformedTest, AFileOfTwoSectionsIsReadAcrossThem) {
+  for (const std::size_t first : {1'024'000U, 1'000'000U}) {
+    engine->do_ClearAll();
+    blank(DiscCdR);
+    const std::string a(first, 'a'), b(900'000, 'b');
+    insert("\\", "piece1", dir.write("a", a));
+    insert("\\", "piece2", dir.write("b", b));
+    ASSERT_EQ(prepareAndBurn().error, 0);
+    const std::string file = image();
+    std::string bytes = TempDir::read(file);
+    constexpr unsigned char MoreSections = 0x80;
+    for (std::size_t at = 0; (at = bytes.find("PIECE", at)) != std::string::npos; at += 5) {
+      if (bytes[at + 5] == '1') bytes[at - 8] = static_cast<char>(MoreSections);
+      bytes[at + 5] = '1';
+    }
+    for (std::size_t at = 0; (at = bytes.find("piece2", at)) != std::string::npos;)
+      bytes[at + 5] = '1';
+    dir.write("shelf/" + std::filesystem::path(file).filename().string(), bytes);
+    ASSERT_TRUE(shelf->insert('V', file));
+    EXPECT_EQ(disc->doGetInfo('V', "piece1").size.whole(), a.size() + b.size());
+    EXPECT_TRUE(readDisc("piece1") == a + b) << first;
+    const std::string target = dir.makeFolder("target");
+    EXPECT_TRUE(
+        LinuxTargetFolders(disc.get()).open(target)->doCopyFileProgress("V:\\piece1", "out", {}));
+    EXPECT_TRUE(TempDir::read(target + "/out") == a + b) << first;
+    std::filesystem::remove(target + "/out");
+    shelf->remove('V');
+  }
 }
 
 TEST_F(MalformedTest, AFileIsReadAtAnyPlaceAndTwiceAtOnce) {
@@ -138,8 +172,9 @@ TEST_F(MalformedTest, AFileIsReadAtAnyPlaceAndTwiceAtOnce) {
   const auto one = disc->open('V', "data");
   const auto two = disc->open('V', "data");
   ASSERT_TRUE(one && two);
-  std::string piece(10'000, '\0');
-  for (const std::int64_t place : {0, 5, 2'047, 2'999'000, 1'234'567}) {
+  std::string piece(300'000, '\0');
+  for (const std::int64_t place :
+       {0, 5, 2'047, 2'999'000, 1'234'567, 4'096, 4'096, 266'240, 2'899'968, 5}) {
     for (const auto& stream : {one.get(), two.get()}) {
       const std::int64_t got = stream->read(place, piece.data(), piece.size());
       EXPECT_EQ(piece.substr(0, static_cast<std::size_t>(got)),

@@ -143,7 +143,7 @@ void fuzzSettings(std::string_view input) {
 void fuzzDiscImage(std::string_view input) {
   static const DiscLibraries libraries;
   require(libraries.isReady());
-  const auto reader = DiscReader::open(std::make_unique<SparseBlocks>(input), 0);
+  const auto reader = DiscReader::open(libraries, std::make_unique<SparseBlocks>(input), 0);
   int budget = 500;
   if (reader) walk(*reader, "", 0, budget);
   DiscLibraries::takeFailures();  // or they would pile up

@@ -21,6 +21,12 @@ class FileStream {
   /// Reads up to `bytes` bytes from byte `offset` (from 0) on. The number read: 0 at and behind the
   /// end, fewer than asked only there; a negative errno when the place cannot be read.
   virtual std::int64_t read(std::int64_t offset, char* buffer, std::size_t bytes) = 0;
+  /// Copies up to `bytes` bytes from byte `offset` on to where the open file `target` stands,
+  /// without bringing them here. The number copied, 0 when these can only be read; a negative errno
+  /// of either side.
+  virtual std::int64_t copyTo(int /*target*/, std::int64_t /*offset*/, std::size_t /*bytes*/) {
+    return 0;
+  }
 };
 
 /// Reads the discs in the drives without mounting them. Disc paths have '\' between components and

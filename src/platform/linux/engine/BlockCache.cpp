@@ -10,11 +10,29 @@ namespace korvenal {
 
 int BlockCache::read(std::uint32_t block, std::uint8_t* buffer) {
   if (!disc_) return -ENXIO;
+  if (noted_ != nullptr) {
+    noted_->push_back(block);
+    return 0;
+  }
   if (block < first_ || block - first_ >= count_) {
     const int error = fill(block);
     if (error != 0) return error;
   }
   std::memcpy(buffer, window_.data() + std::size_t{block - first_} * BlockBytes, BlockBytes);
+  return 0;
+}
+
+int BlockCache::readAround(std::uint32_t first, std::uint32_t count, std::uint8_t* buffer) {
+  if (!disc_) return -ENXIO;
+  while (count > 0) {
+    std::int64_t got = disc_->read(first, count, buffer);
+    // A drive may refuse so many for one bad block among them.
+    if (got < 0 && count > 1) got = disc_->read(first, 1, buffer);
+    if (got <= 0) return got < 0 ? static_cast<int>(got) : -EIO;
+    first += static_cast<std::uint32_t>(got);
+    count -= static_cast<std::uint32_t>(got);
+    buffer += got * BlockBytes;
+  }
   return 0;
 }
 

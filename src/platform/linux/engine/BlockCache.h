@@ -16,10 +16,27 @@ class BlockCache {
 
   /// Copies one block. 0, or a negative errno; a block behind the end is an error.
   int read(std::uint32_t block, std::uint8_t* buffer);
+  /// Reads all these blocks past the window. 0, or a negative errno.
+  int readAround(std::uint32_t first, std::uint32_t count, std::uint8_t* buffer);
   /// From here on every read fails: the disc is gone.
   void detach() { disc_.reset(); }
   bool isDetached() const { return !disc_; }
   BlockReader* disc() { return disc_.get(); }
+
+  /// While this lives, `read` notes which block is asked for and leaves the buffer as it is.
+  class Noting {
+   public:
+    Noting(BlockCache& cache, std::vector<std::uint32_t>& blocks) : cache_(cache) {
+      blocks.clear();
+      cache_.noted_ = &blocks;
+    }
+    ~Noting() { cache_.noted_ = nullptr; }
+    Noting(const Noting&) = delete;
+    Noting& operator=(const Noting&) = delete;
+
+   private:
+    BlockCache& cache_;
+  };
 
  private:
   static constexpr std::uint32_t SmallestWindow = 16;
@@ -31,7 +48,8 @@ class BlockCache {
   std::vector<std::uint8_t> window_;
   std::uint32_t first_ = 0;
   std::uint32_t count_ = 0;
-  std::uint32_t size_ = SmallestWindow;  ///< blocks to ask for next
+  std::uint32_t size_ = SmallestWindow;          ///< blocks to ask for next
+  std::vector<std::uint32_t>* noted_ = nullptr;  ///< blocks asked for, instead of reading them
 };
 
 }  // namespace korvenal

@@ -3,9 +3,11 @@
 #include <libisofs/libisofs.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/BurnEngine.h"
 #include "platform/Paths.h"
 #include "platform/linux/engine/IsoSource.h"
 #include "platform/linux/engine/VolumeLabel.h"
@@ -129,21 +131,36 @@ namespace {
 
 class DiscStream : public FileStream {
  public:
-  DiscStream(std::shared_ptr<void> volume, const BlockCache& cache, SourcePtr source,
+  DiscStream(std::shared_ptr<void> volume, BlockCache& cache, SourcePtr source,
              const FileInfo& info)
       : volume_(std::move(volume)), cache_(cache), source_(std::move(source)), info_(info) {}
   ~DiscStream() override { iso_file_source_close(source_.get()); }
 
   const FileInfo& info() const override { return info_; }
   std::int64_t read(std::int64_t offset, char* buffer, std::size_t bytes) override;
+  std::int64_t copyTo(int target, std::int64_t offset, std::size_t bytes) override;
 
  private:
+  static constexpr std::size_t LargeBytes = 131072;  ///< from here on a read goes past the library
+
+  bool seek(std::int64_t offset);
+  std::int64_t readSmall(std::int64_t offset, char* buffer, std::size_t bytes);
+  std::int64_t readLarge(std::int64_t offset, char* buffer, std::size_t bytes);
+  bool findBlocks(std::int64_t offset, std::size_t bytes);
+  template <typename Run>
+  std::int64_t eachRun(const Run& run);
+
   std::shared_ptr<void> volume_;  ///< keeps what the source reads from
-  const BlockCache& cache_;
+  BlockCache& cache_;
   SourcePtr source_;
   FileInfo info_;
-  std::int64_t position_ = 0;
+  std::int64_t position_ = 0;          ///< where the library stands; -1: somewhere
+  std::vector<std::uint32_t> blocks_;  ///< of the large read under way
 };
+
+bool DiscStream::seek(std::int64_t offset) {
+  return offset == position_ || iso_file_source_lseek(source_.get(), offset, 0) == offset;
+}
 
 std::int64_t DiscStream::read(std::int64_t offset, char* buffer, std::size_t bytes) {
   if (cache_.isDetached()) return -ENXIO;
@@ -153,7 +170,17 @@ std::int64_t DiscStream::read(std::int64_t offset, char* buffer, std::size_t byt
   // Asking for exactly what is there spares the library's look at the block behind the end.
   bytes = static_cast<std::size_t>(
       std::min<std::int64_t>(size - offset, static_cast<std::int64_t>(bytes)));
-  if (offset != position_ && iso_file_source_lseek(source_.get(), offset, 0) != offset) return -EIO;
+  const std::int64_t large = readLarge(offset, buffer, bytes);
+  if (large < 0) return large;
+  const auto done = static_cast<std::size_t>(large);
+  if (done == bytes) return static_cast<std::int64_t>(bytes);
+  const std::int64_t got =
+      readSmall(offset + static_cast<std::int64_t>(done), buffer + done, bytes - done);
+  return got < 0 ? got : static_cast<std::int64_t>(bytes);
+}
+
+std::int64_t DiscStream::readSmall(std::int64_t offset, char* buffer, std::size_t bytes) {
+  if (!seek(offset)) return -EIO;
   position_ = -1;
   std::size_t done = 0;
   while (done < bytes) {
@@ -165,11 +192,68 @@ std::int64_t DiscStream::read(std::int64_t offset, char* buffer, std::size_t byt
   return static_cast<std::int64_t>(bytes);
 }
 
+/// The blocks in the order of the file, as runs of neighbours.
+template <typename Run>
+std::int64_t DiscStream::eachRun(const Run& run) {
+  std::int64_t done = 0;
+  for (std::size_t begin = 0, end = 0; begin < blocks_.size(); begin = end) {
+    for (end = begin + 1; end < blocks_.size() && blocks_[end] == blocks_[end - 1] + 1;) ++end;
+    const auto count = static_cast<std::uint32_t>(end - begin);
+    const std::int64_t got = run(blocks_[begin], count);
+    if (got < 0) return done > 0 ? done : got;
+    done += got;
+    if (got != std::int64_t{count} * BlockBytes) break;
+  }
+  return done;
+}
+
+/// Reads whole blocks straight into the buffer, in as few pieces as they lie in. The bytes read, 0
+/// when the library has to read them.
+std::int64_t DiscStream::readLarge(std::int64_t offset, char* buffer, std::size_t bytes) {
+  if (!findBlocks(offset, bytes)) return 0;
+  auto* to = reinterpret_cast<std::uint8_t*>(buffer);
+  return eachRun([&](std::uint32_t first, std::uint32_t count) {
+    const int error = cache_.readAround(first, count, to);
+    to += std::size_t{count} * BlockBytes;
+    return error != 0 ? error : std::int64_t{count} * BlockBytes;
+  });
+}
+
+std::int64_t DiscStream::copyTo(int target, std::int64_t offset, std::size_t bytes) {
+  if (cache_.isDetached()) return -ENXIO;
+  const std::int64_t rest = info_.size.whole() - offset;
+  bytes =
+      static_cast<std::size_t>(std::clamp<std::int64_t>(rest, 0, static_cast<std::int64_t>(bytes)));
+  if (!findBlocks(offset, bytes)) return 0;
+  return eachRun([&](std::uint32_t first, std::uint32_t count) {
+    return cache_.disc()->copyTo(target, first, count);
+  });
+}
+
+/// Lets the library walk over the bytes without reading them, to learn where they lie. It seeks
+/// first, so that a place in the middle of a block shows as one block more.
+bool DiscStream::findBlocks(std::int64_t offset, std::size_t bytes) {
+  const std::size_t blocks = bytes / BlockBytes;
+  if (bytes < LargeBytes || offset % BlockBytes != 0) return false;
+  std::array<char, 16 * BlockBytes> scratch;
+  const BlockCache::Noting noting(cache_, blocks_);
+  position_ = -1;
+  if (!seek(offset)) return false;
+  for (std::size_t left = blocks * BlockBytes; left > 0;) {
+    const int got =
+        iso_file_source_read(source_.get(), scratch.data(), std::min(left, scratch.size()));
+    if (got <= 0) return false;
+    left -= static_cast<std::size_t>(got);
+  }
+  return blocks_.size() == blocks;
+}
+
 }  // namespace
 
-std::shared_ptr<DiscReader> DiscReader::open(std::unique_ptr<BlockReader> disc,
+std::shared_ptr<DiscReader> DiscReader::open(const DiscLibraries& libraries,
+                                             std::unique_ptr<BlockReader> disc,
                                              std::uint32_t start) {
-  if (!disc) return nullptr;
+  if (!libraries.isReady() || !disc) return nullptr;
   const auto head = readVolumeHead(*disc, start);
   if (!head) return nullptr;
   auto volume = std::make_shared<Volume>(std::move(disc));

@@ -10,6 +10,7 @@
 
 #include "platform/linux/DiscFiles.h"
 #include "platform/linux/engine/BlockReader.h"
+#include "platform/linux/engine/DiscLibraries.h"
 
 namespace korvenal {
 
@@ -19,8 +20,10 @@ namespace korvenal {
 /// reads. To be used on one thread.
 class DiscReader {
  public:
-  /// `start` is the first block of the session. Null when no tree is there.
-  static std::shared_ptr<DiscReader> open(std::unique_ptr<BlockReader> disc, std::uint32_t start);
+  /// `start` is the first block of the session. Null when no tree is there, or the libraries are
+  /// not up; they must outlive every use of the reader.
+  static std::shared_ptr<DiscReader> open(const DiscLibraries& libraries,
+                                          std::unique_ptr<BlockReader> disc, std::uint32_t start);
   ~DiscReader();
   DiscReader(const DiscReader&) = delete;
   DiscReader& operator=(const DiscReader&) = delete;

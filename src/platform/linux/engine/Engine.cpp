@@ -147,10 +147,9 @@ DiscState Engine::stateOf(char letter) {
 
 std::shared_ptr<DiscReader> Engine::readerOf(char letter) {
   Drive* drive = find(letter);
-  if (drive == nullptr || !libraries_.isReady()) return nullptr;
   // Its earlier sessions may be read on another thread.
-  if (preparing_ && drive == selected_) return nullptr;
-  return drive->reader();
+  if (drive == nullptr || (preparing_ && drive == selected_)) return nullptr;
+  return drive->reader(libraries_);
 }
 
 std::uint8_t Engine::do_DiscIs() {
@@ -191,7 +190,7 @@ void Engine::do_ClearAll() {
 
 int Engine::do_ImportSession(std::uint8_t, const std::string&) {
   // The tree is taken over when the track is prepared; here it must only be there.
-  import_ = selected_ != nullptr && selected_->reader() != nullptr;
+  import_ = selected_ != nullptr && selected_->reader(libraries_) != nullptr;
   return import_ ? -1 : 0;
 }
 
@@ -227,7 +226,7 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
     setError(PreparationFailed, "The disc takes no track");
     return 0;
   }
-  IsoLayout::Request request;
+  IsoLayout::Request request{.libraries = libraries_};
   request.startBlock = static_cast<std::uint32_t>(place.startBlock);
   request.gap = place.gap;
   request.joliet = switches_.joliet;

@@ -86,6 +86,7 @@ class Engine : public BurnEngine, public MountedDevices {
   /// The reader of the disc in a drive, for the files on it; null without one.
   std::shared_ptr<DiscReader> readerOf(char letter);
   DiscState stateOf(char letter);
+  const DiscLibraries& libraries() const { return libraries_; }
 
  private:
   struct Switches {

@@ -12,6 +12,7 @@
 #include "platform/BurnEngine.h"
 #include "platform/Clock.h"
 #include "platform/linux/engine/BlockReader.h"
+#include "platform/linux/engine/DiscLibraries.h"
 #include "platform/linux/engine/SourceStream.h"
 
 struct Iso_Image;
@@ -65,15 +66,16 @@ class IsoLayout {
     std::optional<PlannedSource> planned;
   };
   struct Request {
+    const DiscLibraries& libraries;
     std::uint32_t startBlock = 0;
     std::int64_t gap = 0;  ///< as in PreparedTrack
     bool joliet = true;
     bool skipFaults = true;  ///< leaves out files that cannot be read; else the preparation fails
     bool replace = false;    ///< a new file takes the place of an imported one of the same name
     /// Where earlier sessions are taken from; with none the tree stands alone.
-    std::function<std::unique_ptr<BlockReader>()> openEarlier;
+    std::function<std::unique_ptr<BlockReader>()> openEarlier = nullptr;
     std::uint32_t earlierStart = 0;
-    std::function<bool()> pump;  ///< called between bounded pieces of work; true stops
+    std::function<bool()> pump = nullptr;  ///< called between bounded pieces of work; true stops
   };
 
   explicit IsoLayout(const Clock& clock) : clock_(clock) { clear(); }

@@ -141,14 +141,15 @@ std::int64_t MmcDrive::readFrom(const MmcReport& disc, std::uint32_t first, std:
   return device_->read(first, count, buffer);
 }
 
-std::shared_ptr<DiscReader> MmcDrive::reader() {
+std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries) {
   if (busy_ || !hold()) return nullptr;
   const std::int64_t newest = MmcFacts::placeOf(report_, chain_).lastSession;
   if (newest < 0) return nullptr;
   // On discs that are written anywhere block 0 leads to the newest tree.
   const bool overwritable = MmcFacts::isOverwritable(report_.profile);
   if (!reader_)
-    reader_ = DiscReader::open(openBlocks(), overwritable ? 0 : static_cast<std::uint32_t>(newest));
+    reader_ = DiscReader::open(libraries, openBlocks(),
+                               overwritable ? 0 : static_cast<std::uint32_t>(newest));
   return reader_;
 }
 

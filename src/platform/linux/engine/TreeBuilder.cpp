@@ -136,7 +136,8 @@ bool TreeBuilder::inspect(std::uint32_t index) {
 /// Goes through the earlier tree once, because the library would follow a crafted loop of folders
 /// for ever.
 bool TreeBuilder::isEarlierSane() {
-  const auto reader = DiscReader::open(request_.openEarlier(), request_.earlierStart);
+  const auto reader =
+      DiscReader::open(request_.libraries, request_.openEarlier(), request_.earlierStart);
   if (!reader) return false;
   std::vector<std::string> waiting = {""};
   std::int64_t entries = 0;
