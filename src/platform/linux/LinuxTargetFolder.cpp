@@ -1,8 +1,10 @@
 #include "platform/linux/LinuxTargetFolder.h"
 
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -34,6 +36,16 @@ bool isSafePath(std::string_view path) {
     if (!isSafe(path.substr(begin, length))) return false;
   }
   return true;
+}
+
+/// Opens a folder at a relative native path without following a link on the way. Without one, errno
+/// tells why.
+Descriptor openBelow(int folder, const std::string& path) {
+  struct open_how how {};
+  how.flags = FolderFlags;
+  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
+  return Descriptor(
+      static_cast<int>(::syscall(SYS_openat2, folder, path.c_str(), &how, sizeof how)));
 }
 
 /// Why an entry that is no regular file is left alone; 0 for a regular file.
@@ -112,16 +124,19 @@ LinuxTargetFolder::Place LinuxTargetFolder::placeOf(std::string_view path, Missi
 }
 
 int LinuxTargetFolder::enterParent(std::string_view parent, Missing missing) const {
-  if (parent_ && parent == parentPath_) {
-    struct stat status {};
-    // One that was removed meanwhile has no name left.
-    if (::fstat(parent_.get(), &status) == 0 && status.st_nlink > 0) return 0;
-  }
-  parent_.reset();
-  parentPath_ = parent;
+  std::string native(parent);
+  std::replace(native.begin(), native.end(), Paths::DiscSeparator, '/');
+  parent_ = openBelow(folder_.get(), native);
+  if (parent_) return 0;
+  // Step by step what has to be made, and what the system does not take in one.
+  const bool incomplete = errno == ENOENT && missing == Missing::Make;
+  return incomplete || errno == ENOSYS || errno == ENAMETOOLONG ? walkTo(native, missing) : errno;
+}
+
+int LinuxTargetFolder::walkTo(std::string_view parent, Missing missing) const {
   Descriptor reached;
   for (std::size_t begin = 0, end = 0; end != std::string_view::npos; begin = end + 1) {
-    end = parent.find(Paths::DiscSeparator, begin);
+    end = parent.find('/', begin);
     const std::string name(parent.substr(begin, end == std::string_view::npos ? end : end - begin));
     const int above = reached ? reached.get() : folder_.get();
     Descriptor next(::openat(above, name.c_str(), FolderFlags));
@@ -188,10 +203,24 @@ int LinuxTargetFolder::openForAppend(const std::string& path, Descriptor& target
   int error = createFile(place.folder, place.name, target);
   struct stat status {};
   if (error == EEXIST) error = lookAtFile(place.folder, place.name, status);
-  if (error == 0 && !target)
-    error = openFile(place.folder, place.name, O_WRONLY | O_APPEND, target, status);
+  if (error == 0 && !target) error = openFile(place.folder, place.name, O_WRONLY, target, status);
+  // Not by O_APPEND, which rules out copies within the system.
+  if (error == 0 && ::lseek(target.get(), 0, SEEK_END) < 0) error = errno;
   // Its second name may lie outside the target.
   return error == 0 && status.st_nlink > 1 ? EMLINK : error;
+}
+
+int LinuxTargetFolder::copyPiece(FileStream& source, int target, std::int64_t offset,
+                                 std::int64_t bytes) {
+  const std::int64_t sent = source.copyTo(target, offset, static_cast<std::size_t>(bytes));
+  if (sent < 0) return static_cast<int>(-sent);
+  const std::int64_t rest = bytes - sent;
+  if (rest == 0) return 0;
+  const std::int64_t got =
+      source.read(offset + sent, buffer_.data(), static_cast<std::size_t>(rest));
+  // Fewer bytes than the disc promised are no success.
+  if (got != rest) return got < 0 ? static_cast<int>(-got) : EIO;
+  return SystemFiles::writeFully(target, buffer_.data(), static_cast<std::size_t>(got));
 }
 
 FileOutcome LinuxTargetFolder::copyContent(FileStream& source, int target,
@@ -199,14 +228,10 @@ FileOutcome LinuxTargetFolder::copyContent(FileStream& source, int target,
   const std::int64_t size = source.info().size.whole();
   for (std::int64_t done = 0; done < size;) {
     const auto wanted = std::min(size - done, FileView::PieceBytes);
-    const std::int64_t got = source.read(done, buffer_.data(), static_cast<std::size_t>(wanted));
-    // Fewer bytes than the disc promised are no success.
-    if (got != wanted) return SystemFiles::outcomeOf(got < 0 ? static_cast<int>(-got) : EIO);
-    const int error =
-        SystemFiles::writeFully(target, buffer_.data(), static_cast<std::size_t>(got));
+    const int error = copyPiece(source, target, done, wanted);
     if (error != 0) return SystemFiles::outcomeOf(error);
-    done += got;
-    if (got == FileView::PieceBytes && progress && progress(done / FileView::PieceBytes))
+    done += wanted;
+    if (wanted == FileView::PieceBytes && progress && progress(done / FileView::PieceBytes))
       return {FileOutcome::Stopped, {}};
   }
   return {};
@@ -237,7 +262,9 @@ FileOutcome LinuxTargetFolder::doAppendFileProgress(const std::string& source,
   if (const int error = openForAppend(path, target); error != 0)
     return SystemFiles::outcomeOf(error);
   const FileOutcome copied = copyContent(*stream, target.get(), progress);
-  return copied ? SystemFiles::outcomeOf(closeOf(target)) : copied;
+  if (copied) return SystemFiles::outcomeOf(closeOf(target));
+  setDate(target.get(), 0, 0);
+  return copied;
 }
 
 std::unique_ptr<TargetFolder> LinuxTargetFolders::open(const std::string& path) {

@@ -11,8 +11,9 @@
 
 namespace korvenal {
 
-/// A target folder by its descriptor. Every path is walked from there, component by component, and
-/// no link is followed on the way, so nothing that is put there meanwhile leads outside.
+/// A target folder by its descriptor. Every path is resolved from there anew and no link is
+/// followed on the way, so nothing that is put there meanwhile leads outside, and no file lands in
+/// a folder that was moved away.
 class LinuxTargetFolder : public TargetFolder {
  public:
   /// Without `discs`, which must outlive this, sources are native files only.
@@ -26,6 +27,7 @@ class LinuxTargetFolder : public TargetFolder {
   /// source from then on.
   FileOutcome doCopyFileProgress(const std::string& source, const std::string& path,
                                  const CopyProgress& progress) override;
+  /// A partial target as above.
   FileOutcome doAppendFileProgress(const std::string& source, const std::string& path,
                                    const CopyProgress& progress) override;
 
@@ -41,16 +43,16 @@ class LinuxTargetFolder : public TargetFolder {
 
   Place placeOf(std::string_view path, Missing missing) const;
   int enterParent(std::string_view parent, Missing missing) const;
+  int walkTo(std::string_view parent, Missing missing) const;
   int openForCopy(const std::string& path, Descriptor& target);
   int openForAppend(const std::string& path, Descriptor& target);
+  int copyPiece(FileStream& source, int target, std::int64_t offset, std::int64_t bytes);
   FileOutcome copyContent(FileStream& source, int target, const CopyProgress& progress);
 
   Descriptor folder_;
   DiscFiles* discs_;
   std::vector<char> buffer_;
-  // The folder of the last path: files come folder by folder.
-  mutable std::string parentPath_;
-  mutable Descriptor parent_;
+  mutable Descriptor parent_;  ///< the folder of the path in hand
 };
 
 class LinuxTargetFolders : public TargetFolders {
