@@ -173,7 +173,10 @@ void DiscRestore::doJudge(Attempt& attempt) {
   if (state.StopAction) {
     attempt.record.note = "Action stop by user.";
   } else if (files_.progress.RestoreBytesDone == Fixed4() && attempt.counts.nothingDone()) {
-    doFail(attempt, "No file restored.");
+    if (!attempt.counts.onlyLostParts) return doFail(attempt, "No file restored.");
+    // Asking for it again would bring nothing either.
+    if (attempt.counts.errors == 0) attempt.record.note = "No file restored.";
+    ++services_.page.RestoreDiscIndex;
   } else if (state.TaskError != 0) {
     doFail(attempt, attempt.counts.diskFull ? "Failed: Insufficient HDD space." : "Failed.");
   } else {

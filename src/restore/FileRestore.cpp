@@ -1,5 +1,7 @@
 #include "restore/FileRestore.h"
 
+#include <algorithm>
+
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -13,6 +15,7 @@ FileRestore::FileRestore(const RestoreServices& services)
 
 void FileRestore::doForgetSplitFile() {
   split_ = {};
+  begun_.clear();
 }
 
 bool FileRestore::isSelected(int row) const {
@@ -47,6 +50,7 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   disc_ = disc;
   target_ = &target;
   counts_ = {};
+  doTellLostFiles();
   if (split_.SplitNextPart > 0) doRestoreParts(split_.SplitNextPart);
   // A file that goes on on the next disc has this whole disc to itself.
   const bool wholeDiscIsSplitFile = split_.SplitNextPart > 0;
@@ -57,6 +61,37 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   }
   target_ = nullptr;
   return counts_;
+}
+
+/// True when parts of a split file are wanted from the disc that nothing can be joined with.
+bool FileRestore::isLostOn(int row, int disc) const {
+  const RestoreTree& tree = page_.vsRestore;
+  const RestoreTree::Item& item = tree.item(row);
+  if (item.kind != RestoreKind::SplitFile || item.disc == disc || !isSelected(row)) return false;
+  if (split_.SplitNextPart > 0 && split_.row == row) return false;
+  for (int part = 1; part <= static_cast<int>(item.knownParts); ++part)
+    if (tree.partDisc(row, part) == disc) return true;
+  return false;
+}
+
+/// A file that was open when the last run stopped is not joined any more, and one that failed has
+/// more parts on later discs. Neither may keep its discs wanted for ever, or pass in silence.
+void FileRestore::doTellLostFiles() {
+  const RestoreTree& tree = page_.vsRestore;
+  const auto& discs = page_.RestoreDiscList;
+  counts_.onlyLostParts = split_.SplitNextPart == 0;
+  for (int row = 1; row < tree.Rows(); ++row) {
+    const int first = tree.item(row).disc;
+    if (tree.item(row).kind != RestoreKind::Folder && first == disc_.number && isSelected(row))
+      counts_.onlyLostParts = false;
+    if (!isLostOn(row, disc_.number)) continue;
+    // Its first disc may still come.
+    const bool comes =
+        std::find(discs.begin() + page_.RestoreDiscIndex, discs.end(), first) != discs.end();
+    if (comes || !begun_.insert(row).second) continue;
+    doAddErrorRow("File restore failed.", targetOf(row).shown);
+    ++counts_.errors;
+  }
 }
 
 void FileRestore::doRestoreRow(int row) {
@@ -135,6 +170,8 @@ void FileRestore::doRestoreSplitFile(int row) {
     ++counts_.errors;
   }
   split_ = {};
+  split_.row = row;
+  begun_.insert(row);
   split_.target = targetOf(row);
   split_.SplitWrite = existing_.mayWrite(*target_, split_.target);
   if (services_.state.StopAction) return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "platform/TargetFolder.h"
@@ -23,6 +24,7 @@ struct RestoreCounts {
   int errors = 0;
   int folders = 0;
   bool diskFull = false;
+  bool onlyLostParts = false;  ///< all that is wanted are parts of files that were given up
 
   bool nothingDone() const { return restored == 0 && skipped == 0 && folders == 0; }
 };
@@ -56,6 +58,7 @@ class FileRestore {
  private:
   /// The split file that is open, and how far it is joined.
   struct SplitFile {
+    int row = 0;
     int SplitNextPart = 0;  ///< part to go on with on the next disc; 0: none is open
     int SplitPartCount = 0;
     std::string SplitBaseName;  ///< on disc, without the suffix of the part
@@ -77,6 +80,8 @@ class FileRestore {
   PartResult doRestorePart(int part);
   PartResult doAppendPart(int part, const std::string& source);
   PartResult doMissPart(int part);
+  bool isLostOn(int row, int disc) const;
+  void doTellLostFiles();
   FileOutcome appendTo(const std::string& source, bool first);
   void doCountFailure(const FileOutcome& outcome, const std::string& text, const std::string& file);
   void doAddErrorRow(const std::string& message, const std::string& file);
@@ -86,6 +91,7 @@ class FileRestore {
   RestorePage& page_;
   ExistingFiles existing_;
   SplitFile split_;
+  std::set<int> begun_;  ///< rows of the split files that this run has begun or told to be lost
   DiscInHand disc_;
   TargetFolder* target_ = nullptr;  ///< of the call under way
   RestoreCounts counts_;

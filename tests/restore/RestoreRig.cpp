@@ -1,6 +1,7 @@
 #include "restore/RestoreRig.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <set>
 
 namespace korvenal::test {
@@ -96,6 +97,7 @@ class BreakableTarget : public TargetFolder {
   }
   FileOutcome doAppendFileProgress(const std::string& source, const std::string& path,
                                    const CopyProgress& progress) override {
+    if (++targets_.appends == targets_.failingAppend) return {EIO, "Bad"};
     return good_->doAppendFileProgress(source, path, progress);
   }
 

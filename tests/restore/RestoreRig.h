@@ -47,6 +47,8 @@ class BreakableTargets : public TargetFolders {
   explicit BreakableTargets(DiscFiles* discs) : good_(discs) {}
   int failingCopy = 0;  ///< from 1; 0: none fails
   int copies = 0;
+  int failingAppend = 0;  ///< the same for parts of split files, which cannot be read
+  int appends = 0;
   std::unique_ptr<TargetFolder> open(const std::string& path) override;
 
  private:

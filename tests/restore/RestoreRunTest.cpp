@@ -165,6 +165,38 @@ TEST(RestoreRun, APartMissingOnTheLastDiscOfItsFileIsAnError) {
   EXPECT_EQ(lost.restored("A/after"), "after");
 }
 
+TEST(RestoreRun, ASplitFileThatIsGivenUpKeepsNoDiscWanted) {
+  for (const int failing : {1, 2, 3}) {
+    RestoreRig rig;
+    fillSplitDiscs(rig);
+    rig.targets.failingAppend = failing;
+    EXPECT_EQ(rig.run.doStartRestore().end, End::Finished) << failing;
+    const std::string disc = "Backup #" + std::to_string(failing + 1);
+    EXPECT_EQ(rig.errors(), Texts{disc + "|Bad|" + rig.target("A/film")});
+    EXPECT_EQ(rig.restored("A/after"), "after");
+    EXPECT_EQ(rig.prompts.size(), 3U);
+    EXPECT_EQ(rig.note(2), failing == 1   ? "No file restored."
+                           : failing == 2 ? "1 file error."
+                                          : "Success.");
+  }
+}
+
+TEST(RestoreRun, ASplitFileThatWasOpenAtAStopIsToldToBeIncomplete) {
+  RestoreRig rig;
+  fillSplitDiscs(rig);
+  rig.onPrompt = [&rig](int, const DiscRequest& request) {
+    const int wanted = request.restoreDisc(request.RestoreDiscIndex + 1);
+    rig.state.StopAction = wanted == 3;
+    rig.insertDisc(wanted);
+  };
+  EXPECT_EQ(rig.run.doStartRestore().end, End::Stopped);
+  rig.onPrompt = {};
+  EXPECT_EQ(rig.run.doStartRestore().end, End::Finished);
+  EXPECT_EQ(rig.errors(), Texts{"Backup #3|File restore failed.|" + rig.target("A/film")});
+  EXPECT_EQ(rig.restored("A/after"), "after");
+  EXPECT_EQ(rig.prompts, (Texts{"0: 2 3 4", "1: 3 4", "0: 3 4", "1: 4"}));
+}
+
 TEST(RestoreRun, ShortenedNamesComeBackLongAndAreFoundOnDiscShort) {
   RestoreRig rig;
   rig.discs.contents["Backup #1"] = {{"sh\\ort.txt", "text"}, {"s\\s.001", "a"}, {"s\\s.002", "b"}};
@@ -271,6 +303,37 @@ TEST(RestoreRun, NeverWritesOutsideTheTarget) {
   EXPECT_FALSE(rig.files.doFileExists(rig.folder / "made"));
   EXPECT_TRUE(rig.files.listFolder(rig.folder / "outside").empty());
   EXPECT_FALSE(rig.stands("evil"));
+}
+
+TEST(RestoreRun, AFolderSwappedForALinkAtAnyMomentLeadsNowhere) {
+  int swapped = 0;
+  for (int n = 1;; ++n) {
+    RestoreRig rig;
+    fillTwoDiscs(rig);
+    const std::string outside = rig.folder.makeFolder("outside");
+    rig.desktop.yields = 0;
+    rig.desktop.onYield = [&](int yield) {
+      if (yield != n || !rig.stands("A")) return;
+      ++swapped;
+      std::filesystem::rename(rig.target("A"), rig.target("moved"));
+      std::filesystem::create_symlink(outside, rig.target("A"));
+    };
+    EXPECT_EQ(rig.run.doStartRestore().end, End::Finished) << n;
+    rig.desktop.onYield = {};
+    EXPECT_TRUE(rig.files.listFolder(outside).empty()) << n;
+    Texts told = rig.errors();
+    for (const char* file : {"one", "B/two", "three"}) {
+      const std::string end = "|" + rig.target("A/" + std::string(file));
+      const bool stands =
+          rig.stands("A/" + std::string(file)) || rig.stands("moved/" + std::string(file));
+      const bool error = std::any_of(told.begin(), told.end(),
+                                     [&](const std::string& row) { return row.ends_with(end); });
+      EXPECT_NE(stands, error) << file << " at yield " << n;
+    }
+    ASSERT_FALSE(HasFailure()) << n;
+    if (rig.desktop.yields < n) break;
+  }
+  EXPECT_GT(swapped, 10);
 }
 
 TEST(RestoreRun, AStopAnywhereLeavesAllInOrderAndTheNextStartGoesOn) {
