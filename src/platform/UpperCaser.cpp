@@ -63,6 +63,21 @@ std::uint32_t UpperCaser::formOf(std::string_view rest, std::size_t& length) {
   return form != 0 ? form : learn(rest.substr(0, length), character.code);
 }
 
+std::size_t UpperCaser::changeShort(std::string_view text, char* out, std::size_t& to) const {
+  std::size_t at = 0;
+  while (at + 1 < text.size()) {
+    const unsigned lead = byteAt(text, at), second = byteAt(text, at + 1);
+    if (lead < 0xC2 || lead > 0xDF || !isTail(second)) break;
+    const std::uint32_t form = known_[(lead & 0x1FU) << 6U | (second & 0x3FU)];
+    if (form >> 24U != 2) break;
+    out[to] = static_cast<char>(form & 0xFFU);
+    out[to + 1] = static_cast<char>(form >> 8U & 0xFFU);
+    to += 2;
+    at += 2;
+  }
+  return at;
+}
+
 std::string UpperCaser::toUpper(std::string_view text) {
   // No character that is remembered grows by more than half.
   std::string result(text.size() + text.size() / 2, '\0');
@@ -72,6 +87,9 @@ std::string UpperCaser::toUpper(std::string_view text) {
       result[to++] = upperAscii(text[at++]);
       continue;
     }
+    at += changeShort(text.substr(at), result.data(), to);
+    if (at == text.size()) break;
+    if (byteAt(text, at) < 0x80) continue;
     std::size_t length = 0;
     std::uint32_t form = formOf(text.substr(at), length);
     if (form != TooLong) {

@@ -20,6 +20,9 @@ class UpperCaser {
   static constexpr std::size_t Characters = 0x10000;  ///< the basic plane
 
   std::uint32_t learn(std::string_view character, std::size_t code);
+  /// Changes known characters of two bytes that stay so long, as far as they follow each other. The
+  /// bytes taken.
+  std::size_t changeShort(std::string_view text, char* out, std::size_t& to) const;
   /// What is known of the character that `rest` begins with, and its bytes.
   std::uint32_t formOf(std::string_view rest, std::size_t& length);
 
