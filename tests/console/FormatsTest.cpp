@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 #include "console/ConsoleFixture.h"
 #include "console/OtherProgram.h"
@@ -54,6 +56,33 @@ TEST_F(Formats, OtherToolsListABackupAndHoldItsFiles) {
   EXPECT_THAT(listed, HasSubstr("file\t1\t12\t"));
   EXPECT_THAT(listed, HasSubstr("\tdeep\\a.txt\n"));
   EXPECT_THAT(listed, HasSubstr("\xC3\xA4.txt\n"));
+}
+
+TEST_F(Formats, PiecesTakenByOtherToolsAreJoinedAsThePageTells) {
+  // Not all zeros, and more than a disc holds.
+  const std::string film = temp.sparse("source/film.avi", 760'000'000);
+  {
+    std::fstream out(film, std::ios::in | std::ios::out | std::ios::binary);
+    for (std::int64_t at = 0; at < 760'000'000; at += 10'000'019) out.seekp(at) << at;
+  }
+  ASSERT_EQ(
+      run("default ExcludeTopFolder 1\ndefault Notice 1\nnew Demo\nset comboDiscType 0\nadd '" +
+          source + "'\nbackup\n")
+          .code,
+      ExitCode::Ok);
+  const std::string folder = temp.makeFolder("pieces");
+  std::vector<std::string> images;
+  for (const auto& file : fs::directory_iterator(temp / "app/Discs"))
+    if (file.path().extension() == ".iso") images.push_back(file.path());
+  ASSERT_EQ(images.size(), 2U);
+  std::sort(images.begin(), images.end());
+  tool({"bsdtar", "-xf", images[0], "-C", folder, "--strip-components=2", "film.avi/*"});
+  tool({"xorriso", "-osirrox", "on", "-indev", images[1], "-extract", "/film.avi", folder});
+  const std::string page =
+      test::TempDir::read(std::string(KORVENAL_SOURCE_DIR) + "/docs/formats.md");
+  const std::size_t at = page.find("    cat ") + 4;
+  tool({"sh", "-c", "cd '" + folder + "' && " + page.substr(at, page.find('\n', at) - at)});
+  tool({"cmp", film, folder + "/film.avi"});
 }
 
 }  // namespace

@@ -1,11 +1,17 @@
 #include <filesystem>
+#include <fstream>
 
 #include "console/ConsoleFixture.h"
+#include "console/OtherProgram.h"
+#include "restore/IndexLines.h"
 
 namespace korvenal::console {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
 
 class RestoreModes : public ConsoleFixture {
  protected:
@@ -15,6 +21,24 @@ class RestoreModes : public ConsoleFixture {
   std::string backupScript() const {
     return "default ExcludeTopFolder 1\nnew Demo\nset comboDiscType 0\nadd '" + source +
            "'\nbackup\n";
+  }
+  /// A disc of a set that another program wrote, with what lies in the folder of its number.
+  std::string makeDisc(int number) {
+    const std::string name = std::to_string(number), image = temp / (name + ".iso");
+    EXPECT_EQ(runProgram({"xorriso", "-outdev", "stdio:" + image, "-volid", "Backup #" + name,
+                          "-map", temp / name, "/"},
+                         temp / "printed"),
+              0);
+    return image;
+  }
+  std::string writeIndex(const test::IndexLines& lines) {
+    return temp.write("_KORVEN{Demo(2026-11-22-10-00-F)}.bdx", lines.text());
+  }
+  std::vector<std::string> inTarget() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(target))
+      names.push_back(entry.path().filename());
+    return names;
   }
 };
 
@@ -43,6 +67,85 @@ TEST_F(RestoreModes, AnExistingFileIsTreatedByTheMode) {
     run("index\n" + said + "restore " + target + " " + given.options);
     EXPECT_EQ(restored("f"), given.replaced ? "new" : "old");
   }
+}
+
+TEST_F(RestoreModes, FilesOfOneNameMeetWhenTheyComeBackWithoutFolders) {
+  temp.write("source/x/f", "first");
+  temp.write("source/y/f", "second");
+  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
+  const struct {
+    const char* mode;
+    const char* answer;
+    const char* content;
+  } cases[] = {{"0", "", "second"}, {"1", "answer No\n", "first"}, {"3", "", "first"}};
+  for (const auto& given : cases) {
+    EXPECT_EQ(run("index\n" + std::string(given.answer) + "restore " + target +
+                  " --only-files --mode " + given.mode)
+                  .code,
+              ExitCode::Ok);
+    EXPECT_THAT(inTarget(), ElementsAre("f"));
+    EXPECT_EQ(restored("f"), given.content) << given.mode;
+    fs::remove(target + "/f");
+  }
+}
+
+TEST_F(RestoreModes, AFileSplitOverThreeDiscsIsJoinedWhateverDrivesTheyLieIn) {
+  imageDrives = 3;
+  feeder = false;
+  const std::string parts[] = {std::string(300'000, 'a'), "b", std::string(600'000, 'c')};
+  for (const int number : {2, 3, 4})
+    temp.write(std::to_string(number) + "/A/film/film.00" + std::to_string(number - 1),
+               parts[number - 2]);
+  temp.write("4/A/after", "after");
+  const std::string index = writeIndex(test::IndexLines()
+                                           .folder("A", 2)
+                                           .split("A\\film", 900'001, {2, 3, 4})
+                                           .file("A\\after", 5, 4));
+  const Outcome outcome =
+      run("device dvcM_Name1 V\ndevice dvcM_Name2 W\ndevice dvcM_Name3 X\ndevice dvcType 1\n"
+          "disc insert V " +
+          makeDisc(4) + "\ndisc insert W " + makeDisc(2) + "\ndisc insert X " + makeDisc(3) +
+          "\nindex " + index + "\nselect all\nrestore " + target);
+  EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
+  EXPECT_EQ(restored("A/film"), parts[0] + parts[1] + parts[2]);
+  EXPECT_EQ(restored("A/after"), "after");
+}
+
+TEST_F(RestoreModes, OneFileOfAHundredDiscsAsksForItsDiscAlone) {
+  feeder = false;
+  test::IndexLines lines;
+  lines.discs = 100;
+  for (int disc = 1; disc <= 100; ++disc) lines.file("file" + std::to_string(disc), 5, disc);
+  temp.write("57/file57", "wanted");
+  const std::string script = "disc insert V " + makeDisc(57) + "\nindex " + writeIndex(lines) +
+                             "\nselect file57\nrestore " + target;
+  // Who says OK once is asked once.
+  const Outcome outcome = run(script, false, {"no", "ok"});
+  EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
+  EXPECT_THAT(inTarget(), ElementsAre("file57"));
+  EXPECT_EQ(restored("file57"), "wanted");
+}
+
+TEST_F(RestoreModes, ABadPlaceCostsTheFileThatLiesThereAndNoOther) {
+  temp.write("source/a.txt", "before");
+  temp.write("source/d/b.txt", std::string(300'000, 'b'));
+  temp.write("source/_z.bin", std::string(4'000'000, 'z'));
+  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
+  std::string image;
+  for (const auto& file : fs::directory_iterator(temp / "app/Discs"))
+    if (file.path().extension() == ".iso") image = file.path();
+  constexpr std::uintmax_t Block = 2048, FromEnd = 1200;
+  std::ofstream(image + ".disc", std::ios::app)
+      << "bad-block=" << fs::file_size(image) / Block - FromEnd << "\n";
+  const Outcome outcome = run("index\nrestore " + target + "\nerrors");
+  ASSERT_EQ(outcome.code, ExitCode::Failed) << outcome.out;
+  EXPECT_EQ(restored("a.txt"), "before") << outcome.out;
+  EXPECT_EQ(restored("d/b.txt"), std::string(300'000, 'b'));
+  EXPECT_LT(fs::file_size(target + "/_z.bin"), 4'000'000U);
+  EXPECT_THAT(outcome.out, HasSubstr("2 files restored. 1 file error."));
+  EXPECT_THAT(outcome.out, HasSubstr("1 file with errors"));
+  EXPECT_THAT(outcome.out,
+              testing::ContainsRegex("Backup #1 +Input/output error\\. +" + target + "/_z.bin"));
 }
 
 }  // namespace
