@@ -77,12 +77,13 @@ struct DriveWorld {
   }
   /// All discs of the plan are there, and no disc holds anything else.
   void expectAllDiscs() {
+    const DiscLibraries libraries;
     std::set<std::string> found;
     std::vector<ImageDisc> all = ports.trays.discsOnShelf();
     for (const char letter : ports.trays.letters()) all.push_back(ports.trays.discIn(letter));
     for (const ImageDisc& disc : all) {
       if (disc.sessions == 0) continue;
-      const auto reader = DiscReader::open(openImageBlocks(disc.file), 0);
+      const auto reader = DiscReader::open(libraries, openImageBlocks(disc.file), 0);
       const std::vector<std::string> names = reader ? reader->list("") : std::vector<std::string>();
       const auto file = names.size() == 1 ? reader->openFile(names[0]) : nullptr;
       ASSERT_TRUE(file) << disc.file;

@@ -17,6 +17,9 @@ char* changeable(const char* text) {
 /// "Write thread on drive N ended": the drive is truly idle from here on.
 constexpr int WorkerEnded = 0x00020178;
 
+/// Objects that need the libraries, whose own state is one for the whole process as well.
+int holders = 0;
+
 bool isAtLeast(const char* severity, const char* limit) {
   int number = 0;
   int least = 0;
@@ -33,6 +36,11 @@ bool isFailure(const char* severity, int osError) {
 }  // namespace
 
 DiscLibraries::DiscLibraries() {
+  if (holders > 0) {
+    ++holders;
+    ready_ = true;
+    return;
+  }
   // The locale is the program's business, not the library's.
   if (iso_init_with_flag(1) < 0) return;
   iso_set_local_charset(changeable("UTF-8"), 0);
@@ -44,11 +52,12 @@ DiscLibraries::DiscLibraries() {
     return;
   }
   burn::burn_msgs_set_severities(changeable("DEBUG"), changeable("NEVER"), changeable(""));
+  holders = 1;
   ready_ = true;
 }
 
 DiscLibraries::~DiscLibraries() {
-  if (!ready_) return;
+  if (!ready_ || --holders > 0) return;
   takeFailures();
   burn::burn_finish();
   iso_finish();

@@ -12,8 +12,8 @@ struct LibraryMessage {
   std::string text;
 };
 
-/// Brings the libraries for discs up, silent, and down again. They keep state of their own for the
-/// whole process, so there is at most one object of this class at a time.
+/// Brings the libraries for discs up, silent, and with the last object down again: they keep state
+/// of their own for the whole process. Objects are made and destroyed on one thread.
 class DiscLibraries {
  public:
   DiscLibraries();
