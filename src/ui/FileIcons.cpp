@@ -8,6 +8,8 @@ namespace {
 
 constexpr qsizetype IconsKept = 4096;  ///< extensions are those of a foreign index
 
+const QString PictureIcon = QStringLiteral("image-x-generic");
+
 QString extensionOf(const QString& name) {
   const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
   return dot < 0 ? QString() : name.mid(dot).toLower();
@@ -30,6 +32,7 @@ QIcon FileIcons::ofType(const QString& name) const {
       types_.mimeTypeForFile(QStringLiteral("file") + extension, QMimeDatabase::MatchExtension);
   QIcon icon = QIcon::fromTheme(type.iconName());
   if (icon.isNull()) icon = QIcon::fromTheme(type.genericIconName());
+  if (icon.isNull() && type.genericIconName() == PictureIcon) icon = Theme::ownIcon(PictureIcon);
   if (icon.isNull()) icon = plainFile();
   if (known_.size() >= IconsKept) known_.clear();
   known_.insert(extension, icon);

@@ -67,7 +67,7 @@ QWidget* RestoreView::makeHead() {
   pbLoaddisc_ = makeButton("pbLoaddisc", tr("&Read Index"), QStringLiteral("media-optical"),
                            tr("Reads the index from the first disc of a backup"));
   openFile_ =
-      makeButton("openIndexFile", tr("Open Index &File..."), QStringLiteral("document-open"),
+      makeButton("openIndexFile", tr("Open In&dex File..."), QStringLiteral("document-open"),
                  tr("Opens a backup index that was kept as a file"));
   row->addWidget(hint, 1);
   row->addWidget(pbLoaddisc_);
@@ -118,14 +118,14 @@ QWidget* RestoreView::makeIndexLine() {
 QWidget* RestoreView::makeTools() {
   auto* whole = new QWidget(this);
   auto* row = rowIn(whole);
-  pbSelectALL_ = makeButton("pbSelectALL", tr("Select &All"), QStringLiteral("edit-select-all"),
+  pbSelectALL_ = makeButton("pbSelectALL", tr("Select A&ll"), QStringLiteral("edit-select-all"),
                             tr("Ticks every item (Ctrl+A)"));
   pbInvertSelection_ =
-      makeButton("pbInvertSelection", tr("&Invert"), QStringLiteral("object-flip-horizontal"),
+      makeButton("pbInvertSelection", tr("&Invert"), QStringLiteral("edit-select-invert"),
                  tr("Ticks what is not ticked, and the other way round (Ctrl+I)"));
   pbExpand_ =
-      makeButton("pbExpand", tr("&Expand"), QStringLiteral("list-add"), tr("Opens all folders"));
-  pbCollapse_ = makeButton("pbCollapse", tr("&Collapse"), QStringLiteral("list-remove"),
+      makeButton("pbExpand", tr("&Expand"), QStringLiteral("expand-all"), tr("Opens all folders"));
+  pbCollapse_ = makeButton("pbCollapse", tr("&Collapse"), QStringLiteral("collapse-all"),
                            tr("Closes all folders"));
   txFind_ = new QLineEdit(whole);
   txFind_->setObjectName(QStringLiteral("txFind"));
