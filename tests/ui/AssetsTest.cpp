@@ -52,14 +52,21 @@ std::set<std::string> iconNames(const std::string& sources) {
   return names;
 }
 
+bool isDrawn(const QIcon& icon) {
+  const QImage image = icon.pixmap(24).toImage();
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (qAlpha(image.pixel(x, y)) != 0) return true;
+  return false;
+}
+
 TEST(Assets, EveryIconAskedForIsThereAndCanBeDrawn) {
   const std::set<std::string> names = iconNames(windowSources());
   ASSERT_GT(names.size(), 15U);
   for (const std::string& name : names) {
     const fs::path file = Root / "assets/icons" / (name + ".svg");
     EXPECT_TRUE(fs::exists(file)) << name;
-    EXPECT_FALSE(Theme::ownIcon(QString::fromStdString(name)).pixmap(24).toImage().isNull())
-        << name;
+    EXPECT_TRUE(isDrawn(Theme::ownIcon(QString::fromStdString(name)))) << name;
   }
 }
 
