@@ -70,6 +70,7 @@ class frmBrowse : public Form {
   /// The buttons: add what is ticked, and close.
   void CMD(int command);
   void doCloseBox() override;
+  const BrowserSize& keptSize() const { return services_.size; }
   /// The size at which the window is left, in twips.
   void doKeepSize(int width, int height) { services_.size = {width, height}; }
 

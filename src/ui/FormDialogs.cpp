@@ -1,7 +1,10 @@
 #include "ui/FormDialogs.h"
 
+#include "ui/BrowseDialog.h"
+#include "ui/CreateItemDialog.h"
 #include "ui/DefaultDialog.h"
 #include "ui/DeviceDialog.h"
+#include "ui/EstimateDialog.h"
 #include "ui/FindDialog.h"
 #include "ui/LoadDiscDialog.h"
 #include "ui/NoticeDialog.h"
@@ -27,8 +30,11 @@ std::unique_ptr<FormDialog> make(Form& form, QWidget* parent, const Services&...
 std::unique_ptr<FormDialog> makeFormDialog(Form& form, const DialogServices& services,
                                            QWidget* parent) {
   if (auto dialog = make<frmAddFiles, WorkerDialog>(form, parent)) return dialog;
+  if (auto dialog = make<frmBrowse, BrowseDialog>(form, parent, services)) return dialog;
+  if (auto dialog = make<frmCreateItem, CreateItemDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmDefault, DefaultDialog>(form, parent, services)) return dialog;
   if (auto dialog = make<frmDevice, DeviceDialog>(form, parent, services)) return dialog;
+  if (auto dialog = make<frmEstimateInfo, EstimateDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmFind, FindDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmLoadDisc, LoadDiscDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmNotice, NoticeDialog>(form, parent)) return dialog;

@@ -113,7 +113,9 @@ Answer QtDesktop::doShowMessage(const MessageBox& message) {
 
 void QtDesktop::doShowModal(Form& form) {
   doPrepareToAsk();
-  if (const auto dialog = makeFormDialog(form, dialogs, front()))
+  DialogServices services = dialogs;
+  services.desktop = this;
+  if (const auto dialog = makeFormDialog(form, services, front()))
     dialog->runModal();
   else
     form.doCloseBox();

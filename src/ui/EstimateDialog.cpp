@@ -1,0 +1,150 @@
+#include "ui/EstimateDialog.h"
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QPainter>
+#include <QSplitter>
+#include <QStyledItemDelegate>
+#include <QTableView>
+
+#include "ui/DialogParts.h"
+#include "ui/DiscBar.h"
+#include "ui/Texts.h"
+
+namespace korvenal::ui {
+
+namespace {
+
+/// A disc's bar with its percentage behind it.
+class FillDelegate : public QStyledItemDelegate {
+ public:
+  FillDelegate(const frmEstimateInfo& form, QObject* parent)
+      : QStyledItemDelegate(parent), form_(form) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyleOptionViewItem ground = option;
+    initStyleOption(&ground, index);
+    const QString text = ground.text;
+    ground.text.clear();
+    QStyledItemDelegate::paint(painter, ground, index.sibling(-1, -1));
+    if (option.state & QStyle::State_Selected)
+      painter->fillRect(option.rect, option.palette.highlight());
+    const int textWidth = option.fontMetrics.horizontalAdvance(QStringLiteral("100% "));
+    const int high = option.fontMetrics.height() * 2 / 3;
+    const QRectF bar(option.rect.left() + 4, option.rect.center().y() - high / 2.0,
+                     std::max(option.rect.width() - textWidth - 12, 8), high);
+    const int percent = form_.fillPercent(TableModel::tableRow(index));
+    paintDiscFill(*painter, bar, option.palette, percent,
+                  percent > 100 ? DiscState::Failed : DiscState::Writing);
+    painter->setPen(option.palette.color(
+        option.state & QStyle::State_Selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->drawText(option.rect.adjusted(0, 0, -4, 0), Qt::AlignRight | Qt::AlignVCenter, text);
+  }
+
+ private:
+  const frmEstimateInfo& form_;
+};
+
+}  // namespace
+
+EstimateDialog::EstimateDialog(frmEstimateInfo& form, QWidget* parent)
+    : FormDialog(form, parent),
+      form_(form),
+      discModel_(form.vsDisc),
+      contentsModel_(form.vsDContents) {
+  setObjectName(QStringLiteral("frmEstimateInfo"));
+  setWindowTitle(toQt(form.caption));
+  auto* halves = new QSplitter(this);
+  halves->addWidget(discs());
+  halves->addWidget(contents());
+  halves->setStretchFactor(1, 1);
+  halves->setChildrenCollapsible(false);
+  chkShowInfo_ = new QCheckBox(tr("&Show this report after each estimate"), this);
+  chkShowInfo_->setObjectName(QStringLiteral("chkShowInfo"));
+  chkShowPath_ = new QCheckBox(tr("Show source &path"), this);
+  chkShowPath_->setObjectName(QStringLiteral("chkShowPath"));
+  auto* close = namedButton("pbClose", tr("&Close"), this);
+  close->setDefault(true);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(totals());
+  column->addWidget(halves, 1);
+  column->addLayout(buttonRow({chkShowInfo_, chkShowPath_}, {close}));
+  connect(chkShowInfo_, &QCheckBox::clicked, this,
+          [this](bool on) { act([this, on] { form_.chkShowInfo = on; }); });
+  connect(chkShowPath_, &QCheckBox::clicked, this,
+          [this](bool on) { act([this, on] { form_.setShowPath(on); }); });
+  connect(close, &QPushButton::clicked, this, [this] { act([this] { form_.pbClose(); }); });
+  connect(vsDisc_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this](const QModelIndex& current) {
+            if (!current.isValid()) return;
+            act([this, &current] { form_.doSelectDisc(TableModel::tableRow(current)); });
+            contentsModel_.refresh();
+          });
+  vsDisc_->setFocus();
+}
+
+QWidget* EstimateDialog::totals() {
+  QStringList parts = {QStringLiteral("%1 x %2").arg(toQt(form_.discType), toQt(form_.discs)),
+                       tr("%1 files").arg(toQt(form_.files)), toQt(form_.totalSize)};
+  if (form_.splitFiles != "0") parts.insert(2, tr("%1 split").arg(toQt(form_.splitFiles)));
+  auto* line = new QLabel(parts.join(QStringLiteral("   ")), this);
+  line->setObjectName(QStringLiteral("totals"));
+  line->setTextFormat(Qt::PlainText);
+  QFont large = line->font();
+  large.setPointSizeF(large.pointSizeF() * 1.4);
+  line->setFont(large);
+  return line;
+}
+
+QTableView* EstimateDialog::addTable(const char* name, QAbstractItemModel& model) {
+  auto* table = new QTableView(this);
+  table->setObjectName(QLatin1String(name));
+  table->setModel(&model);
+  table->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table->setSelectionMode(QAbstractItemView::SingleSelection);
+  table->setShowGrid(false);
+  table->setWordWrap(false);
+  table->setTabKeyNavigation(false);
+  table->verticalHeader()->hide();
+  // A disc may hold a million rows: all of one height, none of them measured.
+  table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+  table->horizontalHeader()->setHighlightSections(false);
+  table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  return table;
+}
+
+QWidget* EstimateDialog::discs() {
+  const int unit = fontMetrics().averageCharWidth();
+  vsDisc_ = addTable("vsDisc", discModel_);
+  vsDisc_->setItemDelegateForColumn(EstimateFilled, new FillDelegate(form_, vsDisc_));
+  vsDisc_->setColumnWidth(EstimateNumber, unit * 6);
+  vsDisc_->setColumnWidth(EstimateLabel, unit * 16);
+  vsDisc_->setColumnWidth(EstimateUsed, unit * 11);
+  vsDisc_->horizontalHeader()->setSectionResizeMode(EstimateFilled, QHeaderView::Stretch);
+  vsDisc_->setMinimumSize(unit * 52, fontMetrics().height() * 18);
+  vsDisc_->selectRow(0);
+  return vsDisc_;
+}
+
+QWidget* EstimateDialog::contents() {
+  const int unit = fontMetrics().averageCharWidth();
+  vsDContents_ = addTable("vsDContents", contentsModel_);
+  vsDContents_->setColumnWidth(DiscContentsName, unit * 44);
+  vsDContents_->setColumnWidth(DiscContentsSize, unit * 11);
+  vsDContents_->setColumnWidth(DiscContentsDate, unit * 18);
+  vsDContents_->setColumnWidth(DiscContentsNote, unit * 14);
+  vsDContents_->horizontalHeader()->setStretchLastSection(true);
+  vsDContents_->setMinimumWidth(unit * 60);
+  return vsDContents_;
+}
+
+void EstimateDialog::refresh() {
+  discModel_.refresh();
+  chkShowInfo_->setChecked(form_.chkShowInfo);
+  chkShowPath_->setChecked(form_.chkShowPath());
+  vsDContents_->setColumnHidden(DiscContentsSource, !form_.chkShowPath());
+}
+
+}  // namespace korvenal::ui
