@@ -1,104 +1,105 @@
 #include "app/RunDiscs.h"
 
-#include "core/SizeText.h"
-#include "platform/Text.h"
+#include "app/frmMain.h"
+#include "records/NoteKind.h"
 
 namespace korvenal {
 
 namespace {
 
-constexpr int RecordDrive = 0;
-constexpr int RecordLabel = 5;
-constexpr int RecordNote = 7;
+constexpr int DriveColumn = 0;
+constexpr int NoteColumn = 7;
 
-std::string labelOf(int disc) {
-  return "Backup #" + std::to_string(disc);
+char letterOf(const Table& records, int row) {
+  const std::string& drive = records.text(row, DriveColumn);
+  return drive.empty() ? '\0' : drive.front();
 }
 
-/// The row of the last attempt at a disc; 0 for none.
-int lastAttempt(const Table& records, const std::string& label) {
-  int row = records.Rows() - 1;
-  while (row > 0 && records.text(row, RecordLabel) != label) --row;
-  return row;
+void doTakeRecord(RunDisc& disc, const Table& records, int row) {
+  disc.drive = letterOf(records, row);
+  disc.note = records.text(row, NoteColumn);
+  const NoteKind kind = noteKind(disc.note);
+  disc.state = kind == NoteKind::Good  ? DiscState::Verified
+               : kind == NoteKind::Bad ? DiscState::Failed
+                                       : DiscState::Planned;
+  disc.percent = disc.state == DiscState::Planned ? 0 : 100;
 }
 
-void addTimeLeft(std::string& text, const RunPace& pace) {
-  if (const auto left = pace.secondsLeft()) text += ", " + aboutTime(*left);
-}
-
-/// "38 %  1.7 GB of 4.4 GB, 21 MB/s, about 2 minutes" while data goes on the disc; else what the
-/// run says itself.
-std::string workText(const RunFacts& facts, Fixed4 bytes) {
-  const Progress& progress = facts.progress;
-  if (!progress.writing) {
-    std::string text = progress.text;
-    if (Text::endsWith(text, "%")) addTimeLeft(text, facts.pace);
-    return text;
+void doTakeRecords(std::vector<RunDisc>& discs, const RunGrids& grids, int action) {
+  const Table& records = grids.vsOutput[static_cast<std::size_t>(action)];
+  for (int row = 1; row < records.Rows(); ++row) {
+    const int place = grids.discOf(action, row);
+    if (place < 1 || place > static_cast<int>(discs.size())) continue;
+    RunDisc& disc = discs[static_cast<std::size_t>(place - 1)];
+    doTakeRecord(disc, records, row);
+    disc.verified = action == ActionController::Backup && grids.isVerified(row);
   }
-  const double part = progress.bar / 100.0;
-  const auto sizeText = [](double size) {
-    return formatSizeText(Fixed4(static_cast<std::int64_t>(size)), true);
-  };
-  std::string text = std::to_string(progress.bar) + " %  " + sizeText(bytes.toDouble() * part) +
-                     " of " + sizeText(bytes.toDouble());
-  const double pace = facts.pace.percentsPerSecond();
-  if (pace > 0) text += ", " + sizeText(bytes.toDouble() * pace / 100) + "/s";
-  addTimeLeft(text, facts.pace);
-  return text;
 }
 
-RunDisc atWork(const std::string& label, const RunFacts& facts, Fixed4 bytes) {
-  return {label, facts.progress.bar, DiscState::Writing, workText(facts, bytes)};
+void doTakeWork(RunDisc& disc, const RunPage& page, const Progress& progress, int action) {
+  const bool verifying = !page.OnlyShowErrorFileEnabled;
+  disc.drive = page.DriveInHand;
+  disc.state = DiscState::Writing;
+  disc.note.clear();
+  disc.verified = false;
+  disc.percent = progress.bar;
+  if (action == ActionController::Erase) {
+    disc.work = RunDisc::Work::Erasing;
+    disc.percent = -1;
+  } else if (verifying) {
+    disc.work = RunDisc::Work::Verifying;
+  } else if (progress.bytesDone < progress.bytesTotal) {
+    disc.work = RunDisc::Work::Data;
+  }
 }
 
-RunDisc attempted(const std::string& label, const std::string& note) {
-  constexpr int Whole = 100;
-  return {label, Whole, isGoodNote(note) ? DiscState::Verified : DiscState::Failed, note};
+RunDisc planned(int number, Fixed4 bytes) {
+  RunDisc disc;
+  disc.number = number;
+  disc.bytes = bytes;
+  return disc;
+}
+
+std::vector<RunDisc> plannedDiscs(const frmMain& main) {
+  std::vector<RunDisc> discs;
+  if (!main.backup.PreparedForRun) return discs;
+  for (int number = 1; number <= main.plan.TotalDiscs; ++number)
+    discs.push_back(planned(number, main.plan.doGetDiscSZ(number)));
+  return discs;
+}
+
+std::vector<RunDisc> wantedDiscs(const frmMain& main) {
+  std::vector<RunDisc> discs;
+  if (!main.restorePage.PreparedForRun) return discs;
+  for (const int number : main.restorePage.RestoreDiscList)
+    discs.push_back(planned(number, Fixed4()));
+  return discs;
+}
+
+std::vector<RunDisc> erasedDiscs(const frmMain& main) {
+  const Table& records = main.grids.vsOutput[ActionController::Erase];
+  std::vector<RunDisc> discs(static_cast<std::size_t>(records.Rows() - 1));
+  for (int row = 1; row < records.Rows(); ++row)
+    doTakeRecord(discs[static_cast<std::size_t>(row - 1)], records, row);
+  if (main.runPages[ActionController::Erase].DiscInHand > 0) discs.emplace_back();
+  return discs;
 }
 
 }  // namespace
 
-bool isGoodNote(const std::string& note) {
-  return Text::startsWith(note, "Success") || note == "Skip blank disc.";
-}
-
-std::vector<RunDisc> backupDiscs(const Plan& plan, int current, const RunFacts& facts) {
+std::vector<RunDisc> runDiscs(const frmMain& main, int action) {
+  const auto at = static_cast<std::size_t>(action);
   std::vector<RunDisc> discs;
-  for (int disc = 1; disc <= plan.TotalDiscs; ++disc) {
-    const std::string label = labelOf(disc);
-    const Fixed4 bytes = plan.DiscUsed[static_cast<std::size_t>(disc - 1)];
-    const int row = lastAttempt(facts.records, label);
-    if (facts.DiscInWork && disc == current)
-      discs.push_back(atWork(label, facts, bytes));
-    else if (row > 0)
-      discs.push_back(attempted(label, facts.records.text(row, RecordNote)));
-    else
-      discs.push_back({label, 0, DiscState::Planned, formatSizeText(bytes, true)});
+  if (action == ActionController::Erase) {
+    discs = erasedDiscs(main);
+  } else {
+    discs = action == ActionController::Backup ? plannedDiscs(main) : wantedDiscs(main);
+    doTakeRecords(discs, main.grids, action);
   }
-  return discs;
-}
-
-std::vector<RunDisc> restoreDiscs(const std::vector<int>& wanted, int done, const RunFacts& facts) {
-  std::vector<RunDisc> discs;
-  for (int at = 0; at < static_cast<int>(wanted.size()); ++at) {
-    const std::string label = labelOf(wanted[static_cast<std::size_t>(at)]);
-    const int row = lastAttempt(facts.records, label);
-    if (facts.DiscInWork && at == done)
-      discs.push_back(atWork(label, facts, {}));
-    else if (row > 0)
-      discs.push_back(attempted(label, facts.records.text(row, RecordNote)));
-    else
-      discs.push_back({label, 0, DiscState::Planned, {}});
-  }
-  return discs;
-}
-
-std::vector<RunDisc> eraseDiscs(const RunFacts& facts) {
-  std::vector<RunDisc> discs;
-  for (int row = 1; row < facts.records.Rows(); ++row)
-    discs.push_back(
-        attempted(facts.records.text(row, RecordDrive), facts.records.text(row, RecordNote)));
-  if (facts.DiscInWork) discs.push_back(atWork("Erase", facts, {}));
+  const int inHand = main.runPages[at].DiscInHand;
+  if (inHand >= 1 && inHand <= static_cast<int>(discs.size()))
+    doTakeWork(discs[static_cast<std::size_t>(inHand - 1)], main.runPages[at],
+               main.grids.etProgress[at], action);
   return discs;
 }
 

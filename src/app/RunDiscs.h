@@ -3,41 +3,33 @@
 #include <string>
 #include <vector>
 
-#include "core/RunGrids.h"
-#include "core/RunPace.h"
-#include "plan/Plan.h"
+#include "platform/Fixed4.h"
 
 namespace korvenal {
+
+class frmMain;
 
 /// What has become of a disc of a run.
 enum class DiscState { Planned, Writing, Verified, Failed };
 
-/// A disc of a run as it is shown.
+/// One disc of a run as a front end pictures it.
 struct RunDisc {
-  std::string label;  ///< "Backup #2"
-  int percent = 0;
+  enum class Work { None, Data, Verifying, Erasing };
+
+  int number = 0;  ///< of the disc in its backup; 0 for a disc that is erased
+  char drive = 0;  ///< where it is or was worked on; 0 for none yet
   DiscState state = DiscState::Planned;
-  std::string text;
+  Work work = Work::None;  ///< while it is worked on
+  int percent = 0;         ///< of what is done with it now; -1 when nobody can tell
+  Fixed4 bytes;            ///< planned; 0 when not known
+  std::string note;        ///< of its last record; empty for none
+  bool verified = false;   ///< it was read again after it was burned
 
   bool operator==(const RunDisc&) const = default;
 };
 
-/// What the discs of a run are told from.
-struct RunFacts {
-  const Table& records;  ///< `vsOutput` of the page
-  const Progress& progress;
-  const RunPace& pace;
-  bool DiscInWork = false;
-};
-
-/// The discs of a backup, one after the other. `current` is the number of the next disc to write.
-std::vector<RunDisc> backupDiscs(const Plan& plan, int current, const RunFacts& facts);
-/// The discs that a restore visits; the first `done` of them are finished.
-std::vector<RunDisc> restoreDiscs(const std::vector<int>& wanted, int done, const RunFacts& facts);
-/// The attempts of an erase run, and the one at work.
-std::vector<RunDisc> eraseDiscs(const RunFacts& facts);
-
-/// A note that tells of success. Only these count as good.
-bool isGoodNote(const std::string& note);
+/// The discs of the run page of an action: those of the plan, those that a restore wants in the
+/// order of its visits, those that an erase has had.
+std::vector<RunDisc> runDiscs(const frmMain& main, int action);
 
 }  // namespace korvenal

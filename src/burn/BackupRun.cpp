@@ -38,6 +38,7 @@ BackupResult BackupRun::doStartBackup() {
   const Plan& plan = services_.plan;
   // A finished run starts over; a stopped one goes on behind the last disc it burned.
   if (request_.DiscsBurned == plan.TotalDiscs) request_.DiscsBurned = 0;
+  if (request_.DiscsBurned == 0) services_.grids.doForgetDiscs(BackupIndex);
   if (plan.TotalSize == Fixed4(0) || plan.TotalDiscs == 0 || plan.TotalFiles == 0) {
     doRefuse("No file need to be backup.", MessageIcon::Warning);
     return {End::NothingToDo, {}};

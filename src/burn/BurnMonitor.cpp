@@ -29,6 +29,8 @@ void BurnMonitor::TIMER_Timer() {
     ImageBlocks = engine_.do_GetImageSize();
     return;
   }
+  progress().bytesDone = written * BlockBytes;
+  progress().bytesTotal = std::int64_t{ImageBlocks} * BlockBytes;
   const int percent = static_cast<int>(written * 100 / ImageBlocks);
   if (percent != 0) doShowPercent(percent);
 }
@@ -56,7 +58,6 @@ void BurnMonitor::doShowPercent(int percent) {
     grids_.doEventMessage("Start writing data to disc...");
   }
   progress().bar = percent;
-  progress().writing = percent < 100;
   if (percent == 100) {
     doAnnounceEnd();
   } else {

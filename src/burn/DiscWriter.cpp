@@ -34,6 +34,7 @@ void DiscWriter::doWriteDiscs(DiscRequest& request) {
   while (doPass(request)) {
   }
   services_.state.DiscInWork = false;
+  services_.page.DiscInHand = 0;
   services_.engine.do_ClearAll();
   services_.desktop.doYield();
 }
@@ -77,6 +78,8 @@ DiscWriter::Next DiscWriter::doWriteDisc(char letter, DiscRequest& request) {
   attempt.record.action = "Backup";
   attempt.record.jobName = services_.job.txJobName;
   attempt.record.label = labelOf(attempt.number);
+  services_.page.DiscInHand = attempt.number;
+  services_.page.DriveInHand = letter;
 
   services_.grids.doEventMessage("Select drive (" + attempt.record.drive +
                                  ") to burn backup disc #" + std::to_string(attempt.number));
@@ -144,6 +147,9 @@ void DiscWriter::doRecord(DiscAttempt& attempt) {
   Table& output = services_.grids.vsOutput[0];
   const int row = output.addRow(attempt.record.columns());
   output.Row = row;
+  services_.grids.setDiscOf(0, row, attempt.number);
+  if (attempt.verified) services_.grids.setVerified(row);
+  services_.page.DiscInHand = 0;
   services_.grids.doSaveDiscReport(row);
   services_.records.doAddDiscLogRow(0, row);
 }

@@ -13,8 +13,11 @@ constexpr std::int64_t MaxReportBytes = 1LL << 30;  ///< a report has one line a
 const std::vector<std::string> EventHeaders = {"Time", "Event"};
 const std::vector<std::string> ReportHeaders = {"File Name", "Result", "Source Path"};
 const std::vector<std::string> RestoreErrorHeaders = {"Drive", "", "Label ID", "Error", "File"};
-/// Column of a disc record that holds the label.
+// Columns of a disc record. Hidden data stands beside two of them: beside the drive the place of
+// the disc in its run, beside the note whether the disc was read again.
+constexpr int RecordDrive = 0;
 constexpr int RecordLabel = 5;
+constexpr int RecordNote = 7;
 
 bool isGoodResult(const Table& report, int row) {
   return Text::toUpper(report.text(row, 1)) == "PASS";
@@ -81,6 +84,28 @@ void RunGrids::clearPage(int page) {
   vsOutput[at].clearData();
   etProgress[at] = {};
   styles_[at].clear();
+}
+
+int RunGrids::discOf(int page, int row) const {
+  const std::string& place = vsOutput[static_cast<std::size_t>(page)].cellData(row, RecordDrive);
+  return place.empty() ? 0 : std::stoi(place);
+}
+
+void RunGrids::setDiscOf(int page, int row, int place) {
+  vsOutput[static_cast<std::size_t>(page)].setCellData(row, RecordDrive, std::to_string(place));
+}
+
+bool RunGrids::isVerified(int row) const {
+  return !vsOutput[0].cellData(row, RecordNote).empty();
+}
+
+void RunGrids::setVerified(int row) {
+  vsOutput[0].setCellData(row, RecordNote, "verified");
+}
+
+void RunGrids::doForgetDiscs(int page) {
+  Table& records = vsOutput[static_cast<std::size_t>(page)];
+  for (int row = 1; row < records.Rows(); ++row) records.setCellData(row, RecordDrive, "");
 }
 
 void RunGrids::doSaveDiscReport(int n) {

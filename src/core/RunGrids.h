@@ -20,7 +20,9 @@ inline const std::vector<std::string> DiscRecordHeaders = {
 struct Progress {
   std::string text;
   int bar = 0;
-  bool writing = false;  ///< the bar tells how much of a disc's data is on it
+  // Of the disc in hand, while data runs to or from it; a total of 0 where bytes mean nothing.
+  std::int64_t bytesDone = 0;
+  std::int64_t bytesTotal = 0;
 };
 
 /// How a line of the event grid looks.
@@ -55,6 +57,16 @@ class RunGrids {
 
   /// Empties events, records and progress of a page.
   void clearPage(int page);
+
+  /// Which disc of the run a record is about: its place in the plan or in the list of discs wanted,
+  /// from 1. 0 for a record of an earlier run.
+  int discOf(int page, int row) const;
+  void setDiscOf(int page, int row, int place);
+  /// The disc of a backup record was read again, well or not.
+  bool isVerified(int row) const;
+  void setVerified(int row);
+  /// A run starts over: the records so far are about none of its discs.
+  void doForgetDiscs(int page);
 
   /// The report of the n-th record: `vsError`[0] to its file, and back.
   void doSaveDiscReport(int n);

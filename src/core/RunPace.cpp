@@ -1,51 +1,67 @@
 #include "core/RunPace.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "platform/Text.h"
 
 namespace korvenal {
 
 namespace {
 
-/// Nothing is foretold from less than this.
-constexpr std::int64_t LeastMilliseconds = 2000;
-constexpr int LeastPercents = 2;
+/// Amounts come in jumps; shorter steps would be read as speeds that no drive has.
+constexpr std::int64_t ShortestStep = 400;
+/// No word before that: drives begin with buffers that fill at once.
+constexpr std::int64_t WarmUp = 3000;
+/// The weight of what is past falls to a third in this time.
+constexpr double Memory = 8000;
 
 }  // namespace
 
-void RunPace::feed(int percent, std::int64_t milliseconds) {
-  // What happens before the first percent (a laser that settles, a disc that spins up) is no pace.
-  if (percent < percent_ || percent_ == 0) {
-    first_ = percent;
-    begun_ = milliseconds;
+void RunPace::update(std::int64_t milliseconds, std::int64_t done, std::int64_t total) {
+  if (total != total_ || done < done_) {
+    *this = RunPace();
+    firstTime_ = lastTime_ = milliseconds;
+    done_ = done;
+    total_ = total;
+    return;
   }
-  percent_ = percent;
-  now_ = milliseconds;
+  const std::int64_t step = milliseconds - lastTime_;
+  if (step < ShortestStep) return;
+  const double now = static_cast<double>(done - done_) / static_cast<double>(step);
+  const double weight = moved_ ? 1 - std::exp(-static_cast<double>(step) / Memory) : 1;
+  rate_ += weight * (now - rate_);
+  moved_ = moved_ || done > done_;
+  // The time before anything moves is set-up, not slowness.
+  if (!moved_) firstTime_ = milliseconds;
+  lastTime_ = milliseconds;
+  done_ = done;
 }
 
-double RunPace::percentsPerSecond() const {
-  const std::int64_t elapsed = now_ - begun_;
-  const int done = percent_ - first_;
-  if (elapsed < LeastMilliseconds || done < LeastPercents) return 0;
-  return done * 1000.0 / static_cast<double>(elapsed);
+std::optional<double> RunPace::perSecond() const {
+  if (!moved_ || lastTime_ - firstTime_ < WarmUp) return {};
+  return rate_ * 1000;
 }
 
 std::optional<std::int64_t> RunPace::secondsLeft() const {
-  const double pace = percentsPerSecond();
-  if (pace <= 0) return {};
-  return static_cast<std::int64_t>((100 - percent_) / pace);
+  constexpr double Forever = 100.0 * 3600;
+  const auto speed = perSecond();
+  if (!speed || *speed <= 0) return {};
+  const double left = static_cast<double>(total_ - done_) / *speed;
+  if (left > Forever) return {};
+  return static_cast<std::int64_t>(std::ceil(std::max(left, 0.0)));
 }
 
 std::string aboutTime(std::int64_t seconds) {
-  constexpr std::int64_t Few = 10;
-  constexpr std::int64_t Minute = 60;
-  if (seconds < Few) return "a few seconds";
-  if (seconds < Minute + Minute / 2)
-    return "about " + std::to_string((seconds + Few / 2) / Few * Few) + " seconds";
-  const std::int64_t minutes = (seconds + Minute / 2) / Minute;
-  if (minutes < Minute)
-    return "about " + std::to_string(std::max<std::int64_t>(minutes, 2)) + " minutes";
-  const std::int64_t hours = (minutes + Minute / 2) / Minute;
-  return "about " + std::to_string(hours) + (hours > 1 ? " hours" : " hour");
+  constexpr std::int64_t Minute = 60, Hour = 3600;
+  if (seconds <= 10) return "a few seconds";
+  if (seconds <= 50) return "about " + std::to_string((seconds + 9) / 10 * 10) + " seconds";
+  if (seconds < Hour - Minute / 2)
+    return "about " + Text::counted(static_cast<int>((seconds + Minute / 2) / Minute), "minute");
+  const std::int64_t tens = (seconds + 5 * Minute) / (10 * Minute);
+  std::string text = "about " + Text::counted(static_cast<int>(tens / 6), "hour");
+  if (tens % 6 != 0) text += " " + std::to_string(tens % 6 * 10) + " minutes";
+  return text;
 }
 
 }  // namespace korvenal

@@ -6,25 +6,30 @@
 
 namespace korvenal {
 
-/// How long a piece of work will take yet, told from its percentage. It starts anew whenever the
-/// percentage falls: each phase of a run has a pace of its own.
+/// How fast work goes and how long it will go on, from amounts done at points in time. The speed is
+/// that of the last seconds: it follows a drive that gets faster or slower, and falls when nothing
+/// moves. Nothing is told before enough was seen.
 class RunPace {
  public:
-  /// Call as often as you like; `milliseconds` is of a steady clock.
-  void feed(int percent, std::int64_t milliseconds);
-  /// Seconds left at the average pace so far; nothing before that can be told.
+  /// Takes what is done now. Work that is another one (its total differs, or less is done than
+  /// before) begins anew. Any unit will do; points in time come from a steady clock.
+  void update(std::int64_t milliseconds, std::int64_t done, std::int64_t total);
+  void clear() { *this = RunPace(); }
+
+  /// Units a second.
+  std::optional<double> perSecond() const;
   std::optional<std::int64_t> secondsLeft() const;
-  /// Percents in a second; 0 while that is unknown.
-  double percentsPerSecond() const;
 
  private:
-  int first_ = 0;  ///< percent at which the pace began to be taken
-  int percent_ = 0;
-  std::int64_t begun_ = 0;  ///< when `first_` was reached
-  std::int64_t now_ = 0;
+  std::int64_t firstTime_ = 0;
+  std::int64_t lastTime_ = 0;
+  std::int64_t done_ = 0;
+  std::int64_t total_ = 0;  ///< 0: no work yet
+  bool moved_ = false;      ///< something was done since the beginning
+  double rate_ = 0;         ///< units a millisecond
 };
 
-/// "about 4 minutes", "about 20 seconds", "a few seconds".
+/// A time that is an estimate: "about 4 minutes". No finer than anyone can know.
 std::string aboutTime(std::int64_t seconds);
 
 }  // namespace korvenal

@@ -11,6 +11,8 @@ struct RunPage {
   bool pbStopVisible = false;
   bool pbStopEnabled = false;  ///< pressing it does something
   bool OnlyShowErrorFileEnabled = true;
+  int DiscInHand = 0;    ///< place of the disc that is worked on in its run, from 1; 0 for none
+  char DriveInHand = 0;  ///< letter of the drive it is in
 };
 
 /// The run pages: 0 backup, 1 restore, 2 erase.

@@ -89,6 +89,7 @@ bool EraseRun::doPass() {
       ++discs;
       doEraseOne(letter);
       state.DiscInWork = false;
+      services_.page.DiscInHand = 0;
     }
     if (state.StopAction) return false;
   }
@@ -102,6 +103,8 @@ void EraseRun::doEraseOne(char letter) {
   attempt.record.drive = std::string(1, letter) + ":";
   services_.grids.doEventMessage("Select drive (" + attempt.record.drive + ")");
   state.DiscInWork = true;
+  services_.page.DiscInHand = services_.grids.vsOutput[EraseIndex].Rows();
+  services_.page.DriveInHand = letter;
   services_.grids.doEventMessage("Checking disc in drive (" + attempt.record.drive + ")...");
   attempt.record.eraseMode = isQuick() ? "Quick-erase" : "Full-erase";
   state.TaskDone = false;
@@ -170,6 +173,7 @@ void EraseRun::doRecord(Attempt& attempt) {
   Table& output = services_.grids.vsOutput[EraseIndex];
   const int row = output.addRow(attempt.record.columns());
   output.Row = row;
+  services_.page.DiscInHand = 0;
   services_.records.doAddDiscLogRow(EraseIndex, row);
 }
 

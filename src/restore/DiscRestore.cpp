@@ -67,6 +67,7 @@ void DiscRestore::doRestoreDiscs() {
                                      "  is not loaded.");
     break;
   }
+  services_.runPage.DiscInHand = 0;
   services_.engine.do_ClearAll();
   services_.desktop.doYield();
 }
@@ -108,6 +109,8 @@ DiscRestore::Next DiscRestore::doRestoreDisc(const DiscInHand& disc, TargetFolde
   attempt.record.action = "Restore";
   attempt.record.jobName = services_.page.txJobName;
   attempt.record.label = disc.label;
+  services_.runPage.DiscInHand = services_.page.RestoreDiscIndex + 1;
+  services_.runPage.DriveInHand = disc.letter;
   if (state.StopAction) return Next::EndRun;
   if (!doTryDisc(attempt, target)) return Next::EndRun;
   doCompleteNote(attempt);
@@ -201,6 +204,8 @@ void DiscRestore::doRecord(Attempt& attempt) {
   attempt.record.outputTime = Dates::displayShort(services_.clock.now());
   Table& records = services_.grids.vsOutput[RestorePageIndex];
   const int row = records.addRow(attempt.record.columns());
+  services_.grids.setDiscOf(RestorePageIndex, row, services_.runPage.DiscInHand);
+  services_.runPage.DiscInHand = 0;
   services_.records.doAddDiscLogRow(RestorePageIndex, row);
   services_.progress() = {};
   services_.engine.do_UnlockMedium();

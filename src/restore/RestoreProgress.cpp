@@ -14,6 +14,8 @@ void RestoreProgress::doRestoreProgress(std::int64_t pieces) {
   const double total = RestoreBytesTotal.toDouble();
   const int percent = total > 0 ? static_cast<int>(std::min(done / total * 100, 100.0)) : 0;
   shown_.bar = std::max(shown_.bar, percent);
+  shown_.bytesDone = static_cast<std::int64_t>(std::min(done, total));
+  shown_.bytesTotal = static_cast<std::int64_t>(total);
   desktop_.doYield();
 }
 

@@ -28,6 +28,7 @@ RestoreResult RestoreRun::doStartRestore() {
   }
   // A finished run starts over; a stopped one goes on.
   if (page.RestoreDiscIndex >= page.discsWanted()) page.RestoreDiscIndex = 0;
+  if (page.RestoreDiscIndex == 0) services_.grids.doForgetDiscs(RestorePageIndex);
   const FlagScope running(state.ActionRunning);
   const FlagScope busy(state.ActionBusy);
   const End end = doRunRestore();

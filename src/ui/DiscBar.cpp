@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QPainter>
+#include <QPainterPath>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -11,10 +12,12 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int RowsInView = 4;
+/// As long as runs take to tell how far they are, so that a bar never stands and jumps.
+constexpr int WayMilliseconds = 500;
 
 }  // namespace
 
-void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palette, int percent,
+void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palette, double percent,
                    DiscState state) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -23,25 +26,51 @@ void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palett
   painter.setPen(Qt::NoPen);
   painter.setBrush(QColor(ground.red(), ground.green(), ground.blue(), 110));
   painter.drawRoundedRect(rect, radius, radius);
-  const qreal part = std::clamp(percent, 0, 100) / 100.0;
-  if (part > 0) {
+  const qreal part = std::min(percent, 100.0) / 100.0;
+  if (percent < 0) {
+    painter.setBrush(QBrush(Theme::discColor(state, palette), Qt::BDiagPattern));
+    painter.drawRoundedRect(rect, radius, radius);
+  } else if (part > 0) {
+    // A short piece keeps the round ends of the whole.
+    QPainterPath whole;
+    whole.addRoundedRect(rect, radius, radius);
+    painter.setClipPath(whole);
     QRectF filled = rect;
-    filled.setWidth(std::max(rect.width() * part, radius));
-    painter.setBrush(Theme::discColor(state, palette));
-    painter.drawRoundedRect(filled, radius, radius);
+    filled.setWidth(rect.width() * part);
+    painter.fillRect(filled, Theme::discColor(state, palette));
   }
   painter.restore();
 }
 
 DiscBar::DiscBar(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  way_.setDuration(WayMilliseconds);
+  connect(&way_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
+    painted_ = value.toDouble();
+    update();
+  });
+}
+
+void DiscBar::doMoveTo(double percent) {
+  way_.stop();
+  const bool onward = fill_.state == DiscState::Writing && painted_ >= 0 && percent > painted_;
+  if (!onward || !isVisible()) {
+    painted_ = percent;
+    return;
+  }
+  way_.setStartValue(painted_);
+  way_.setEndValue(percent);
+  way_.start();
 }
 
 void DiscBar::setFill(const DiscFill& fill) {
   if (fill == fill_) return;
+  const bool moved = fill.percent != fill_.percent || fill.state != fill_.state;
   fill_ = fill;
+  if (moved) doMoveTo(fill.percent);
   setAccessibleName(fill.label);
   setAccessibleDescription(fill.text);
+  setToolTip(fill.text);
   update();
 }
 
@@ -66,7 +95,7 @@ void DiscBar::paintEvent(QPaintEvent*) {
   const int barHeight = std::max(8, metrics.height() * 2 / 3);
   const QRectF bar(labelWidth, (height() - barHeight) / 2.0,
                    std::max(20, width() - labelWidth - textWidth - 2 * gap), barHeight);
-  paintDiscFill(painter, bar, palette(), fill_.percent, fill_.state);
+  paintDiscFill(painter, bar, palette(), painted_, fill_.state);
   const QRect textRect(static_cast<int>(bar.right()) + 2 * gap, 0, textWidth, height());
   if (fill_.state != DiscState::Planned)
     painter.setPen(fill_.state == DiscState::Writing ? palette().color(QPalette::WindowText)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QVariantAnimation>
 #include <QWidget>
 #include <vector>
 
@@ -12,8 +13,8 @@ namespace korvenal::ui {
 
 /// A disc as it is shown everywhere: its number, how full or how far it is, and a word about it.
 struct DiscFill {
-  QString label;  ///< "disc 2"
-  int percent = 0;
+  QString label;       ///< "disc 2"
+  double percent = 0;  ///< negative: at work, nobody can tell how far
   DiscState state = DiscState::Planned;
   QString text;  ///< "38 %  1.7 of 4.4 GB, 21 MB/s, about 2 minutes"
 
@@ -21,7 +22,7 @@ struct DiscFill {
 };
 
 /// Draws the bar alone into the rectangle.
-void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palette, int percent,
+void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palette, double percent,
                    DiscState state);
 
 /// One disc: label, bar, text in a row.
@@ -39,7 +40,11 @@ class DiscBar : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void doMoveTo(double percent);
+
   DiscFill fill_;
+  double painted_ = 0;  ///< percent, on its way to that of the fill
+  QVariantAnimation way_;
 };
 
 /// The discs of a run under one another; the one that is worked on stays in view.

@@ -1,6 +1,5 @@
 #include "ui/EraseView.h"
 
-#include <QButtonGroup>
 #include <QGroupBox>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -12,24 +11,24 @@ namespace korvenal::ui {
 EraseView::EraseView(const Context& context, QWidget* parent)
     : Page(context, parent),
       EraseMode_(new QGroupBox(tr("Erase mode"), this)),
-      optEraseMode_(new QButtonGroup(this)),
       run_(new RunView(ActionController::Erase, context, this)) {
   EraseMode_->setObjectName(QStringLiteral("EraseMode"));
   auto* modes = new QVBoxLayout(EraseMode_);
-  const QString captions[] = {tr("&Quick - Up to 3 minutes each disc."),
-                              tr("&Full - Up to 40 minutes each disc.")};
-  for (int mode = 0; mode < 2; ++mode) {
-    auto* option = new QRadioButton(captions[mode], EraseMode_);
+  const std::array<QString, 2> texts = {tr("&Quick - Up to 3 minutes each disc."),
+                                        tr("F&ull - Up to 40 minutes each disc.")};
+  for (std::size_t mode = 0; mode < texts.size(); ++mode) {
+    QRadioButton* option = new QRadioButton(texts[mode], EraseMode_);
     option->setObjectName(QStringLiteral("optEraseMode%1").arg(mode));
-    optEraseMode_->addButton(option, mode);
     modes->addWidget(option);
-  }
-  connect(optEraseMode_, &QButtonGroup::idClicked, this, [this](int mode) {
-    act([this, mode] {
-      main().erase.optEraseMode = mode;
-      main().controller.doRefreshSummary();
+    connect(option, &QRadioButton::clicked, this, [this, mode] {
+      act([this, mode] {
+        if (!mayBegin(Command::ChangePage, main().state)) return;
+        main().erase.optEraseMode = static_cast<int>(mode);
+        main().controller.doRefreshSummary();
+      });
     });
-  });
+    optEraseMode_[mode] = option;
+  }
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(EraseMode_);
@@ -37,8 +36,9 @@ EraseView::EraseView(const Context& context, QWidget* parent)
 }
 
 void EraseView::refresh() {
-  EraseMode_->setEnabled(main().erase.EraseMode);
-  optEraseMode_->button(main().erase.optEraseMode)->setChecked(true);
+  const EraseRun& erase = main().erase;
+  EraseMode_->setEnabled(erase.EraseMode);
+  optEraseMode_[erase.optEraseMode == 0 ? 0 : 1]->setChecked(true);
   run_->refresh();
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
+
 #include "ui/Page.h"
 
-class QButtonGroup;
 class QGroupBox;
+class QRadioButton;
 
 namespace korvenal::ui {
 
@@ -19,7 +21,7 @@ class EraseView : public Page {
 
  private:
   QGroupBox* EraseMode_;
-  QButtonGroup* optEraseMode_;
+  std::array<QRadioButton*, 2> optEraseMode_{};  ///< quick, full
   RunView* run_;
 };
 

@@ -2,29 +2,50 @@
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QMenu>
 #include <QProgressBar>
+#include <QStackedLayout>
+#include <QTabBar>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "core/GridTitles.h"
-#include "core/TableExport.h"
-#include "ui/GridView.h"
+#include "platform/Text.h"
+#include "ui/DiscBar.h"
+#include "ui/EventModel.h"
+#include "ui/GridMenu.h"
+#include "ui/RecordTable.h"
+#include "ui/RunTexts.h"
 #include "ui/Texts.h"
+#include "ui/Theme.h"
 
 namespace korvenal::ui {
 
 namespace {
 
-constexpr int RecordNote = 7;
-constexpr int ReportResult = 1;
-constexpr int AllAreErrors = -1;
+constexpr int BarSteps = 100;  ///< of a percent
+constexpr int WayMilliseconds = 500;
+/// The report of a disc may have a million lines: looking through it takes this part of the time
+/// of a run at most.
+constexpr qint64 ErrorsShare = 20;
 
-/// A mnemonic and what a tab says: '&' in a label stays as it is given.
-QString countedCaption(const std::string& caption, int errors) {
-  const QString text = toQt(caption);
-  return errors > 0 ? QStringLiteral("%1  (%2)").arg(text).arg(errors) : text;
+constexpr int NoteColumn = 7;
+constexpr int ResultColumn = 1;
+constexpr int RestoreErrorColumn = 3;
+
+/// A caption of the program as the text of a tab: '&' marks its first letter only.
+QString tabText(const QString& caption) {
+  const bool marked = caption.startsWith(QLatin1Char('&'));
+  QString text = marked ? caption.mid(1) : caption;
+  text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+  return marked ? QLatin1Char('&') + text : text;
+}
+
+RowJudge errorJudge(bool backup) {
+  if (!backup) return {RestoreErrorColumn, [](const std::string&) { return NoteKind::Bad; }};
+  return {ResultColumn, [](const std::string& result) {
+            const bool good = result == "PASS" || Text::toUpper(result) == "PASS";
+            return good ? NoteKind::Good : NoteKind::Bad;
+          }};
 }
 
 }  // namespace
@@ -32,193 +53,212 @@ QString countedCaption(const std::string& caption, int errors) {
 RunView::RunView(int action, const Context& context, QWidget* parent)
     : Page(context, parent),
       action_(action),
-      strip_(new DiscStrip(this)),
+      discs_(new DiscStrip(this)),
       tabs_(new QTabWidget(this)) {
-  const QString number = QString::number(action);
-  RunGrids& grids = main().grids;
-  tabs_->setObjectName(QStringLiteral("RunTab") + number);
-  vsEvent_ = new GridView(new EventModel(grids, action), QStringLiteral("vsEvent") + number, this);
-  vsEvent_->followsEnd = true;
-  vsOutput_ = new GridView(new RecordModel(grids.vsOutput[at()], RecordNote),
-                           QStringLiteral("vsOutput") + number, this);
-  vsOutput_->hint = tr("Every disc of the run gets a line here.");
-  tabs_->addTab(withMenu(vsEvent_, "PBEventLog", grids.vsEvent[at()],
-                         [this] { return toQt(EventTitles[at()]); }),
-                tr("&Events"));
-  tabs_->addTab(withMenu(vsOutput_, "PBDiscLog", grids.vsOutput[at()],
-                         [this] { return toQt(OutputTitles[at()]); }),
-                tr("Disc &record"));
-  if (action != ActionController::Erase) tabs_->addTab(reportTab(), {});
+  tabs_->setObjectName(QStringLiteral("RunTab%1").arg(action));
+  tabs_->setDocumentMode(true);
+  auto* corner = new QWidget(tabs_);
+  corner_ = new QStackedLayout(corner);
+  corner_->setContentsMargins(0, 0, 0, 0);
+  tabs_->setCornerWidget(corner);
+  connect(tabs_, &QTabWidget::currentChanged, corner_, &QStackedLayout::setCurrentIndex);
+  doBuildEvents();
+  doBuildRecords();
+  if (hasErrors()) doBuildErrors();
+
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(strip_);
+  column->addWidget(discs_);
+  column->addLayout(progressLine());
   column->addWidget(tabs_, 1);
-  column->addWidget(progressRow());
-  if (action == ActionController::Backup)
-    connect(vsOutput_, &QTableView::doubleClicked, this,
-            [this](const QModelIndex& index) { doShowReport(TableModel::tableRow(index)); });
+  clock_.start();
 }
 
-QWidget* RunView::withMenu(GridView* grid, const char* menuName, const Table& table,
-                           std::function<QString()> title) {
-  auto* whole = new QWidget(this);
-  auto* button = new QToolButton(whole);
-  button->setObjectName(QLatin1String(menuName) + QString::number(action_));
-  button->setIcon(Theme::icon(QStringLiteral("document-save-as")));
-  button->setToolTip(tr("Saves or prints this list"));
-  button->setAccessibleName(button->toolTip());
-  button->setPopupMode(QToolButton::InstantPopup);
-  button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::TabFocus);
-  auto* menu = new QMenu(button);
-  menu->addAction(Theme::icon(QStringLiteral("document-save-as")), tr("Save to a Text File..."),
-                  this, [this, &table] {
-                    if (!mayBegin(Command::ExportGrid, main().state)) return;
-                    act([this, &table] { main().doExport(table); });
-                  });
-  menu->addAction(Theme::icon(QStringLiteral("document-print")), tr("Print..."), this,
-                  [this, &table, title = std::move(title)] {
-                    if (!mayBegin(Command::ExportGrid, main().state)) return;
-                    act([this, &table, &title] { main().doPrint(table, fromQt(title())); });
-                  });
-  button->setMenu(menu);
-  menus_.push_back(button);
-  auto* row = new QHBoxLayout(whole);
-  row->addWidget(grid, 1);
-  row->addWidget(button, 0, Qt::AlignTop);
-  return whole;
+/// Erasing has no errors of files.
+bool RunView::hasErrors() const {
+  return action_ != ActionController::Erase;
 }
 
-QWidget* RunView::reportTab() {
-  RunGrids& grids = main().grids;
-  const int resultColumn = action_ == ActionController::Backup ? ReportResult : AllAreErrors;
-  vsError_ = new GridView(new ReportModel(grids.vsError[at()], resultColumn),
-                          QStringLiteral("vsError%1").arg(action_), this);
-  vsError_->hint = action_ == ActionController::Backup
-                       ? tr("The report of the disc verified last is shown here; a double click on "
-                            "a disc record shows that disc's.")
-                       : tr("No errors.");
-  QWidget* whole = withMenu(vsError_, "PBErrorList", grids.vsError[at()],
-                            [this] { return toQt(ErrorTitles[at()]); });
-  if (action_ != ActionController::Backup) return whole;
-  OnlyShowErrorFile_ = new QCheckBox(tr("&Only show error files"), whole);
-  OnlyShowErrorFile_->setObjectName(QStringLiteral("OnlyShowErrorFile"));
-  connect(OnlyShowErrorFile_, &QCheckBox::clicked, this, [this](bool on) {
-    act([this, on] {
-      main().grids.OnlyShowErrorFile = on;
-      main().grids.doFilterReport();
-    });
-  });
-  auto* outer = new QWidget(this);
-  auto* column = new QVBoxLayout(outer);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(whole, 1);
-  auto* foot = new QHBoxLayout;
-  foot->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, fontMetrics().height() / 3);
-  foot->addWidget(OnlyShowErrorFile_);
-  column->addLayout(foot);
-  return outer;
-}
-
-QWidget* RunView::progressRow() {
+QLayout* RunView::progressLine() {
   ProgressPanel_ = new QWidget(this);
   ProgressPanel_->setObjectName(QStringLiteral("ProgressPanel%1").arg(action_));
-  auto* row = new QHBoxLayout(ProgressPanel_);
-  row->setContentsMargins(0, 0, 0, 0);
   etProgress_ = new QLabel(ProgressPanel_);
   etProgress_->setObjectName(QStringLiteral("etProgress%1").arg(action_));
   etProgress_->setTextFormat(Qt::PlainText);
+  // A long file name does not widen the window.
+  etProgress_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  pace_ = new QLabel(ProgressPanel_);
   bar_ = new QProgressBar(ProgressPanel_);
-  bar_->setRange(0, 100);
+  bar_->setObjectName(QStringLiteral("progressBar%1").arg(action_));
+  bar_->setRange(0, 100 * BarSteps);
   bar_->setTextVisible(false);
-  row->addWidget(etProgress_, 2);
-  row->addWidget(bar_, 3);
-  // Its place stays when it goes: nothing below it jumps.
-  QSizePolicy policy = ProgressPanel_->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  ProgressPanel_->setSizePolicy(policy);
-  return ProgressPanel_;
+  bar_->setMaximumHeight(fontMetrics().height() * 2 / 3);
+  way_.setTargetObject(bar_);
+  way_.setPropertyName("value");
+  way_.setDuration(WayMilliseconds);
+  auto* texts = new QHBoxLayout;
+  texts->addWidget(etProgress_, 1);
+  texts->addWidget(pace_);
+  auto* column = new QVBoxLayout(ProgressPanel_);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addLayout(texts);
+  column->addWidget(bar_);
+  auto* holder = new QVBoxLayout;
+  holder->addWidget(ProgressPanel_);
+  return holder;
 }
 
-void RunView::doShowReport(int record) {
-  if (record < 1 || !mayBegin(Command::ShowReport, main().state)) return;
-  act([this, record] { main().grids.doShowDiscReport(record); });
-  constexpr int ReportTab = 2;
-  tabs_->setCurrentIndex(ReportTab);
+void RunView::addTab(Tab& tab, QWidget* content, const QString& caption) {
+  tab.index = tabs_->addTab(content, caption);
+  tab.table->setMenu(tab.menu->menu());
+  corner_->addWidget(tab.menu);
 }
 
-std::vector<RunDisc> RunView::discs() const {
-  const bool atThisPage = main().state.ActionPage == action_;
-  const RunFacts facts{.records = main().grids.vsOutput[at()],
-                       .progress = main().grids.etProgress[at()],
-                       .pace = pace_,
-                       .DiscInWork = atThisPage && main().state.DiscInWork};
-  switch (action_) {
-    case ActionController::Backup:
-      if (!main().backup.PreparedForRun) return {};
-      return backupDiscs(main().plan, main().backup.request().BurnFromDisc, facts);
-    case ActionController::Restore:
-      return restoreDiscs(main().restorePage.RestoreDiscList, main().restorePage.RestoreDiscIndex,
-                          facts);
-    default:
-      return eraseDiscs(facts);
+void RunView::doBuildEvents() {
+  const auto at = static_cast<std::size_t>(action_);
+  Table& events = main().grids.vsEvent[at];
+  events_.table = new RecordTable(events, new EventModel(main().grids, action_),
+                                  {.widths = {12}, .emptyText = {}}, this);
+  events_.table->setObjectName(QStringLiteral("vsEvent%1").arg(action_));
+  events_.menu =
+      new GridMenu(QStringLiteral("PBEventLog%1").arg(action_),
+                   saveAndPrint(context(), events, EventTitles[at],
+                                [this] { return mayBegin(Command::ExportGrid, main().state); }),
+                   context(), this);
+  addTab(events_, events_.table, tr("Eve&nts"));
+}
+
+void RunView::doBuildRecords() {
+  const auto at = static_cast<std::size_t>(action_);
+  Table& records = main().grids.vsOutput[at];
+  records_.table = new RecordTable(
+      records, new RecordModel(records, {NoteColumn, noteKind}),
+      {.widths = {8, isBackup() || action_ == ActionController::Restore ? 8 : 14, 20, 10, 16, 14,
+                  18},
+       .emptyText = isBackup() ? tr("Every disc that is written leaves a line here. A "
+                                    "double click on it shows the report of its files.")
+                               : tr("Every disc that is worked on leaves a line here.")},
+      this);
+  records_.table->setObjectName(QStringLiteral("vsOutput%1").arg(action_));
+  records_.menu =
+      new GridMenu(QStringLiteral("PBDiscLog%1").arg(action_),
+                   saveAndPrint(context(), records, OutputTitles[at],
+                                [this] { return mayBegin(Command::ExportGrid, main().state); }),
+                   context(), this);
+  addTab(records_, records_.table, tr("&Disc Record"));
+  if (isBackup())
+    connect(records_.table, &RecordTable::rowOpened, this, [this](int row) { doShowReport(row); });
+}
+
+void RunView::doBuildErrors() {
+  const auto at = static_cast<std::size_t>(action_);
+  Table& errors = main().grids.vsError[at];
+  auto* content = new QWidget(this);
+  const QString empty = isBackup() ? tr("The files of a disc stand here after it was read again.")
+                                   : tr("Files that could not be restored would stand here.");
+  errors_.table = new RecordTable(
+      errors, new RecordModel(errors, errorJudge(isBackup())),
+      {.widths = isBackup() ? std::vector{36, 18} : std::vector{8, 4, 14, 40}, .emptyText = empty},
+      content);
+  errors_.table->setObjectName(QStringLiteral("vsError%1").arg(action_));
+  errors_.menu =
+      new GridMenu(QStringLiteral("PBErrorList%1").arg(action_),
+                   saveAndPrint(context(), errors, ErrorTitles[at],
+                                [this] { return mayBegin(Command::ExportGrid, main().state); }),
+                   context(), this);
+  auto* column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  if (isBackup()) {
+    OnlyShowErrorFile_ = new QCheckBox(tr("&Only show files with errors"), content);
+    OnlyShowErrorFile_->setObjectName(QStringLiteral("OnlyShowErrorFile"));
+    connect(OnlyShowErrorFile_, &QCheckBox::clicked, this, [this](bool on) {
+      act([this, on] {
+        main().grids.OnlyShowErrorFile = on;
+        main().grids.doFilterReport();
+      });
+    });
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(fontMetrics().averageCharWidth(), fontMetrics().height() / 4, 0, 0);
+    line->addWidget(OnlyShowErrorFile_);
+    column->addLayout(line);
   }
+  column->addWidget(errors_.table);
+  addTab(errors_, content, QString());
 }
 
-void RunView::refreshDiscs() {
-  const std::vector<RunDisc> now = discs();
-  if (now == shown_) return;
-  shown_ = now;
-  std::vector<DiscFill> fills;
-  for (const RunDisc& disc : now)
-    fills.push_back({toQt(disc.label), disc.percent, disc.state, toQt(disc.text)});
-  strip_->setDiscs(fills);
-}
-
-void RunView::refreshProgress() {
-  const Progress& progress = main().grids.etProgress[at()];
-  pace_.feed(progress.bar, main().steadyMilliseconds());
-  ProgressPanel_->setVisible(main().runPages[at()].ProgressPanel);
-  const QString text = fontMetrics().elidedText(toQt(progress.text), Qt::ElideMiddle,
-                                                std::max(etProgress_->width(), 1));
-  if (etProgress_->text() != text) etProgress_->setText(text);
-  bar_->setValue(progress.bar);
-}
-
-int RunView::countErrors() {
-  const Table& report = main().grids.vsError[at()];
-  // A report of a million lines grows line by line: only the new ones are looked at.
-  if (report.Rows() <= reportRows_) reportRows_ = 1;
-  if (reportRows_ == 1) reportErrors_ = 0;
-  for (; reportRows_ < report.Rows(); ++reportRows_)
-    if (action_ == ActionController::Restore || report.text(reportRows_, ReportResult) != "PASS")
-      ++reportErrors_;
-  return reportErrors_;
-}
-
-void RunView::refreshTabs() {
-  vsEvent_->refresh();
-  vsOutput_->refresh();
-  const bool idle = mayBegin(Command::ExportGrid, main().state);
-  for (QToolButton* menu : menus_) menu->setEnabled(idle);
-  if (vsError_ == nullptr) return;
-  constexpr int ReportTab = 2;
-  if (vsError_->refresh() || tabs_->tabText(ReportTab).isEmpty()) {
-    const int errors = countErrors();
-    tabs_->setTabText(ReportTab, countedCaption(main().grids.PBErrorList[at()], errors));
-    tabs_->setTabIcon(ReportTab,
-                      errors > 0 ? Theme::icon(QStringLiteral("dialog-warning")) : QIcon());
-  }
-  if (OnlyShowErrorFile_ != nullptr) {
-    OnlyShowErrorFile_->setChecked(main().grids.OnlyShowErrorFile);
-    OnlyShowErrorFile_->setEnabled(main().runPages[at()].OnlyShowErrorFileEnabled);
-  }
+void RunView::doShowReport(int row) {
+  if (row < 1 || !mayBegin(Command::ShowReport, main().state)) return;
+  act([this, row] { main().grids.doShowDiscReport(row); });
+  tabs_->setCurrentIndex(errors_.index);
+  errors_.table->setFocus();
 }
 
 void RunView::refresh() {
-  refreshProgress();
-  refreshDiscs();
-  refreshTabs();
+  doRefreshProgress();
+  events_.table->refresh();
+  records_.table->refresh();
+  doMarkTab(records_, tr("&Disc Record"), records_.table->failures());
+  if (hasErrors()) doRefreshErrors();
+  for (const Tab* tab : {&events_, &records_, &errors_})
+    if (tab->menu != nullptr) tab->menu->refresh();
+}
+
+void RunView::doRefreshProgress() {
+  const auto at = static_cast<std::size_t>(action_);
+  const Progress& progress = main().grids.etProgress[at];
+  const bool moving = progress.bytesDone < progress.bytesTotal;
+  runPace_.update(clock_.elapsed(), moving ? progress.bytesDone : 0,
+                  moving ? progress.bytesTotal : 0);
+  const RunProgress now{progress, runPace_};
+  std::vector<DiscFill> fills;
+  for (const RunDisc& disc : runDiscs(main(), action_)) fills.push_back(discFill(disc, now));
+  discs_->setDiscs(fills);
+
+  ProgressPanel_->setVisible(main().runPages[at].ProgressPanel);
+  if (!main().runPages[at].ProgressPanel) return;
+  const QString text = toQt(progress.text);
+  etProgress_->setText(
+      etProgress_->fontMetrics().elidedText(text, Qt::ElideMiddle, etProgress_->width()));
+  etProgress_->setAccessibleName(text);
+  pace_->setText(moving ? paceText(now) : QString());
+  const int wanted =
+      moving ? static_cast<int>(progress.bytesDone * 100 * BarSteps / progress.bytesTotal)
+             : progress.bar * BarSteps;
+  if (way_.state() == QAbstractAnimation::Running && way_.endValue().toInt() == wanted) return;
+  way_.stop();
+  if (wanted <= bar_->value()) return bar_->setValue(wanted);
+  way_.setStartValue(bar_->value());
+  way_.setEndValue(wanted);
+  way_.start();
+}
+
+void RunView::doRefreshErrors() {
+  const RunPage& page = main().runPages[static_cast<std::size_t>(action_)];
+  const bool busy = main().state.ActionBusy;
+  if (!busy || !sinceErrors_.isValid() || sinceErrors_.elapsed() >= errorsCost_ * ErrorsShare) {
+    QElapsedTimer cost;
+    cost.start();
+    errors_.table->refresh();
+    errorsCost_ = cost.elapsed();
+    sinceErrors_.start();
+  }
+  doMarkTab(errors_, toQt(main().grids.PBErrorList[static_cast<std::size_t>(action_)]),
+            errors_.table->failures());
+  if (OnlyShowErrorFile_ == nullptr) return;
+  OnlyShowErrorFile_->setChecked(main().grids.OnlyShowErrorFile);
+  OnlyShowErrorFile_->setEnabled(page.OnlyShowErrorFileEnabled);
+}
+
+/// Failures are seen on the tab, whichever tab is open.
+void RunView::doMarkTab(const Tab& tab, const QString& caption, int failures) {
+  QString text = tabText(caption);
+  if (failures > 0) text += QStringLiteral(" (%1)").arg(failures);
+  if (tabs_->tabText(tab.index) == text) return;
+  tabs_->setTabText(tab.index, text);
+  tabs_->setTabIcon(tab.index,
+                    failures > 0 ? Theme::icon(QStringLiteral("dialog-error")) : QIcon());
+  tabs_->tabBar()->setTabTextColor(
+      tab.index, failures > 0 ? Theme::discColor(DiscState::Failed, palette()) : QColor());
 }
 
 }  // namespace korvenal::ui

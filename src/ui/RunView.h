@@ -1,23 +1,24 @@
 #pragma once
 
-#include <vector>
+#include <QElapsedTimer>
+#include <QPropertyAnimation>
 
-#include "app/RunDiscs.h"
 #include "core/RunPace.h"
-#include "ui/DiscBar.h"
 #include "ui/Page.h"
 
 class QCheckBox;
 class QLabel;
 class QProgressBar;
+class QStackedLayout;
 class QTabWidget;
-class QToolButton;
 
 namespace korvenal::ui {
 
-class GridView;
+class DiscStrip;
+class GridMenu;
+class RecordTable;
 
-/// A run page: its discs as bars, its progress, events, records and report.
+/// A run page: its discs, its progress, events, records and report.
 class RunView : public Page {
   Q_OBJECT
  public:
@@ -27,34 +28,42 @@ class RunView : public Page {
   void refresh() override;
 
  private:
-  QWidget* withMenu(GridView* grid, const char* menuName, const Table& table,
-                    std::function<QString()> title);
-  QWidget* reportTab();
-  QWidget* progressRow();
-  std::vector<RunDisc> discs() const;
-  void refreshDiscs();
-  void refreshProgress();
-  void refreshTabs();
-  void doShowReport(int record);
-  int countErrors();
+  /// A tab: its table and the menu beside the tabs.
+  struct Tab {
+    RecordTable* table = nullptr;
+    GridMenu* menu = nullptr;
+    int index = -1;  ///< in the tabs; -1 for none
+  };
 
-  std::size_t at() const { return static_cast<std::size_t>(action_); }
+  QLayout* progressLine();
+  void addTab(Tab& tab, QWidget* content, const QString& caption);
+  void doBuildEvents();
+  void doBuildRecords();
+  void doBuildErrors();
+  void doRefreshProgress();
+  void doRefreshErrors();
+  void doMarkTab(const Tab& tab, const QString& caption, int failures);
+  void doShowReport(int row);
+  bool hasErrors() const;
+  bool isBackup() const { return action_ == ActionController::Backup; }
 
   int action_;
-  RunPace pace_;
-  std::vector<RunDisc> shown_;
-  DiscStrip* strip_;
-  QTabWidget* tabs_;
-  GridView* vsEvent_ = nullptr;
-  GridView* vsOutput_ = nullptr;
-  GridView* vsError_ = nullptr;  ///< null for erasing, which has no report
-  int reportRows_ = 1;           ///< lines of the report counted so far, its header included
-  int reportErrors_ = 0;         ///< those of them that are no pass
-  QCheckBox* OnlyShowErrorFile_ = nullptr;
-  std::vector<QToolButton*> menus_;
+  DiscStrip* discs_;
   QWidget* ProgressPanel_ = nullptr;
   QLabel* etProgress_ = nullptr;
+  QLabel* pace_ = nullptr;
   QProgressBar* bar_ = nullptr;
+  QPropertyAnimation way_;  ///< of the bar to where the run is
+  QTabWidget* tabs_;
+  QStackedLayout* corner_ = nullptr;
+  Tab events_;
+  Tab records_;
+  Tab errors_;
+  QCheckBox* OnlyShowErrorFile_ = nullptr;
+  RunPace runPace_;
+  QElapsedTimer clock_;
+  QElapsedTimer sinceErrors_;
+  qint64 errorsCost_ = 0;  ///< milliseconds that the last look through the report took
 };
 
 }  // namespace korvenal::ui

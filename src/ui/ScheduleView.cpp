@@ -1,46 +1,52 @@
 #include "ui/ScheduleView.h"
 
 #include <QLabel>
-#include <QMenu>
-#include <QToolButton>
 #include <QVBoxLayout>
 
-#include "ui/DialogParts.h"
-#include "ui/GridView.h"
+#include "ui/GridMenu.h"
+#include "ui/RecordTable.h"
 #include "ui/Theme.h"
 
 namespace korvenal::ui {
 
 ScheduleView::ScheduleView(const Context& context, QWidget* parent)
     : Page(context, parent),
-      schedule_({"Next Run Time", "Backup Job", "Disc Type", "Disc Use", "Note"}) {
-  auto* vsSchedule = new GridView(new TableModel(schedule_), QStringLiteral("vsSchedule"), this);
-  vsSchedule->hint = tr("No backup is scheduled: this program starts none by itself.");
+      vsSchedule_({"Next Run Time", "Backup Job", "Disc Type", "Disc Use", "Note"}) {
+  auto* title = new QLabel(tr("Backup Scheduler"), this);
+  QFont large = title->font();
+  large.setPointSizeF(large.pointSizeF() * 1.4);
+  title->setFont(large);
+
+  auto* table = new RecordTable(
+      vsSchedule_, new RecordModel(vsSchedule_),
+      {.widths = {22, 26, 16, 12},
+       .emptyText = tr("No backup is scheduled. Backups run when you press Backup on the backup "
+                       "page."),
+       .follows = RecordTable::Follows::Current},
+      this);
+  table->setObjectName(QStringLiteral("vsSchedule"));
   auto* caption = new QLabel(tr("&Next Automatic Backup"), this);
-  caption->setBuddy(vsSchedule);
-  auto* pbSchedule = new QToolButton(this);
-  pbSchedule->setObjectName(QStringLiteral("pbSchedule"));
-  pbSchedule->setText(tr("&Schedule"));
-  pbSchedule->setIcon(Theme::icon(QStringLiteral("appointment-new")));
-  pbSchedule->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  pbSchedule->setPopupMode(QToolButton::InstantPopup);
-  pbSchedule->setFocusPolicy(Qt::TabFocus);
-  auto* menu = new QMenu(pbSchedule);
-  menu->setObjectName(QStringLiteral("scheduleMenu"));
-  menu->addAction(tr("New"));
-  QAction* edit = menu->addAction(tr("Edit"));
-  QAction* remove = menu->addAction(tr("Delete"));
-  connect(menu, &QMenu::aboutToShow, this, [this, edit, remove] {
-    for (QAction* action : {edit, remove}) action->setEnabled(schedule_.hasData());
-  });
-  pbSchedule->setMenu(menu);
-  auto* head = new QHBoxLayout;
-  head->addWidget(caption);
-  head->addStretch();
-  head->addWidget(pbSchedule);
+  caption->setBuddy(table);
+
+  const auto nothing = [] {};
+  const auto always = [] { return true; };
+  const auto hasRows = [this] { return vsSchedule_.hasData(); };
+  auto* menu =
+      new GridMenu(QStringLiteral("pbSchedule"),
+                   {{tr("&New..."), QStringLiteral("appointment-new"), nothing, always, {}},
+                    {tr("&Edit..."), QStringLiteral("document-edit"), nothing, hasRows, {}},
+                    {tr("&Delete"), QStringLiteral("edit-delete"), nothing, hasRows, {}}},
+                   context, this);
+  table->setMenu(menu->menu());
+
+  auto* line = new QHBoxLayout;
+  line->addWidget(caption);
+  line->addStretch();
+  line->addWidget(menu);
   auto* column = new QVBoxLayout(this);
-  column->addLayout(head);
-  column->addWidget(vsSchedule, 1);
+  column->addWidget(title);
+  column->addLayout(line);
+  column->addWidget(table, 1);
 }
 
 }  // namespace korvenal::ui

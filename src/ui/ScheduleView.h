@@ -5,9 +5,9 @@
 
 namespace korvenal::ui {
 
-class GridView;
+class GridMenu;
 
-/// The schedule page: its table and menu. Nothing stands behind them: no backup starts by itself.
+/// The schedule page: a table that is always empty, and its menu.
 class ScheduleView : public Page {
   Q_OBJECT
  public:
@@ -16,7 +16,7 @@ class ScheduleView : public Page {
   void refresh() override {}
 
  private:
-  Table schedule_;
+  Table vsSchedule_;
 };
 
 }  // namespace korvenal::ui

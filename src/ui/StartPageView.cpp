@@ -1,17 +1,17 @@
 #include "ui/StartPageView.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
-#include <QMenu>
+#include <QShortcut>
+#include <QStackedLayout>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "core/GridTitles.h"
-#include "core/Workspace.h"
 #include "ui/DialogParts.h"
-#include "ui/GridView.h"
+#include "ui/GridMenu.h"
+#include "ui/RecordTable.h"
 #include "ui/TaskCard.h"
 #include "ui/Texts.h"
 #include "ui/Theme.h"
@@ -20,8 +20,9 @@ namespace korvenal::ui {
 
 namespace {
 
-constexpr int RecentNote = 6;
-constexpr int LogNote = 7;
+constexpr int RecentNoteColumn = 6;
+constexpr int LogNoteColumn = 7;
+// What the bar of pages asks for.
 constexpr int BackupKind = 2;
 constexpr int RestoreKindOfPage = 3;
 constexpr int ScheduleKind = 4;
@@ -32,194 +33,191 @@ constexpr int EraseKind = 5;
 StartPageView::StartPageView(const Context& context, QWidget* parent) : Page(context, parent) {
   auto* title = new QLabel(toQt(gProductName), this);
   QFont large = title->font();
-  large.setPointSizeF(large.pointSizeF() * 1.8);
+  large.setPointSizeF(large.pointSizeF() * 1.6);
+  large.setBold(true);
   title->setFont(large);
+  auto* grid = new QGridLayout;
+  grid->setSpacing(fontMetrics().height() / 2);
+  doBuildTaskBar(*grid);
   auto* column = new QVBoxLayout(this);
-  const int margin = fontMetrics().height();
-  column->setContentsMargins(margin, margin, margin, margin / 2);
-  column->setSpacing(margin * 2 / 3);
+  column->setSpacing(fontMetrics().height() / 2);
   column->addWidget(title);
-  column->addWidget(taskBar());
+  column->addLayout(grid);
   column->addWidget(options());
   column->addWidget(records(), 1);
 }
 
-QWidget* StartPageView::taskBar() {
-  auto* whole = new QWidget(this);
-  auto* grid = new QGridLayout(whole);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->setSpacing(fontMetrics().height() * 2 / 3);
-  struct Task {
+void StartPageView::doBuildTaskBar(QGridLayout& grid) {
+  struct Entry {
     const char* key;
-    const char* icon;
-    QString title;
+    QString name;
     QString explanation;
+    const char* icon;
+    int kind;
   };
-  const Task tasks[] = {{"TASK01", "tools-media-optical-burn", tr("Backup to Disc"),
-                         tr("Edit backup job and burn backup data to discs.")},
-                        {"TASK02", "document-revert", tr("Restore from Disc"),
-                         tr("Read backup index and restore data from backup discs.")},
-                        {"TASK04", "tools-media-optical-erase", tr("Erase Rewritable Disc"),
-                         tr("Erase CD-RW, DVD-RW, or DVD+RW discs.")},
-                        {"TASK03", "appointment-new", tr("Backup Scheduler"),
-                         tr("See the list of automatic backups.")}};
-  int place = 0;
-  for (const Task& task : tasks) {
+  const Entry entries[] = {
+      {"TASK01", tr("Backup to Disc"), tr("Edit backup job and burn backup data to discs."),
+       "tools-media-optical-burn", BackupKind},
+      {"TASK02", tr("Restore from Disc"),
+       tr("Read backup index and restore data from backup discs."), "document-revert",
+       RestoreKindOfPage},
+      {"TASK03", tr("Backup Scheduler"), tr("View the next automatic backups."), "appointment-new",
+       ScheduleKind},
+      {"TASK04", tr("Erase Rewritable Disc"), tr("Erase CD-RW, DVD-RW, or DVD+RW discs."),
+       "tools-media-optical-erase", EraseKind},
+  };
+  for (const Entry& entry : entries) {
     auto* card =
-        new TaskCard(Theme::icon(QLatin1String(task.icon)), task.title, task.explanation, whole);
-    card->setObjectName(QLatin1String(task.key));
-    connect(card, &QAbstractButton::clicked, this,
-            [this, key = QString::fromLatin1(task.key)] { doKey(key); });
-    grid->addWidget(card, place / 2, place % 2);
-    tasks_.push_back(card);
-    ++place;
+        new TaskCard(entry.name, entry.explanation, Theme::icon(QLatin1String(entry.icon)), this);
+    card->setObjectName(QLatin1String(entry.key));
+    connect(card, &TaskCard::clicked, this,
+            [this, kind = entry.kind] { act([this, kind] { main().doChangeTask(kind); }); });
+    const int place = static_cast<int>(cards_.size());
+    grid.addWidget(card, place / 2, place % 2);
+    cards_.push_back(card);
   }
-  return whole;
-}
-
-void StartPageView::doKey(const QString& key) {
-  const QString upper = key.toUpper();
-  const int kind = upper == QStringLiteral("TASK01")   ? BackupKind
-                   : upper == QStringLiteral("TASK02") ? RestoreKindOfPage
-                   : upper == QStringLiteral("TASK03") ? ScheduleKind
-                                                       : EraseKind;
-  act([this, kind] { main().doChangeTask(kind); });
 }
 
 QWidget* StartPageView::options() {
-  auto* whole = new QWidget(this);
-  auto* row = new QHBoxLayout(whole);
-  row->setContentsMargins(0, 0, 0, 0);
-  playSound_ = new QCheckBox(tr("&Play sound when an action ends"), whole);
-  playSound_->setObjectName(QStringLiteral("OPChk0"));
-  systemTray_ = new QCheckBox(tr("&Keep in the notification area when closed"), whole);
-  systemTray_->setObjectName(QStringLiteral("OPChk1"));
-  systemTray_->setEnabled(context().hasTray);
-  if (!context().hasTray) systemTray_->setToolTip(tr("This desktop has no notification area."));
-  row->addWidget(playSound_);
-  row->addSpacing(fontMetrics().averageCharWidth() * 3);
-  row->addWidget(systemTray_);
-  row->addStretch();
-  connect(playSound_, &QCheckBox::clicked, this, [this](bool on) {
-    act([this, on] {
-      main().settings.PlaySound = on;
-      main().settings.doSaveInitData();
-    });
+  auto* group = new QGroupBox(tr("Options"), this);
+  const std::array<QString, 2> texts = {tr("&Play sound when a disc or an action is done"),
+                                        tr("&Keep in the tray when the window is closed")};
+  const std::array<std::function<void(bool)>, 2> setters = {
+      [this](bool on) { main().settings.PlaySound = on; },
+      [this](bool on) { context().setSystemTray(on); }};
+  auto* line = new QGridLayout(group);
+  for (std::size_t at = 0; at < texts.size(); ++at) {
+    OPChk_[at] = new QCheckBox(texts[at], group);
+    OPChk_[at]->setObjectName(QStringLiteral("OPChk%1").arg(at));
+    connect(OPChk_[at], &QCheckBox::clicked, this,
+            [this, set = setters[at]](bool on) { doSetOption(set, on); });
+    line->addWidget(OPChk_[at], 0, static_cast<int>(at));
+    line->setColumnStretch(static_cast<int>(at), 1);
+  }
+  noTray_ = explanationLabel(tr("This desktop has no tray."), group);
+  line->addWidget(noTray_, 1, 1);
+  return group;
+}
+
+void StartPageView::doSetOption(const std::function<void(bool)>& set, bool on) {
+  act([this, &set, on] {
+    set(on);
+    main().settings.doSaveInitData();
   });
-  connect(systemTray_, &QCheckBox::clicked, this,
-          [this](bool on) { act([this, on] { context().setSystemTray(on); }); });
-  return whole;
-}
-
-void StartPageView::doSyncRow(const GridView& grid, Table& table) {
-  const QModelIndex at = grid.currentIndex();
-  table.Row = at.isValid() ? TableModel::tableRow(at) : 0;
-}
-
-QMenu* StartPageView::recentMenu() {
-  auto* menu = new QMenu(this);
-  Records& records = main().records;
-  const auto add = [this, menu, &records](const char* icon, const QString& text,
-                                          std::function<void()> wish) {
-    return menu->addAction(Theme::icon(QLatin1String(icon)), text, this,
-                           [this, &records, wish = std::move(wish)] {
-                             doSyncRow(*vsRecent_, records.vsRecent);
-                             act(wish);
-                           });
-  };
-  QAction* open = add("document-open", tr("&Open Job"),
-                      [this, &records] { main().doOpenRecentJob(records.vsRecent.Row); });
-  QAction* remove =
-      add("edit-delete", tr("&Delete Record"), [&records] { records.doDeleteRecentRow(); });
-  QAction* clear =
-      add("edit-clear-all", tr("&Clear All Records"), [&records] { records.doClearRecent(); });
-  QAction* print = add("document-print", tr("&Print..."),
-                       [this, &records] { main().doPrint(records.vsRecent, RecentBackupTitle); });
-  QAction* save = add("document-save-as", tr("&Save to a Text File..."),
-                      [this, &records] { main().doExport(records.vsRecent); });
-  connect(menu, &QMenu::aboutToShow, this, [this, &records, open, remove, clear, print, save] {
-    doSyncRow(*vsRecent_, records.vsRecent);
-    const bool rows = records.vsRecent.hasData();
-    const bool current = rows && records.vsRecent.Row > 0;
-    open->setEnabled(current && !records.recentJobFile(records.vsRecent.Row).empty());
-    remove->setEnabled(current);
-    for (QAction* action : {clear, print, save}) action->setEnabled(rows);
-  });
-  return menu;
-}
-
-QMenu* StartPageView::logMenu() {
-  auto* menu = new QMenu(this);
-  Records& records = main().records;
-  const auto add = [this, menu, &records](const char* icon, const QString& text,
-                                          std::function<void()> wish) {
-    return menu->addAction(Theme::icon(QLatin1String(icon)), text, this,
-                           [this, &records, wish = std::move(wish)] {
-                             doSyncRow(*vsLog_, records.vsLog);
-                             act(wish);
-                           });
-  };
-  QAction* print = add("document-print", tr("&Print..."),
-                       [this, &records] { main().doPrint(records.vsLog, DiscRecordTitle); });
-  QAction* save = add("document-save-as", tr("&Save to a Text File..."),
-                      [this, &records] { main().doExport(records.vsLog); });
-  QAction* remove =
-      add("edit-delete", tr("&Delete Record"), [&records] { records.doDeleteLogRow(); });
-  QAction* clear =
-      add("edit-clear-all", tr("&Clear All Records"), [&records] { records.doClearLog(); });
-  connect(menu, &QMenu::aboutToShow, this, [this, &records, print, save, remove, clear] {
-    doSyncRow(*vsLog_, records.vsLog);
-    for (QAction* action : {print, save, clear}) action->setEnabled(records.vsLog.hasData());
-    remove->setEnabled(records.vsLog.hasData() && records.vsLog.Row > 0);
-  });
-  return menu;
-}
-
-QWidget* StartPageView::recordTab(GridView* grid, const char* name, QMenu* menu) {
-  auto* whole = new QWidget(this);
-  auto* button = new QToolButton(whole);
-  button->setObjectName(QLatin1String(name));
-  menu->setObjectName(QLatin1String(name) + QStringLiteral("Menu"));
-  button->setIcon(Theme::icon(QStringLiteral("view-more")));
-  button->setToolTip(tr("What can be done with these records"));
-  button->setAccessibleName(button->toolTip());
-  button->setPopupMode(QToolButton::InstantPopup);
-  button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::TabFocus);
-  button->setMenu(menu);
-  grid->setContextMenuPolicy(Qt::CustomContextMenu);
-  connect(grid, &QWidget::customContextMenuRequested, this,
-          [grid, menu](const QPoint& at) { menu->popup(grid->viewport()->mapToGlobal(at)); });
-  auto* row = new QHBoxLayout(whole);
-  row->addWidget(grid, 1);
-  row->addWidget(button, 0, Qt::AlignTop);
-  return whole;
 }
 
 QWidget* StartPageView::records() {
-  Records& records = main().records;
-  vsRecent_ =
-      new GridView(new RecordModel(records.vsRecent, RecentNote), QStringLiteral("vsRecent"), this);
-  vsRecent_->hint = tr("Backups that you make are listed here.");
-  vsLog_ = new GridView(new RecordModel(records.vsLog, LogNote), QStringLiteral("vsLog"), this);
-  vsLog_->hint = tr("Discs that are written, read or erased are listed here.");
-  auto* tabs = new QTabWidget(this);
-  tabs->setObjectName(QStringLiteral("RecordTab"));
-  tabs->addTab(recordTab(vsRecent_, "pbRecent", recentMenu()), tr("Recent &backups"));
-  tabs->addTab(recordTab(vsLog_, "pbLog", logMenu()), tr("Disc &record"));
-  connect(vsRecent_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
-    act([this, &index] { main().doOpenRecentJob(TableModel::tableRow(index)); });
-  });
-  return tabs;
+  tabs_ = new QTabWidget(this);
+  tabs_->setObjectName(QStringLiteral("RecordTab"));
+  tabs_->setDocumentMode(true);
+  auto* corner = new QWidget(tabs_);
+  corner_ = new QStackedLayout(corner);
+  corner_->setContentsMargins(0, 0, 0, 0);
+  tabs_->setCornerWidget(corner);
+  connect(tabs_, &QTabWidget::currentChanged, corner_, &QStackedLayout::setCurrentIndex);
+  doBuildRecent();
+  doBuildLog();
+  return tabs_;
+}
+
+void StartPageView::doBuildRecent() {
+  Table& recent = main().records.vsRecent;
+  vsRecent_ = new RecordTable(
+      recent, new RecordModel(recent, {RecentNoteColumn, noteKind}),
+      {.widths = {19, 24, 9, 11, 14, 6},
+       .emptyText = tr("Your backups will be listed here. Press Backup to Disc to make the first."),
+       .follows = RecordTable::Follows::Current},
+      this);
+  vsRecent_->setObjectName(QStringLiteral("vsRecent"));
+  const auto hasRows = [&recent] { return recent.hasData(); };
+  const auto hasCurrent = [&recent] { return recent.Row > 0; };
+  pbRecent_ = new GridMenu(
+      QStringLiteral("pbRecent"),
+      {{tr("&Open Job"), QStringLiteral("document-open"), [this] { doOpenRecent(0); }, hasCurrent,
+        QKeySequence(Qt::Key_Return)},
+       {tr("&Delete"), QStringLiteral("edit-delete"),
+        [this] { main().records.doDeleteRecentRow(); }, hasCurrent, QKeySequence::Delete},
+       {tr("&Clear All..."),
+        QStringLiteral("edit-clear-all"),
+        [this] { main().records.doClearRecent(); },
+        hasRows,
+        {}},
+       {tr("&Print..."),
+        QStringLiteral("document-print"),
+        [this, &recent] { main().doPrint(recent, RecentBackupTitle); },
+        hasRows,
+        {}},
+       {tr("&Save to Text File..."),
+        QStringLiteral("document-export"),
+        [this, &recent] { main().doExport(recent); },
+        hasRows,
+        {}}},
+      context(), this);
+  constexpr int DeleteItem = 2;
+  connect(new QShortcut(QKeySequence::Delete, vsRecent_, nullptr, nullptr, Qt::WidgetShortcut),
+          &QShortcut::activated, this, [this] { pbRecent_->doChoose(DeleteItem); });
+  connect(vsRecent_, &RecordTable::rowOpened, this, [this](int row) { doOpenRecent(row); });
+  vsRecent_->setMenu(pbRecent_->menu());
+  tabs_->addTab(vsRecent_, tr("&Recent Backups"));
+  corner_->addWidget(pbRecent_);
+}
+
+void StartPageView::doBuildLog() {
+  Table& log = main().records.vsLog;
+  vsLog_ = new RecordTable(
+      log, new RecordModel(log, {LogNoteColumn, noteKind}),
+      {.widths = {7, 12, 18, 9, 18, 14, 16},
+       .emptyText = tr("Every disc that was written, read or erased will be listed here."),
+       .follows = RecordTable::Follows::Current},
+      this);
+  vsLog_->setObjectName(QStringLiteral("vsLog"));
+  const auto hasRows = [&log] { return log.hasData(); };
+  const auto hasCurrent = [&log] { return log.Row > 0 && log.hasData(); };
+  pbLog_ =
+      new GridMenu(QStringLiteral("pbLog"),
+                   {{tr("&Print..."),
+                     QStringLiteral("document-print"),
+                     [this, &log] { main().doPrint(log, DiscRecordTitle); },
+                     hasRows,
+                     {}},
+                    {tr("&Save to Text File..."),
+                     QStringLiteral("document-export"),
+                     [this, &log] { main().doExport(log); },
+                     hasRows,
+                     {}},
+                    {tr("&Delete"), QStringLiteral("edit-delete"),
+                     [this] { main().records.doDeleteLogRow(); }, hasCurrent, QKeySequence::Delete},
+                    {tr("&Clear All..."),
+                     QStringLiteral("edit-clear-all"),
+                     [this] { main().records.doClearLog(); },
+                     hasRows,
+                     {}}},
+                   context(), this);
+  constexpr int DeleteItem = 3;
+  connect(new QShortcut(QKeySequence::Delete, vsLog_, nullptr, nullptr, Qt::WidgetShortcut),
+          &QShortcut::activated, this, [this] { pbLog_->doChoose(DeleteItem); });
+  vsLog_->setMenu(pbLog_->menu());
+  tabs_->addTab(vsLog_, tr("&Disc Record"));
+  corner_->addWidget(pbLog_);
+}
+
+/// Row 0 stands for the current one.
+void StartPageView::doOpenRecent(int row) {
+  act([this, row] { main().doOpenRecentJob(row > 0 ? row : main().records.vsRecent.Row); });
 }
 
 void StartPageView::refresh() {
-  const bool idle = mayBegin(Command::GoToStart, main().state);
-  for (QWidget* task : tasks_) task->setEnabled(idle);
-  playSound_->setChecked(main().settings.PlaySound);
-  systemTray_->setChecked(main().settings.SystemTray);
+  const bool atRest = mayBegin(Command::GoToStart, main().state);
+  for (TaskCard* card : cards_) card->setEnabled(atRest);
+  const bool tray = context().hasTray;
+  OPChk_[0]->setChecked(main().settings.PlaySound);
+  OPChk_[1]->setChecked(main().settings.SystemTray);
+  OPChk_[1]->setEnabled(tray);
+  noTray_->setVisible(!tray);
   vsRecent_->refresh();
   vsLog_->refresh();
+  pbRecent_->refresh();
+  pbLog_->refresh();
 }
 
 }  // namespace korvenal::ui

@@ -1,18 +1,23 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "ui/Page.h"
 
 class QCheckBox;
-class QMenu;
+class QGridLayout;
+class QLabel;
+class QStackedLayout;
 class QTabWidget;
 
 namespace korvenal::ui {
 
-class GridView;
+class GridMenu;
+class RecordTable;
+class TaskCard;
 
-/// The start page: what one can do, and the records of what was done.
+/// The start page: what one can do, the options of the program, and what was done before.
 class StartPageView : public Page {
   Q_OBJECT
  public:
@@ -21,20 +26,23 @@ class StartPageView : public Page {
   void refresh() override;
 
  private:
-  QWidget* taskBar();
+  void doBuildTaskBar(QGridLayout& grid);
   QWidget* options();
   QWidget* records();
-  QWidget* recordTab(GridView* grid, const char* name, QMenu* menu);
-  void doKey(const QString& key);
-  void doSyncRow(const GridView& grid, Table& table);
-  QMenu* recentMenu();
-  QMenu* logMenu();
+  void doBuildRecent();
+  void doBuildLog();
+  void doSetOption(const std::function<void(bool)>& set, bool on);
+  void doOpenRecent(int row);
 
-  std::vector<QWidget*> tasks_;
-  QCheckBox* playSound_ = nullptr;
-  QCheckBox* systemTray_ = nullptr;
-  GridView* vsRecent_ = nullptr;
-  GridView* vsLog_ = nullptr;
+  std::vector<TaskCard*> cards_;
+  std::array<QCheckBox*, 2> OPChk_{};
+  QLabel* noTray_ = nullptr;
+  QTabWidget* tabs_ = nullptr;
+  QStackedLayout* corner_ = nullptr;
+  RecordTable* vsRecent_ = nullptr;
+  RecordTable* vsLog_ = nullptr;
+  GridMenu* pbRecent_ = nullptr;
+  GridMenu* pbLog_ = nullptr;
 };
 
 }  // namespace korvenal::ui

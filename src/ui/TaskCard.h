@@ -4,21 +4,28 @@
 
 namespace korvenal::ui {
 
-/// A large button: an icon, what it leads to, and a line that explains.
+/// A large button with an icon, a name and a sentence that explains it.
 class TaskCard : public QAbstractButton {
   Q_OBJECT
  public:
-  TaskCard(const QIcon& icon, const QString& title, const QString& explanation, QWidget* parent);
+  TaskCard(const QString& name, const QString& explanation, const QIcon& icon,
+           QWidget* parent = nullptr);
 
   QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   QFont titleFont() const;
+  int margin() const;
+  int iconSide() const;
+  QRect textArea(int width) const;
 
   QString explanation_;
 };

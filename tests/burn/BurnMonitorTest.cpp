@@ -40,6 +40,8 @@ TEST_F(BurnMonitorTest, PhasesFollowTheBlockCounter) {
   tick();
   EXPECT_EQ(progress.text, "25%");
   EXPECT_EQ(progress.bar, 25);
+  EXPECT_EQ(progress.bytesDone, 25 * BlockBytes);
+  EXPECT_EQ(progress.bytesTotal, 100 * BlockBytes);
   for (int i = 0; i < 6; ++i) tick();
   EXPECT_EQ(world.events(), "Setting up disc track...\nStart writing data to disc...\n")
       << "once each";

@@ -1,0 +1,93 @@
+#include "ui/RunTexts.h"
+
+#include <QCoreApplication>
+
+#include "core/SizeText.h"
+#include "ui/Texts.h"
+
+namespace korvenal::ui {
+
+namespace {
+
+QString tr(const char* text) {
+  return QCoreApplication::translate("RunTexts", text);
+}
+
+QString sizeText(std::int64_t bytes) {
+  return toQt(formatSizeText(Fixed4(bytes), true));
+}
+
+/// "1.7 of 4.4 GB"; both units where they differ.
+QString partText(std::int64_t done, std::int64_t total) {
+  const QString whole = sizeText(total);
+  QString part = sizeText(done);
+  const QString unit = whole.section(QLatin1Char(' '), 1);
+  if (part.section(QLatin1Char(' '), 1) == unit) part = part.section(QLatin1Char(' '), 0, 0);
+  return tr("%1 of %2").arg(part, whole);
+}
+
+QString workText(const RunDisc& disc, const RunProgress& at) {
+  switch (disc.work) {
+    case RunDisc::Work::Data: {
+      const QString rest = paceText(at);
+      return rest.isEmpty() ? tr("%1 %").arg(disc.percent)
+                            : tr("%1 %  %2").arg(disc.percent).arg(rest);
+    }
+    case RunDisc::Work::Verifying:
+      return tr("verifying, %1 %").arg(disc.percent);
+    case RunDisc::Work::Erasing:
+      return tr("erasing...");
+    case RunDisc::Work::None:
+      break;
+  }
+  return toQt(at.progress.text);
+}
+
+QString doneText(const RunDisc& disc) {
+  const bool burned = disc.note == "Success.";
+  if (disc.verified && burned) return tr("verified, 0 errors");
+  return toQt(disc.note);
+}
+
+QString textOf(const RunDisc& disc, const RunProgress& at) {
+  switch (disc.state) {
+    case DiscState::Writing:
+      return workText(disc, at);
+    case DiscState::Verified:
+      return doneText(disc);
+    case DiscState::Failed:
+      return toQt(disc.note);
+    case DiscState::Planned:
+      break;
+  }
+  if (!disc.note.empty()) return toQt(disc.note);
+  return disc.bytes > Fixed4(0) ? toQt(formatSizeText(disc.bytes, true)) : QString();
+}
+
+}  // namespace
+
+QString paceText(const RunProgress& at) {
+  const Progress& progress = at.progress;
+  if (progress.bytesTotal <= 0) return {};
+  QStringList parts{partText(progress.bytesDone, progress.bytesTotal)};
+  if (const auto speed = at.pace.perSecond())
+    parts += tr("%1/s").arg(sizeText(static_cast<std::int64_t>(*speed)));
+  if (const auto left = at.pace.secondsLeft()) parts += toQt(aboutTime(*left));
+  return parts.join(QStringLiteral(", "));
+}
+
+DiscFill discFill(const RunDisc& disc, const RunProgress& at) {
+  DiscFill fill;
+  fill.label = disc.number > 0 ? tr("disc %1").arg(disc.number)
+                               : QString(QLatin1Char(disc.drive)) + QLatin1Char(':');
+  fill.state = disc.state;
+  fill.text = textOf(disc, at);
+  fill.percent = disc.percent;
+  // Between two whole percents lie seconds of a large disc.
+  if (disc.work == RunDisc::Work::Data && at.progress.bytesTotal > 0)
+    fill.percent = 100.0 * static_cast<double>(at.progress.bytesDone) /
+                   static_cast<double>(at.progress.bytesTotal);
+  return fill;
+}
+
+}  // namespace korvenal::ui
