@@ -16,7 +16,8 @@ FormDialog::~FormDialog() {
 void FormDialog::runModal() {
   setWindowModality(Qt::ApplicationModal);
   refresh();
-  adjustSize();
+  // A dialog that was given a size keeps it.
+  if (!testAttribute(Qt::WA_Resized)) adjustSize();
   show();
   form_.doActivate();
   refresh();

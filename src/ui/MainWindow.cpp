@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "app/WindowPlace.h"
 #include "core/Workspace.h"
@@ -34,6 +35,8 @@ constexpr int BackupKind = 2;
 constexpr int RestoreKindOfPage = 3;
 constexpr int ScheduleKind = 4;
 constexpr int EraseKind = 5;
+
+constexpr int PageIconPixels = 28;
 
 }  // namespace
 
@@ -115,7 +118,8 @@ void MainWindow::doBuildPageBar() {
   auto* bar = new QToolBar(tr("Pages"), this);
   bar->setObjectName(QStringLiteral("cmdAction"));
   bar->setMovable(false);
-  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  bar->setIconSize({PageIconPixels, PageIconPixels});
   addToolBar(Qt::LeftToolBarArea, bar);
   auto* group = new QActionGroup(this);
   struct Entry {
@@ -129,6 +133,7 @@ void MainWindow::doBuildPageBar() {
                            {tr("Erase"), "tools-media-optical-erase", EraseKind},
                            {tr("Schedule"), "appointment-new", ScheduleKind}};
   int number = 0;
+  int width = 0;
   for (const Entry& entry : entries) {
     QAction* action = bar->addAction(Theme::icon(QLatin1String(entry.icon)), entry.text);
     action->setObjectName(QStringLiteral("page%1").arg(number));
@@ -140,7 +145,11 @@ void MainWindow::doBuildPageBar() {
     connect(action, &QAction::triggered, this,
             [this, kind = entry.kind] { act([this, kind] { main_.doChangeTask(kind); }); });
     pageActions_.push_back(action);
+    // All as wide as the widest, whatever the words are in another language.
+    width = std::max(width, bar->widgetForAction(action)->sizeHint().width());
   }
+  for (QAction* action : pageActions_)
+    bar->widgetForAction(action)->setMinimumWidth(width + fontMetrics().averageCharWidth() * 2);
 }
 
 void MainWindow::doBuildMenus() {

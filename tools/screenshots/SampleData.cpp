@@ -69,7 +69,7 @@ void makeSampleData(const QString& folder) {
     makeText(root, QStringLiteral("Documents/Letters/") + QLatin1String(name), 300);
   for (int i = 1; i <= 6; ++i)
     makeSparse(root, QStringLiteral("Music/Evening %1.flac").arg(i), 24 * MiB);
-  makeSparse(root, QStringLiteral("Films/Summer at the lake.mkv"), 1150 * MiB);
+  makeSparse(root, QStringLiteral("Films/Summer at the lake.mkv"), 2300 * MiB);
   makeText(root, QStringLiteral("notes.txt"), 200);
 }
 

@@ -7,6 +7,7 @@
 #include "SampleData.h"
 #include "core/Workspace.h"
 #include "platform/Profile.h"
+#include "restore/frmReadLog.h"
 #include "ui/Texts.h"
 
 namespace korvenal::tools {
@@ -76,6 +77,7 @@ int Tour::run() {
   doTakeJobDialogs();
   doBackup();
   doRestore();
+  doTakeIndexChoice();
   doErase();
   doTakeTheRest();
   return camera_.taken();
@@ -135,7 +137,9 @@ void Tour::doBackup() {
   bool taken = false;
   guide_.onRun = [this, &taken](QWidget& window) {
     const Progress& progress = program_->grids.etProgress[0];
-    if (taken || program_->backup.request().DiscsBurned < 1 || progress.bar < 35) return;
+    if (taken || program_->backup.request().DiscsBurned < 1 || !progress.writing ||
+        progress.bar < 35)
+      return;
     taken = true;
     camera_.take(window, QStringLiteral("backup-running"));
   };
@@ -179,9 +183,18 @@ void Tour::doRestore() {
   press("PBNext1");
 }
 
+void Tour::doTakeIndexChoice() {
+  expect("frmReadLog", QStringLiteral("choose-index"), QStringLiteral("pbCancel"));
+  frmReadLog form({{"V:", "Family(2026-11-20-18-30-F)"}, {"V:", "Letters(2026-11-21-09-05-D)"}},
+                  [](const FoundIndex&) {});
+  desktop_.doShowModal(form);
+}
+
 void Tour::doErase() {
   act([this] { program_->doChangeTask(EraseKind); });
   show(QStringLiteral("erase"));
+  expect("frmLoadDisc", QStringLiteral("load-disc-to-erase"), QStringLiteral("pbStop"));
+  press("PBNext2");
 }
 
 void Tour::doTakeTheRest() {

@@ -8,7 +8,6 @@
 #include "app/Lifecycle.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "ui/MainWindow.h"
-#include "ui/TrayIcon.h"
 #include "ui/QtDesktop.h"
 #include "ui/TrayIcon.h"
 
@@ -30,6 +29,7 @@ class Tour {
   void doTakeJobDialogs();
   void doBackup();
   void doRestore();
+  void doTakeIndexChoice();
   void doErase();
   void doTakeTheRest();
 

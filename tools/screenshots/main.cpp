@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
   const QDir pictures(QString::fromLocal8Bit(argv[1]));
   if (!pictures.mkpath(QStringLiteral("."))) return 1;
-  const QTemporaryDir work;
+  const QTemporaryDir work(QDir::tempPath() + QStringLiteral("/home-XXXXXX"));
   korvenal::tools::Tour tour(work.path() + QLatin1Char('/'),
                              pictures.absolutePath() + QLatin1Char('/'));
   std::cout << tour.run() << " pictures\n";
