@@ -137,7 +137,7 @@ void Tour::doBackup() {
   bool taken = false;
   guide_.onRun = [this, &taken](QWidget& window) {
     const Progress& progress = program_->grids.etProgress[0];
-    if (taken || program_->backup.request().DiscsBurned < 1 || !progress.writing ||
+    if (taken || program_->backup.request().DiscsBurned < 1 || progress.bytesTotal == 0 ||
         progress.bar < 35)
       return;
     taken = true;
