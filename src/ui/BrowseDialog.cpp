@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QFileSystemModel>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
@@ -114,6 +115,7 @@ QWidget* BrowseDialog::pathRow() {
   // Enter here opens the folder and presses no button.
   connect(path_, &QLineEdit::returnPressed, this, [this] { doShowFolder(path_->text()); });
   connect(filter_, &QLineEdit::textChanged, &model_, &BrowseModel::setFilter);
+  connect(filter_, &QLineEdit::textChanged, this, [this] { act([] {}); });
   return whole;
 }
 
@@ -160,8 +162,10 @@ QWidget* BrowseDialog::entries() {
   views_ = new QStackedWidget(this);
   views_->addWidget(report_);
   views_->addWidget(icons_);
-  for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{report_, icons_})
+  for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{report_, icons_}) {
+    view->installEventFilter(this);
     connect(view, &QAbstractItemView::doubleClicked, this, &BrowseDialog::doOpen);
+  }
   return views_;
 }
 
@@ -179,12 +183,7 @@ QWidget* BrowseDialog::foot() {
   row->addWidget(count_);
   row->addStretch();
   for (QPushButton* button : CMD_) row->addWidget(button);
-  connect(SelectAll_, &QCheckBox::clicked, this, [this] {
-    // A click on the mixed state ticks what is not ticked yet.
-    const bool on = form_.SelectAll() != frmBrowse::Ticks::All;
-    act([this, on] { form_.doSelectAll(on); });
-    model_.refreshTicks();
-  });
+  connect(SelectAll_, &QCheckBox::clicked, this, &BrowseDialog::doSelectAll);
   for (int command = 0; command < 2; ++command)
     connect(CMD_[static_cast<std::size_t>(command)], &QPushButton::clicked, this, [this, command] {
       act([this, command] { form_.CMD(command); });
@@ -201,7 +200,59 @@ void BrowseDialog::doShowFolder(const QString& path) {
 
 void BrowseDialog::doOpen(const QModelIndex& index) {
   const frmBrowse::Entry& entry = model_.entry(index);
-  if (entry.isFolder()) doShowFolder(toQt(form_.pathOf(entry)));
+  if (!entry.isFolder()) return doTick(index);
+  const std::string path = form_.pathOf(entry);
+  act([this, &path] { form_.doShowFolder(path); });
+}
+
+void BrowseDialog::doTick(const QModelIndex& index) {
+  const QModelIndex name = index.siblingAtColumn(BrowseModel::NameColumn);
+  if (!name.isValid()) return;
+  model_.setData(name, model_.entry(name).ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+Qt::CheckState BrowseDialog::allState() const {
+  int ticked = 0;
+  for (int row = 0; row < model_.rowCount(); ++row)
+    if (model_.entry(model_.index(row, BrowseModel::NameColumn)).ticked) ++ticked;
+  if (ticked == 0) return Qt::Unchecked;
+  return ticked == model_.rowCount() ? Qt::Checked : Qt::PartiallyChecked;
+}
+
+void BrowseDialog::doSelectAll() {
+  // A click on the mixed state ticks what is not ticked yet.
+  const bool on = allState() != Qt::Checked;
+  act([this, on] {
+    if (filter_->text().isEmpty()) return form_.doSelectAll(on);
+    // What the filter hides is left alone: nobody ticks what cannot be seen.
+    const auto& entries = form_.entries();
+    for (int row = 0; row < model_.rowCount(); ++row) {
+      const auto& entry = model_.entry(model_.index(row, BrowseModel::NameColumn));
+      form_.doTick(static_cast<std::size_t>(&entry - entries.data()), on);
+    }
+  });
+  model_.refreshTicks();
+}
+
+bool BrowseDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return FormDialog::eventFilter(watched, event);
+  const auto& key = static_cast<const QKeyEvent&>(*event);
+  const QModelIndex current = static_cast<QAbstractItemView*>(watched)->currentIndex();
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (current.isValid()) doOpen(current);
+      return true;
+    case Qt::Key_Space:
+      doTick(current);
+      return true;
+    case Qt::Key_Backspace:
+      act([this] { form_.doShowParent(); });
+      return true;
+    default:
+      break;
+  }
+  return FormDialog::eventFilter(watched, event);
 }
 
 void BrowseDialog::doSetView(int view) {
@@ -238,15 +289,12 @@ void BrowseDialog::refreshFolder() {
 
 void BrowseDialog::refresh() {
   refreshFolder();
-  const auto ticks = form_.SelectAll();
-  SelectAll_->setTristate(ticks == frmBrowse::Ticks::Some);
-  SelectAll_->setCheckState(ticks == frmBrowse::Ticks::All    ? Qt::Checked
-                            : ticks == frmBrowse::Ticks::Some ? Qt::PartiallyChecked
-                                                              : Qt::Unchecked);
+  const Qt::CheckState all = allState();
+  SelectAll_->setTristate(all == Qt::PartiallyChecked);
+  SelectAll_->setCheckState(all);
   const auto count = static_cast<int>(form_.tickedCount());
   count_->setText(count > 0 ? tr("%1 selected").arg(count) : QString());
   CMD_[frmBrowse::AddCommand]->setEnabled(form_.isAddEnabled());
-  CMD_[frmBrowse::AddCommand]->setDefault(form_.isAddEnabled());
   // While items are added, a window of normal state stays out of the worker's way.
   const bool aside = form_.isAdding() && !isMaximized();
   if (aside != aside_) {

@@ -27,6 +27,8 @@ class BrowseDialog : public FormDialog {
  protected:
   void refresh() override;
   void hideEvent(QHideEvent* event) override;
+  /// The keys of the entries.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QWidget* pathRow();
@@ -35,6 +37,10 @@ class BrowseDialog : public FormDialog {
   QWidget* foot();
   void doShowFolder(const QString& path);
   void doOpen(const QModelIndex& index);
+  void doTick(const QModelIndex& index);
+  void doSelectAll();
+  /// The state of the box over what the filter shows.
+  Qt::CheckState allState() const;
   void doSetView(int view);
   void refreshFolder();
   void refreshPlace();

@@ -153,8 +153,9 @@ QWidget* JobView::estimateRow() {
   row->addWidget(pbEstimateInfo_);
   row->addWidget(pbEstimate_);
   connect(pbEstimate_, &QPushButton::clicked, this, &JobView::doEstimate);
-  connect(pbEstimateInfo_, &QPushButton::clicked, this,
-          [this] { act([this] { main().estimate.pbEstimateInfo(); }); });
+  connect(pbEstimateInfo_, &QPushButton::clicked, this, [this] {
+    if (mayEdit() && !main().state.ActionBusy) act([this] { main().estimate.pbEstimateInfo(); });
+  });
   return whole;
 }
 
@@ -164,10 +165,14 @@ void JobView::doEstimate() {
 }
 
 void JobView::doDrop(const QStringList& paths) {
-  if (!mayEdit()) return;
+  // A drop may come from outside while a dialog stands over the page.
+  if (!mayEdit() || main().state.ActionBusy || main().state.IgnoreEvents) return;
   std::vector<std::string> native;
   for (const QString& path : paths) native.push_back(fromQt(path));
-  act([this, &native] { main().addItems.doDropItems(native); });
+  act([this, &native] {
+    const FlagScope ignore(main().state.IgnoreEvents);
+    main().addItems.doDropItems(native);
+  });
 }
 
 void JobView::doShowMenu(const QPoint& at) {
