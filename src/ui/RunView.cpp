@@ -158,7 +158,7 @@ void RunView::doBuildErrors() {
                                    : tr("Files that could not be restored would stand here.");
   errors_.table = new RecordTable(
       errors, new RecordModel(errors, errorJudge(isBackup())),
-      {.widths = isBackup() ? std::vector{36, 18} : std::vector{8, 4, 14, 40}, .emptyText = empty},
+      {.widths = isBackup() ? std::vector{34, 26} : std::vector{8, 4, 14, 40}, .emptyText = empty},
       content);
   errors_.table->setObjectName(QStringLiteral("vsError%1").arg(action_));
   errors_.menu =
