@@ -19,10 +19,10 @@ void doTakeRecord(RunDisc& disc, const Table& records, int row) {
   disc.drive = letterOf(records, row);
   disc.note = records.text(row, NoteColumn);
   const NoteKind kind = noteKind(disc.note);
-  disc.state = kind == NoteKind::Good  ? DiscState::Verified
-               : kind == NoteKind::Bad ? DiscState::Failed
-                                       : DiscState::Planned;
-  disc.percent = disc.state == DiscState::Planned ? 0 : 100;
+  disc.state = kind == NoteKind::Good  ? RunDiscState::Verified
+               : kind == NoteKind::Bad ? RunDiscState::Failed
+                                       : RunDiscState::Planned;
+  disc.percent = disc.state == RunDiscState::Planned ? 0 : 100;
 }
 
 void doTakeRecords(std::vector<RunDisc>& discs, const RunGrids& grids, int action) {
@@ -39,7 +39,7 @@ void doTakeRecords(std::vector<RunDisc>& discs, const RunGrids& grids, int actio
 void doTakeWork(RunDisc& disc, const RunPage& page, const Progress& progress, int action) {
   const bool verifying = !page.OnlyShowErrorFileEnabled;
   disc.drive = page.DriveInHand;
-  disc.state = DiscState::Writing;
+  disc.state = RunDiscState::Writing;
   disc.note.clear();
   disc.verified = false;
   disc.percent = progress.bar;

@@ -10,7 +10,7 @@ namespace korvenal {
 class frmMain;
 
 /// What has become of a disc of a run.
-enum class DiscState { Planned, Writing, Verified, Failed };
+enum class RunDiscState { Planned, Writing, Verified, Failed };
 
 /// One disc of a run as a front end pictures it.
 struct RunDisc {
@@ -18,7 +18,7 @@ struct RunDisc {
 
   int number = 0;  ///< of the disc in its backup; 0 for a disc that is erased
   char drive = 0;  ///< where it is or was worked on; 0 for none yet
-  DiscState state = DiscState::Planned;
+  RunDiscState state = RunDiscState::Planned;
   Work work = Work::None;  ///< while it is worked on
   int percent = 0;         ///< of what is done with it now; -1 when nobody can tell
   Fixed4 bytes;            ///< planned; 0 when not known

@@ -45,7 +45,7 @@ QVariant ContentsModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::ForegroundRole:
       if (isMissing(row) && column == ContentsModified)
-        return Theme::discColor(DiscState::Failed, QApplication::palette());
+        return Theme::discColor(RunDiscState::Failed, QApplication::palette());
       return {};
     case Qt::TextAlignmentRole:
       return column == ContentsSize ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();

@@ -18,7 +18,7 @@ constexpr int WayMilliseconds = 500;
 }  // namespace
 
 void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palette, double percent,
-                   DiscState state) {
+                   RunDiscState state) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   const qreal radius = rect.height() / 3;
@@ -53,7 +53,7 @@ DiscBar::DiscBar(QWidget* parent) : QWidget(parent) {
 
 void DiscBar::doMoveTo(double percent) {
   way_.stop();
-  const bool onward = fill_.state == DiscState::Writing && painted_ >= 0 && percent > painted_;
+  const bool onward = fill_.state == RunDiscState::Writing && painted_ >= 0 && percent > painted_;
   if (!onward || !isVisible()) {
     painted_ = percent;
     return;
@@ -97,9 +97,9 @@ void DiscBar::paintEvent(QPaintEvent*) {
                    std::max(20, width() - labelWidth - textWidth - 2 * gap), barHeight);
   paintDiscFill(painter, bar, palette(), painted_, fill_.state);
   const QRect textRect(static_cast<int>(bar.right()) + 2 * gap, 0, textWidth, height());
-  if (fill_.state != DiscState::Planned)
-    painter.setPen(fill_.state == DiscState::Writing ? palette().color(QPalette::WindowText)
-                                                     : Theme::discColor(fill_.state, palette()));
+  if (fill_.state != RunDiscState::Planned)
+    painter.setPen(fill_.state == RunDiscState::Writing ? palette().color(QPalette::WindowText)
+                                                        : Theme::discColor(fill_.state, palette()));
   painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter,
                    metrics.elidedText(fill_.text, Qt::ElideRight, textRect.width()));
 }
@@ -136,7 +136,7 @@ void DiscStrip::setDiscs(const std::vector<DiscFill>& discs) {
   int writing = -1;
   for (std::size_t i = 0; i < discs.size(); ++i) {
     bars_[i]->setFill(discs[i]);
-    if (discs[i].state == DiscState::Writing) writing = static_cast<int>(i);
+    if (discs[i].state == RunDiscState::Writing) writing = static_cast<int>(i);
   }
   if (!bars_.empty()) {
     const int rows = std::min(static_cast<int>(bars_.size()), RowsInView);

@@ -15,7 +15,7 @@ namespace korvenal::ui {
 struct DiscFill {
   QString label;       ///< "disc 2"
   double percent = 0;  ///< negative: at work, nobody can tell how far
-  DiscState state = DiscState::Planned;
+  RunDiscState state = RunDiscState::Planned;
   QString text;  ///< "38 %  1.7 of 4.4 GB, 21 MB/s, about 2 minutes"
 
   bool operator==(const DiscFill&) const = default;
@@ -23,7 +23,7 @@ struct DiscFill {
 
 /// Draws the bar alone into the rectangle.
 void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palette, double percent,
-                   DiscState state);
+                   RunDiscState state);
 
 /// One disc: label, bar, text in a row.
 class DiscBar : public QWidget {

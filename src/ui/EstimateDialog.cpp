@@ -36,7 +36,7 @@ class FillDelegate : public QStyledItemDelegate {
                      std::max(option.rect.width() - textWidth - 12, 8), high);
     const int percent = form_.fillPercent(TableModel::tableRow(index));
     paintDiscFill(*painter, bar, option.palette, percent,
-                  percent > 100 ? DiscState::Failed : DiscState::Writing);
+                  percent > 100 ? RunDiscState::Failed : RunDiscState::Writing);
     painter->setPen(option.palette.color(
         option.state & QStyle::State_Selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(option.rect.adjusted(0, 0, -4, 0), Qt::AlignRight | Qt::AlignVCenter, text);

@@ -82,10 +82,10 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   switch (judge_.kind(table_, row)) {
     case NoteKind::Bad:
       if (role == Qt::DecorationRole) return Theme::icon(QStringLiteral("dialog-error"));
-      return Theme::discColor(DiscState::Failed, QApplication::palette());
+      return Theme::discColor(RunDiscState::Failed, QApplication::palette());
     case NoteKind::Undone:
       if (role == Qt::ForegroundRole)
-        return Theme::discColor(DiscState::Planned, QApplication::palette());
+        return Theme::discColor(RunDiscState::Planned, QApplication::palette());
       break;
     case NoteKind::Good:
       break;

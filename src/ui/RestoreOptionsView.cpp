@@ -151,7 +151,7 @@ void RestoreOptionsView::doShowRoom() {
   const auto volume =
       target.empty() || missing ? std::nullopt : context().files.doGetVolumeInfo(target);
   QPalette colors = palette();
-  colors.setColor(QPalette::WindowText, missing ? Theme::discColor(DiscState::Failed, colors)
+  colors.setColor(QPalette::WindowText, missing ? Theme::discColor(RunDiscState::Failed, colors)
                                                 : Theme::explanation(colors));
   room_->setPalette(colors);
   if (missing)

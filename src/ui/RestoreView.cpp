@@ -292,7 +292,7 @@ void RestoreView::doGoToFind() {
 
 void RestoreView::showMissing(bool missing) {
   QPalette colors = palette();
-  colors.setColor(QPalette::WindowText, Theme::discColor(DiscState::Failed, colors));
+  colors.setColor(QPalette::WindowText, Theme::discColor(RunDiscState::Failed, colors));
   missing_->setPalette(colors);
   missing_->setVisible(missing);
 }

@@ -51,13 +51,13 @@ QString doneText(const RunDisc& disc) {
 
 QString textOf(const RunDisc& disc, const RunProgress& at) {
   switch (disc.state) {
-    case DiscState::Writing:
+    case RunDiscState::Writing:
       return workText(disc, at);
-    case DiscState::Verified:
+    case RunDiscState::Verified:
       return doneText(disc);
-    case DiscState::Failed:
+    case RunDiscState::Failed:
       return toQt(disc.note);
-    case DiscState::Planned:
+    case RunDiscState::Planned:
       break;
   }
   if (!disc.note.empty()) return toQt(disc.note);

@@ -258,7 +258,7 @@ void RunView::doMarkTab(const Tab& tab, const QString& caption, int failures) {
   tabs_->setTabIcon(tab.index,
                     failures > 0 ? Theme::icon(QStringLiteral("dialog-error")) : QIcon());
   tabs_->tabBar()->setTabTextColor(
-      tab.index, failures > 0 ? Theme::discColor(DiscState::Failed, palette()) : QColor());
+      tab.index, failures > 0 ? Theme::discColor(RunDiscState::Failed, palette()) : QColor());
 }
 
 }  // namespace korvenal::ui

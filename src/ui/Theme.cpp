@@ -20,15 +20,15 @@ bool Theme::isDark(const QPalette& palette) {
          palette.color(QPalette::Window).lightness();
 }
 
-QColor Theme::discColor(DiscState state, const QPalette& palette) {
+QColor Theme::discColor(RunDiscState state, const QPalette& palette) {
   switch (state) {
-    case DiscState::Writing:
+    case RunDiscState::Writing:
       return Pair{QColor(0x1a, 0x6f, 0xc4), QColor(0x5a, 0xa9, 0xf2)}.on(palette);
-    case DiscState::Verified:
+    case RunDiscState::Verified:
       return Pair{QColor(0x1e, 0x7d, 0x34), QColor(0x5c, 0xbf, 0x73)}.on(palette);
-    case DiscState::Failed:
+    case RunDiscState::Failed:
       return Pair{QColor(0xb3, 0x26, 0x1e), QColor(0xf2, 0x7e, 0x74)}.on(palette);
-    case DiscState::Planned:
+    case RunDiscState::Planned:
       break;
   }
   return Pair{QColor(0x6b, 0x72, 0x80), QColor(0x9a, 0xa3, 0xb2)}.on(palette);
@@ -37,9 +37,9 @@ QColor Theme::discColor(DiscState state, const QPalette& palette) {
 QColor Theme::eventText(EventStyle::Color color, const QPalette& palette) {
   switch (color) {
     case EventStyle::Color::Red:
-      return discColor(DiscState::Failed, palette);
+      return discColor(RunDiscState::Failed, palette);
     case EventStyle::Color::Blue:
-      return discColor(DiscState::Writing, palette);
+      return discColor(RunDiscState::Writing, palette);
     case EventStyle::Color::Normal:
       break;
   }

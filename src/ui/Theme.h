@@ -17,7 +17,7 @@ namespace Theme {
 /// True for light text on a dark ground.
 bool isDark(const QPalette& palette);
 /// What has become of a disc; the same colour means the same everywhere.
-QColor discColor(DiscState state, const QPalette& palette);
+QColor discColor(RunDiscState state, const QPalette& palette);
 QColor eventText(EventStyle::Color color, const QPalette& palette);
 /// Invalid for no background of its own.
 QColor eventBackground(EventStyle::Background background, const QPalette& palette);
