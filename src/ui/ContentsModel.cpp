@@ -16,9 +16,8 @@ const QString FilesType = QStringLiteral("text/uri-list");
 
 }  // namespace
 
-ContentsModel::ContentsModel(const Job& job, JobControls& controls, ContentsEditing& editing,
-                             QObject* parent)
-    : TableModel(job.vsContents, parent), job_(job), controls_(controls), editing_(editing) {}
+ContentsModel::ContentsModel(const Job& job, JobControls& controls, QObject* parent)
+    : TableModel(job.vsContents, parent), job_(job), controls_(controls) {}
 
 bool ContentsModel::isMissing(int row) const {
   return table().text(row, ContentsModified) == NotExistingText;
@@ -66,8 +65,8 @@ bool ContentsModel::setData(const QModelIndex& index, const QVariant& value, int
   if (role == Qt::CheckStateRole && index.column() == ContentsSubfolder) {
     controls_.setSubfolder(row, value.toInt() == Qt::Checked);
   } else if (role == Qt::EditRole && index.column() == ContentsName) {
-    if (editing_.doRename(row, fromQt(value.toString())) == NameEdit::Duplicated)
-      emit editAgain(row);
+    emit nameTyped(row, value.toString());
+    return true;
   } else {
     return false;
   }

@@ -2,7 +2,6 @@
 
 #include <functional>
 
-#include "job/ContentsEditing.h"
 #include "job/JobControls.h"
 #include "ui/FileIcons.h"
 #include "ui/TableModel.h"
@@ -14,8 +13,7 @@ namespace korvenal::ui {
 class ContentsModel : public TableModel {
   Q_OBJECT
  public:
-  ContentsModel(const Job& job, JobControls& controls, ContentsEditing& editing,
-                QObject* parent = nullptr);
+  ContentsModel(const Job& job, JobControls& controls, QObject* parent = nullptr);
 
   /// May the items be changed now?
   std::function<bool()> mayEdit;
@@ -34,8 +32,9 @@ class ContentsModel : public TableModel {
  signals:
   /// A change of the person's has been taken into the job.
   void edited();
-  /// The name that was typed is another row's: the edit begins again.
-  void editAgain(int tableRow);
+  /// A name was typed. It is taken behind the edit, once the field is closed: what it leads to may
+  /// be a question.
+  void nameTyped(int tableRow, const QString& name);
   /// Native paths, to be handled behind the drop.
   void filesDropped(const QStringList& paths);
   /// A row was dragged to the place of another.
@@ -47,7 +46,6 @@ class ContentsModel : public TableModel {
 
   const Job& job_;
   JobControls& controls_;
-  ContentsEditing& editing_;
   FileIcons icons_;
 };
 

@@ -49,8 +49,7 @@ class NameDelegate : public QStyledItemDelegate {
 ContentsView::ContentsView(const Context& context, QWidget* parent)
     : QTableView(parent),
       context_(context),
-      model_(new ContentsModel(context.main.job, context.main.jobControls,
-                               context.main.contentsEditing, this)) {
+      model_(new ContentsModel(context.main.job, context.main.jobControls, this)) {
   setObjectName(QStringLiteral("vsContents"));
   setAccessibleName(tr("Items of the backup"));
   model_->mayEdit = [this] { return mayBegin(Command::AddItems, context_.main.state); };
@@ -92,18 +91,22 @@ ContentsView::ContentsView(const Context& context, QWidget* parent)
       context_.main.contentsEditing.doMoveTo(to);
     });
   });
-  connect(
-      model_, &ContentsModel::editAgain, this,
-      [this](int row) {
-        setCurrentIndex(model_->index(row - 1, ContentsName));
-        doEditName();
-      },
-      Qt::QueuedConnection);
+  connect(model_, &ContentsModel::nameTyped, this, &ContentsView::doRename, Qt::QueuedConnection);
 }
 
 void ContentsView::doSort(int column) {
   if (!mayBegin(Command::AddItems, context_.main.state)) return;
   context_.act([this, column] { context_.main.contentsEditing.doSortColumn(column); });
+}
+
+void ContentsView::doRename(int row, const QString& name) {
+  NameEdit end = NameEdit::Restored;
+  context_.act([this, row, &name, &end] {
+    end = context_.main.contentsEditing.doRename(row, fromQt(name));
+  });
+  if (end != NameEdit::Duplicated) return;
+  setCurrentIndex(model_->index(row - 1, ContentsName));
+  doEditName();
 }
 
 void ContentsView::doEditName() {

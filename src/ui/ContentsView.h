@@ -32,6 +32,7 @@ class ContentsView : public QTableView {
 
  private:
   void doSort(int column);
+  void doRename(int row, const QString& name);
 
   Context context_;
   ContentsModel* model_;
