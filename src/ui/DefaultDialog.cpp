@@ -133,9 +133,8 @@ QWidget* DefaultDialog::fileSystemPart() {
   auto* part = new QGroupBox(tr("Disc File System"), this);
   auto* column = new QVBoxLayout(part);
   QButtonGroup* group = addChoice(&frmDefault::optFileSystem);
-  const QString texts[] = {
-      tr("Read by every system. Long names on every system too."),
-      tr("Jobs remember this choice; discs carry the same file system as with Joliet.")};
+  const QString texts[] = {tr("Files above 2 GB on a DVD are cut into pieces; the program asks."),
+                           tr("Large files stay whole when they fit on a disc.")};
   for (int option = 0; option < 2; ++option) {
     addOption(*column, *group, "optFileSystem", toQt(FileSystemTexts[option]));
     QLabel* text = explanationLabel(texts[option], this);

@@ -74,9 +74,9 @@ QWidget* DeviceDialog::modePart() {
   const struct {
     QString text;
     const char* icon;
-  } modes[] = {{tr("&Single-drive"), "SingleDrive"},
-               {tr("&Multiple-drive"), "MultipleDrives"},
-               {tr("&Autoloader"), "Autoloader"}};
+  } modes[] = {{tr("&Single-drive"), "single-drive"},
+               {tr("&Multiple-drive"), "multiple-drives"},
+               {tr("&Autoloader"), "autoloader"}};
   for (int mode = 0; mode < 3; ++mode) {
     auto* option = new QRadioButton(modes[mode].text, part);
     option->setObjectName(QStringLiteral("OptDevice%1").arg(mode));

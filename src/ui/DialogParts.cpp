@@ -1,5 +1,6 @@
 #include "ui/DialogParts.h"
 
+#include <QPainter>
 #include <QResizeEvent>
 #include <algorithm>
 
@@ -11,6 +12,22 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int LargeIconPixels = 40;
+
+class IconLabel : public QWidget {
+ public:
+  IconLabel(const QIcon& icon, int pixels, QWidget* parent) : QWidget(parent), icon_(icon) {
+    setFixedSize(pixels, pixels);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    icon_.paint(&painter, rect());
+  }
+
+ private:
+  QIcon icon_;
+};
 
 /// Takes all the height that its text needs at the width it has: layouts in layouts forget that.
 class WrappedLabel : public QLabel {
@@ -30,6 +47,10 @@ class WrappedLabel : public QLabel {
 };
 
 }  // namespace
+
+QWidget* iconLabel(const QIcon& icon, int pixels, QWidget* parent) {
+  return new IconLabel(icon, pixels, parent);
+}
 
 QLabel* wrappedLabel(const QString& text, int characters, QWidget* parent) {
   auto* label = new WrappedLabel(text, parent);
@@ -67,8 +88,7 @@ QHBoxLayout* buttonRow(std::initializer_list<QWidget*> left,
 }
 
 QHBoxLayout* withIcon(QWidget& parent, const QString& icon, QWidget* content) {
-  auto* picture = new QLabel(&parent);
-  picture->setPixmap(Theme::icon(icon).pixmap(LargeIconPixels, LargeIconPixels));
+  QWidget* picture = iconLabel(Theme::icon(icon), LargeIconPixels, &parent);
   auto* row = new QHBoxLayout;
   row->addWidget(picture, 0, Qt::AlignTop);
   row->addWidget(content, 1);
@@ -85,8 +105,7 @@ QHBoxLayout* fileFacts(QWidget& parent, const QString& name, const QStringList& 
     label->setTextFormat(Qt::PlainText);
     column->addWidget(label);
   }
-  auto* picture = new QLabel(&parent);
-  picture->setPixmap(FileIcons().ofType(name).pixmap(LargeIconPixels, LargeIconPixels));
+  QWidget* picture = iconLabel(FileIcons().ofType(name), LargeIconPixels, &parent);
   auto* row = new QHBoxLayout;
   row->addSpacing(LargeIconPixels);
   row->addWidget(picture, 0, Qt::AlignTop);

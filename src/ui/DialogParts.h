@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <initializer_list>
@@ -9,6 +10,8 @@ namespace korvenal::ui {
 
 // What most dialogs are put together from. Everything made is owned by the parent given.
 
+/// A picture that is drawn anew whenever the palette changes. Square, `pixels` wide.
+QWidget* iconLabel(const QIcon& icon, int pixels, QWidget* parent);
 /// A text that wraps at about so many characters.
 QLabel* wrappedLabel(const QString& text, int characters, QWidget* parent);
 /// Small grey text that explains what stands above it.

@@ -34,6 +34,11 @@ class FillDelegate : public QStyledItemDelegate {
     const int high = option.fontMetrics.height() * 2 / 3;
     const QRectF bar(option.rect.left() + 4, option.rect.center().y() - high / 2.0,
                      std::max(option.rect.width() - textWidth - 12, 8), high);
+    if (option.state & QStyle::State_Selected) {
+      painter->setPen(Qt::NoPen);
+      painter->setBrush(option.palette.base());
+      painter->drawRoundedRect(bar.adjusted(-2, -2, 2, 2), high / 3.0, high / 3.0);
+    }
     const int percent = form_.fillPercent(TableModel::tableRow(index));
     paintDiscFill(*painter, bar, option.palette, percent,
                   percent > 100 ? RunDiscState::Failed : RunDiscState::Writing);
@@ -81,6 +86,8 @@ EstimateDialog::EstimateDialog(frmEstimateInfo& form, QWidget* parent)
             act([this, &current] { form_.doSelectDisc(TableModel::tableRow(current)); });
             contentsModel_.refresh();
           });
+  resize(fontMetrics().averageCharWidth() * 175, fontMetrics().height() * 34);
+  halves->setSizes({width() * 2 / 5, width() * 3 / 5});
   vsDisc_->setFocus();
 }
 
@@ -119,11 +126,11 @@ QWidget* EstimateDialog::discs() {
   const int unit = fontMetrics().averageCharWidth();
   vsDisc_ = addTable("vsDisc", discModel_);
   vsDisc_->setItemDelegateForColumn(EstimateFilled, new FillDelegate(form_, vsDisc_));
-  vsDisc_->setColumnWidth(EstimateNumber, unit * 6);
+  vsDisc_->setColumnWidth(EstimateNumber, unit * 10);
   vsDisc_->setColumnWidth(EstimateLabel, unit * 16);
   vsDisc_->setColumnWidth(EstimateUsed, unit * 11);
   vsDisc_->horizontalHeader()->setSectionResizeMode(EstimateFilled, QHeaderView::Stretch);
-  vsDisc_->setMinimumSize(unit * 52, fontMetrics().height() * 18);
+  vsDisc_->setMinimumSize(unit * 56, fontMetrics().height() * 12);
   vsDisc_->selectRow(0);
   return vsDisc_;
 }

@@ -26,8 +26,8 @@ constexpr std::int64_t UsualCapacity = 0;
 const std::string BlankName = "Disc";
 
 QString pictureOf(int deviceMode) {
-  if (deviceMode == 1) return QStringLiteral("MultipleDrives");
-  return deviceMode == 2 ? QStringLiteral("Autoloader") : QStringLiteral("SingleDrive");
+  if (deviceMode == 1) return QStringLiteral("multiple-drives");
+  return deviceMode == 2 ? QStringLiteral("autoloader") : QStringLiteral("single-drive");
 }
 
 void fillNumbers(QComboBox& list, int count, int chosen) {
@@ -92,9 +92,7 @@ void LoadDiscDialog::doBuildRange(QVBoxLayout& column) {
           [this](bool on) { act([this, on] { form_.ckSkipBlank = on; }); });
   column.addWidget(ckSkipBlank_);
 
-  InfoIcon_ = new QLabel(this);
-  InfoIcon_->setPixmap(
-      Theme::icon(QStringLiteral("dialog-information")).pixmap(SmallIconPixels, SmallIconPixels));
+  InfoIcon_ = iconLabel(Theme::icon(QStringLiteral("dialog-information")), SmallIconPixels, this);
   DiscInfo_ = wrappedLabel({}, 50, this);
   DiscInfo_->setObjectName(QStringLiteral("DiscInfo"));
   auto* hint = new QHBoxLayout;

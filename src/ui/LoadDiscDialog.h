@@ -51,7 +51,7 @@ class LoadDiscDialog : public FormDialog {
   QLabel* toCaption_;
   QComboBox* ToDisc_;
   QCheckBox* ckSkipBlank_;
-  QLabel* InfoIcon_;
+  QWidget* InfoIcon_;
   QLabel* DiscInfo_;
   QLabel* DriveAction_;
   std::array<DriveRow, frmLoadDisc::MaxDrives> drives_;

@@ -10,6 +10,7 @@
 #include <QToolButton>
 
 #include "platform/Text.h"
+#include "ui/DialogParts.h"
 #include "ui/RestoreOptionsView.h"
 #include "ui/RestoreTreeView.h"
 #include "ui/Texts.h"
@@ -103,9 +104,8 @@ QWidget* RestoreView::makeIndexLine() {
   facts->setVerticalSpacing(2);
   facts->setColumnStretch(1, 1);
   for (int line = 0; line < static_cast<int>(info_.size()); ++line) {
-    auto* mark = new QLabel(whole);
-    const int side = fontMetrics().height();
-    mark->setPixmap(Theme::icon(QStringLiteral("dialog-information")).pixmap(side, side));
+    QWidget* mark =
+        iconLabel(Theme::icon(QStringLiteral("dialog-information")), fontMetrics().height(), whole);
     auto* fact = plainLabel(QStringLiteral("vsBackupInfo%1").arg(line), whole);
     facts->addWidget(mark, line, 0);
     facts->addWidget(fact, line, 1);

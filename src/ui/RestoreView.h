@@ -60,7 +60,7 @@ class RestoreView : public Page {
   QProgressBar* bar_ = nullptr;
   /// A fact about the backup with its mark.
   struct Fact {
-    QLabel* mark = nullptr;
+    QWidget* mark = nullptr;
     QLabel* text = nullptr;
   };
   std::array<Fact, 2> info_;

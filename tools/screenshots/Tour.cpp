@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QTabWidget>
+#include <QTreeView>
 
 #include "SampleData.h"
 #include "core/Workspace.h"
@@ -117,12 +118,20 @@ void Tour::doTakeJobDialogs() {
   guide_.at(QStringLiteral("frmBrowse"), [this](QWidget& dialog) {
     guide_.forget(QStringLiteral("frmBrowse"));
     Guide::press(dialog, QStringLiteral("SelectAll"));
+    // The folders of this machine are nobody's business.
+    for (auto* folders : dialog.findChildren<QTreeView*>(QStringLiteral("folders")))
+      folders->setRootIndex(folders->currentIndex().parent().parent());
     camera_.take(dialog, QStringLiteral("browse"));
     dialog.close();
   });
   press("PBAddFiles");
   expect("frmCreateItem", QStringLiteral("create-item"), QStringLiteral("pbCancel"));
   press("pbCreateItem");
+  // A file that no disc takes is asked about while nothing is to be split.
+  act([this] { program_->jobControls.setSplitAndSpan(0); });
+  expect("frmSplit", QStringLiteral("split"), QStringLiteral("pbSplitIt"));
+  press("pbEstimate");
+  act([this] { program_->jobControls.setSplitAndSpan(1); });
   expect("frmEstimateInfo", QStringLiteral("estimate"), QStringLiteral("pbClose"));
   press("pbEstimate");
   show(QStringLiteral("job-estimated"));
@@ -133,12 +142,11 @@ void Tour::doBackup() {
   show(QStringLiteral("backup-ready"));
   expect("frmNotice", QStringLiteral("notice"), QStringLiteral("pbOK"));
   expect("frmLoadDisc", QStringLiteral("load-disc"), QStringLiteral("pbOK"));
-  expect("frmSplit", QStringLiteral("split"), QStringLiteral("pbSplitIt"));
   bool taken = false;
   guide_.onRun = [this, &taken](QWidget& window) {
     const Progress& progress = program_->grids.etProgress[0];
     if (taken || program_->backup.request().DiscsBurned < 1 || progress.bytesTotal == 0 ||
-        progress.bar < 35)
+        progress.bar < 35 || progress.bar > 80)
       return;
     taken = true;
     camera_.take(window, QStringLiteral("backup-running"));
