@@ -59,10 +59,13 @@ void TrayIcon::doComeUpWithoutTray() {
   if (!isPresent() && commander->menu().mnOpen) act([this] { commander->mnOpen(); });
 }
 
+void TrayIcon::doItem(Item item) {
+  act([works = commander, item] { (works->*item)(); });
+}
+
 QAction* TrayIcon::addItem(QMenu& menu, const char* name, const QString& text, const QString& icon,
                            Item item) {
-  QAction* action = menu.addAction(Theme::icon(icon), text, this,
-                                   [this, item] { act([this, item] { (commander->*item)(); }); });
+  QAction* action = menu.addAction(Theme::icon(icon), text, this, [this, item] { doItem(item); });
   action->setObjectName(QLatin1String(name));
   return action;
 }

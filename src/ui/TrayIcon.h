@@ -37,6 +37,7 @@ class TrayIcon : public QObject, public TrayArea {
   using Item = void (frmCommander::*)();
   QAction* addItem(QMenu& menu, const char* name, const QString& text, const QString& icon,
                    Item item);
+  void doItem(Item item);
   void doBuildMenu();
   void doShowStates(const TrayMenu& states);
   void doComeUpWithoutTray();
