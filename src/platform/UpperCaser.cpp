@@ -1,5 +1,8 @@
 #include "platform/UpperCaser.h"
 
+#include <array>
+#include <cstring>
+
 #include "platform/Text.h"
 
 namespace korvenal {
@@ -7,6 +10,7 @@ namespace korvenal {
 namespace {
 
 constexpr std::size_t MostBytes = 3;
+constexpr unsigned PlainCharacters = 0x80;      ///< ASCII
 constexpr std::uint32_t TooLong = 0xFF000000U;  ///< an upper-case form that does not fit
 
 struct Character {
@@ -43,7 +47,23 @@ char upperAscii(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+/// The two bytes there, as they lie in memory.
+std::uint16_t pairAt(const char* bytes) {
+  std::uint16_t pair = 0;
+  std::memcpy(&pair, bytes, sizeof pair);
+  return pair;
+}
+
 }  // namespace
+
+UpperCaser::UpperCaser() : known_(Characters), pairs_(Pairs) {
+  for (unsigned both = 0; both < PlainCharacters * PlainCharacters; ++both) {
+    const std::array<char, 2> plain = {static_cast<char>(both / PlainCharacters),
+                                       static_cast<char>(both % PlainCharacters)};
+    const std::array<char, 2> upper = {upperAscii(plain[0]), upperAscii(plain[1])};
+    pairs_[pairAt(plain.data())] = pairAt(upper.data());
+  }
+}
 
 std::uint32_t UpperCaser::learn(std::string_view character, std::size_t code) {
   const std::string upper = Text::toUpper(character);
@@ -52,6 +72,8 @@ std::uint32_t UpperCaser::learn(std::string_view character, std::size_t code) {
     form = static_cast<std::uint32_t>(upper.size()) << 24U;
     for (std::size_t i = 0; i < upper.size(); ++i) form |= byteAt(upper, i) << (8 * i);
   }
+  if (character.size() == 2 && upper.size() == 2)
+    pairs_[pairAt(character.data())] = pairAt(upper.data());
   return known_[code] = form;
 }
 
@@ -63,17 +85,12 @@ std::uint32_t UpperCaser::formOf(std::string_view rest, std::size_t& length) {
   return form != 0 ? form : learn(rest.substr(0, length), character.code);
 }
 
-std::size_t UpperCaser::changeShort(std::string_view text, char* out, std::size_t& to) const {
+std::size_t UpperCaser::changePairs(std::string_view text, char* out) const {
   std::size_t at = 0;
-  while (at + 1 < text.size()) {
-    const unsigned lead = byteAt(text, at), second = byteAt(text, at + 1);
-    if (lead < 0xC2 || lead > 0xDF || !isTail(second)) break;
-    const std::uint32_t form = known_[(lead & 0x1FU) << 6U | (second & 0x3FU)];
-    if (form >> 24U != 2) break;
-    out[to] = static_cast<char>(form & 0xFFU);
-    out[to + 1] = static_cast<char>(form >> 8U & 0xFFU);
-    to += 2;
-    at += 2;
+  for (; at + 1 < text.size(); at += 2) {
+    const std::uint16_t upper = pairs_[pairAt(text.data() + at)];
+    if (upper == 0) break;
+    std::memcpy(out + at, &upper, sizeof upper);
   }
   return at;
 }
@@ -83,13 +100,14 @@ std::string UpperCaser::toUpper(std::string_view text) {
   std::string result(text.size() + text.size() / 2, '\0');
   std::size_t to = 0;
   for (std::size_t at = 0; at < text.size();) {
+    const std::size_t pairs = changePairs(text.substr(at), result.data() + to);
+    at += pairs;
+    to += pairs;
+    if (at == text.size()) break;
     if (byteAt(text, at) < 0x80) {
       result[to++] = upperAscii(text[at++]);
       continue;
     }
-    at += changeShort(text.substr(at), result.data(), to);
-    if (at == text.size()) break;
-    if (byteAt(text, at) < 0x80) continue;
     std::size_t length = 0;
     std::uint32_t form = formOf(text.substr(at), length);
     if (form != TooLong) {
