@@ -22,7 +22,7 @@ namespace {
 /// from below when the walk comes back to them.
 constexpr std::size_t MaxOpenLevels = 128;
 constexpr int EntriesBetweenPauses = 256;
-constexpr int FolderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
+constexpr int WalkFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
 
 /// A folder's own number on this system, to know it again.
 struct Identity {
@@ -106,7 +106,7 @@ class Walk {
 
   void run() {
     Level& start = nextLevel();
-    start.folder.reset(::open(path_.c_str(), FolderFlags));
+    start.folder.reset(::open(path_.c_str(), WalkFlags));
     if (!start.folder) {
       sink_.skipped(WalkSkip::UnreadableFolder, path_);
       return;
@@ -203,7 +203,7 @@ class Walk {
     const WalkEntry entry = entryOf(name, path_, look.info);
     if (!entry.holdable) return sink_.report(entry);
     // A link put in the folder's place since it was looked at is not followed.
-    Descriptor folder(::openat(level.folder.get(), name.data(), FolderFlags | O_NOFOLLOW));
+    Descriptor folder(::openat(level.folder.get(), name.data(), WalkFlags | O_NOFOLLOW));
     if (!folder) return errno == ENOENT || skip(WalkSkip::UnreadableFolder, name);
     sink_.enterFolder(entry);
     path_.append(name) += '/';
@@ -229,7 +229,7 @@ class Walk {
   /// Opens a level again through the folder below it, when that still lies there.
   static bool reopen(Level& level, const Level& below) {
     if (!below.folder) return false;
-    Descriptor folder(::openat(below.folder.get(), "..", FolderFlags));
+    Descriptor folder(::openat(below.folder.get(), "..", WalkFlags));
     if (!folder || lookAt(folder.get(), ".", false).identity != level.identity) return false;
     level.folder = std::move(folder);
     return true;

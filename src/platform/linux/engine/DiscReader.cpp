@@ -21,11 +21,6 @@ constexpr std::size_t MaxEntriesPerFolder = 4'000'000;
 constexpr std::int64_t MaxFolderBytes = std::int64_t{1} << 30;
 constexpr std::size_t MaxDepth = 1000;
 
-struct SourceRelease {
-  void operator()(IsoFileSource* source) const { iso_file_source_unref(source); }
-};
-using SourcePtr = std::unique_ptr<IsoFileSource, SourceRelease>;
-
 SourcePtr shared(IsoFileSource* source) {
   iso_file_source_ref(source);
   return SourcePtr(source);

@@ -31,6 +31,10 @@ void DataSourceRelease::operator()(iso_data_source* source) const {
   iso_data_source_unref(source);
 }
 
+void SourceRelease::operator()(iso_file_source* source) const {
+  iso_file_source_unref(source);
+}
+
 void ReadOptionsRelease::operator()(iso_read_opts* options) const {
   iso_read_opts_free(options);
 }

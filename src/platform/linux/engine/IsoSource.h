@@ -5,6 +5,7 @@
 
 #include "platform/linux/engine/BlockCache.h"
 
+struct iso_file_source;
 struct iso_data_source;
 struct iso_read_opts;
 
@@ -16,8 +17,13 @@ struct DataSourceRelease {
 struct ReadOptionsRelease {
   void operator()(iso_read_opts* options) const;
 };
+struct SourceRelease {
+  void operator()(iso_file_source* source) const;
+};
 using DataSourcePtr = std::unique_ptr<iso_data_source, DataSourceRelease>;
 using ReadOptionsPtr = std::unique_ptr<iso_read_opts, ReadOptionsRelease>;
+/// A file or folder in a tree that was read.
+using SourcePtr = std::unique_ptr<iso_file_source, SourceRelease>;
 
 /// A disc as the library reads it. It keeps the cache as long as it lives.
 DataSourcePtr newDataSource(std::shared_ptr<BlockCache> cache);

@@ -18,7 +18,7 @@ namespace korvenal {
 namespace {
 
 constexpr std::size_t MaxNameBytes = 255;
-constexpr int PumpEvery = 64;  ///< files or nodes: some tenths of a millisecond
+constexpr int PiecesAPump = 64;  ///< files or nodes: some tenths of a millisecond
 constexpr std::int64_t MaxEarlierEntries = 4'000'000;
 constexpr mode_t FolderMode = 0755;
 constexpr const char* StoppedText = "Operation canceled";
@@ -65,7 +65,7 @@ WriteOptionsPtr PreparedTrack::writeOptions() {
 }
 
 bool TreeBuilder::stopped() {
-  if (++pieces_ % PumpEvery != 0 || !request_.pump || !request_.pump()) return false;
+  if (++pieces_ % PiecesAPump != 0 || !request_.pump || !request_.pump()) return false;
   why_ = StoppedText;
   return true;
 }
