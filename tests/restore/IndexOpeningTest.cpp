@@ -78,6 +78,14 @@ TEST(Filling, EndsAtFoldersNestedTooDeeplyAndTellsIt) {
   rig.open(lines.text());
   EXPECT_EQ(rig.page.vsRestore.Rows(), 257);
   EXPECT_EQ(rig.desktop.asked.at(0).text, "Backup index file format error.");
+
+  std::string million;
+  for (int level = 0; level < 1'000'000; ++level) million += "d\\";
+  RestoreRig other;
+  other.desktop.answers = {Answer::Ok};
+  other.open(IndexLines().folder("e").folder(million + "d").file(million + "f", 1).text());
+  EXPECT_EQ(other.page.vsRestore.Rows(), 2);
+  EXPECT_EQ(other.desktop.asked.at(0).text, "Backup index file format error.");
 }
 
 TEST(Reading, RefusesWhatIsNoIndex) {
