@@ -9,9 +9,10 @@ namespace korvenal::ui {
 
 namespace {
 
-QString tr(const char* text) {
-  return QCoreApplication::translate("RunTexts", text);
-}
+/// Whose words the texts of this file are for a translator.
+class RunWords {
+  Q_DECLARE_TR_FUNCTIONS(RunWords)
+};
 
 QString sizeText(std::int64_t bytes) {
   return toQt(formatSizeText(Fixed4(bytes), true));
@@ -23,20 +24,20 @@ QString partText(std::int64_t done, std::int64_t total) {
   QString part = sizeText(done);
   const QString unit = whole.section(QLatin1Char(' '), 1);
   if (part.section(QLatin1Char(' '), 1) == unit) part = part.section(QLatin1Char(' '), 0, 0);
-  return tr("%1 of %2").arg(part, whole);
+  return RunWords::tr("%1 of %2").arg(part, whole);
 }
 
 QString workText(const RunDisc& disc, const RunProgress& at) {
   switch (disc.work) {
     case RunDisc::Work::Data: {
       const QString rest = paceText(at);
-      return rest.isEmpty() ? tr("%1 %").arg(disc.percent)
-                            : tr("%1 %  %2").arg(disc.percent).arg(rest);
+      return rest.isEmpty() ? RunWords::tr("%1 %").arg(disc.percent)
+                            : RunWords::tr("%1 %  %2").arg(disc.percent).arg(rest);
     }
     case RunDisc::Work::Verifying:
-      return tr("verifying, %1 %").arg(disc.percent);
+      return RunWords::tr("verifying, %1 %").arg(disc.percent);
     case RunDisc::Work::Erasing:
-      return tr("erasing...");
+      return RunWords::tr("erasing...");
     case RunDisc::Work::None:
       break;
   }
@@ -45,7 +46,7 @@ QString workText(const RunDisc& disc, const RunProgress& at) {
 
 QString doneText(const RunDisc& disc) {
   const bool burned = disc.note == "Success.";
-  if (disc.verified && burned) return tr("verified, 0 errors");
+  if (disc.verified && burned) return RunWords::tr("verified, 0 errors");
   return toQt(disc.note);
 }
 
@@ -71,14 +72,14 @@ QString paceText(const RunProgress& at) {
   if (progress.bytesTotal <= 0) return {};
   QStringList parts{partText(progress.bytesDone, progress.bytesTotal)};
   if (const auto speed = at.pace.perSecond())
-    parts += tr("%1/s").arg(sizeText(static_cast<std::int64_t>(*speed)));
+    parts += RunWords::tr("%1/s").arg(sizeText(static_cast<std::int64_t>(*speed)));
   if (const auto left = at.pace.secondsLeft()) parts += toQt(aboutTime(*left));
   return parts.join(QStringLiteral(", "));
 }
 
 DiscFill discFill(const RunDisc& disc, const RunProgress& at) {
   DiscFill fill;
-  fill.label = disc.number > 0 ? tr("disc %1").arg(disc.number)
+  fill.label = disc.number > 0 ? RunWords::tr("disc %1").arg(disc.number)
                                : QString(QLatin1Char(disc.drive)) + QLatin1Char(':');
   fill.state = disc.state;
   fill.text = textOf(disc, at);
