@@ -51,7 +51,9 @@ class AgreeingDesktop : public ui::QtDesktop {
       return;
     }
     if (dialog->objectName() == QLatin1String("frmLoadDisc")) {
-      if (auto* ok = dialog->findChild<QPushButton*>(QStringLiteral("pbOK"))) ok->click();
+      // A run that goes wrong asks for a disc without end.
+      const char* way = ++prompts_ > MostPrompts ? "pbStop" : "pbOK";
+      if (auto* button = dialog->findChild<QPushButton*>(QLatin1String(way))) button->click();
       return;
     }
     if (++seen_ < 10) {
@@ -62,8 +64,11 @@ class AgreeingDesktop : public ui::QtDesktop {
     }
   }
 
+  static constexpr int MostPrompts = 100;
+
   QTimer looks_;
   int seen_ = 0;
+  int prompts_ = 0;
 };
 
 /// A program in its window, with an application folder of its own.
