@@ -171,9 +171,9 @@ void JobFile::doTakeHeader(const std::string& path) {
   job_.JobFile = path;
   const std::string name = cleanJobName(contents.text(0, HeaderJobName));
   if (!name.empty()) job_.txJobName = name;
-  job_.comboInclude = cleanFilter(contents.text(0, HeaderInclude));
+  job_.comboInclude = cleanFilter(Text::trim(contents.text(0, HeaderInclude)));
   if (job_.comboInclude.empty()) job_.comboInclude = "*";
-  job_.comboExclude = cleanFilter(contents.text(0, HeaderExclude));
+  job_.comboExclude = cleanFilter(Text::trim(contents.text(0, HeaderExclude)));
   applyOptionText(job_, contents.text(0, HeaderOptions));
 }
 

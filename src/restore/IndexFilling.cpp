@@ -86,7 +86,7 @@ class TreeFilling {
     if (origin != onDisc) item.originName = tree_.refOf(origin);
     item.date = dateIn(line[IndexDate]);
     item.parent = level > 0 ? levelRow_[level - 1] : 0;
-    if (!folder) item.size = std::max(Fixed4::parse(line[IndexSize]), Fixed4());
+    if (!folder) item.size = sizeIn(line[IndexSize]);
     fillDiscs(item, line);
 
     const int row = tree_.addRow(item, path.substr(path.rfind(Paths::DiscSeparator) + 1),
@@ -98,6 +98,13 @@ class TreeFilling {
         tree_.widenDiscs(static_cast<int>(levelRow_[above]), item.firstDisc, item.lastDisc);
     depth_ = std::max(depth_, static_cast<int>(level));
     return true;
+  }
+
+  /// Absurd sizes are cut, so that no sum of them can run over.
+  Fixed4 sizeIn(std::string_view text) {
+    const Fixed4 size = std::clamp(Fixed4::parse(text), Fixed4(), bytesLeft_);
+    bytesLeft_ -= size;
+    return size;
   }
 
   static void fillDiscs(RestoreTree::Item& item, const IndexLine& line) {
@@ -117,6 +124,7 @@ class TreeFilling {
   std::array<std::uint32_t, Levels> levelRow_{};  ///< the last folder of each level; 0: none yet
   bool partsFollow_ = false;                      ///< the lines since the last row are its parts
   int depth_ = 0;
+  Fixed4 bytesLeft_ = Fixed4::MaxWhole;  ///< what the files of an index can still have in all
 };
 
 }  // namespace

@@ -14,6 +14,7 @@ namespace {
 constexpr int RowsInView = 4;
 /// As long as runs take to tell how far they are, so that a bar never stands and jumps.
 constexpr int WayMilliseconds = 500;
+constexpr int EmptyOpacity = 48;  ///< of 255
 
 }  // namespace
 
@@ -22,9 +23,11 @@ void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palett
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   const qreal radius = rect.height() / 3;
-  const QColor ground = palette.color(QPalette::Mid);
+  // Text thinned out stands off from any ground, light or dark.
+  QColor empty = palette.color(QPalette::WindowText);
+  empty.setAlpha(EmptyOpacity);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(ground.red(), ground.green(), ground.blue(), 110));
+  painter.setBrush(empty);
   painter.drawRoundedRect(rect, radius, radius);
   const qreal part = std::min(percent, 100.0) / 100.0;
   if (percent < 0) {

@@ -302,10 +302,19 @@ bool copyEntry(zip_file_t* entry, int target, std::uint64_t maxBytes) {
   }
 }
 
+/// The methods that indexes use. The library loses memory over those that it does not know.
+bool isReadable(zip_t* zip) {
+  zip_stat_t facts;
+  if (zip_stat_index(zip, 0, 0, &facts) != 0) return false;
+  const bool plain = facts.encryption_method == ZIP_EM_NONE;
+  return (plain || facts.encryption_method == ZIP_EM_TRAD_PKWARE) &&
+         (facts.comp_method == ZIP_CM_STORE || facts.comp_method == ZIP_CM_DEFLATE);
+}
+
 int extractEntry(const std::string& bytes, const std::string& file, const std::string& password,
                  std::uint64_t maxBytes) {
   const Zip zip = openArchive(zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr));
-  if (!zip) return Failed;
+  if (!zip || !isReadable(zip.get())) return Failed;
   const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> entry(
       zip_fopen_index_encrypted(zip.get(), 0, 0, password.c_str()), zip_fclose);
   if (!entry) return Failed;
