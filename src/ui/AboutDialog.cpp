@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "core/Workspace.h"
+#include "ui/DialogParts.h"
 #include "ui/Texts.h"
 #include "ui/Theme.h"
 
@@ -29,11 +30,9 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
   name->setFont(large);
   auto* version = new QLabel(tr("Version %1").arg(product.mid(cut + 1)), this);
   version->setObjectName(QStringLiteral("Version"));
-  auto* slogan = new QLabel(tr("Kept safe, disc by disc."), this);
+  auto* slogan = explanationLabel(tr("Kept safe, disc by disc."), this);
   slogan->setObjectName(QStringLiteral("Slogan"));
-  QPalette grey = slogan->palette();
-  grey.setColor(QPalette::WindowText, Theme::explanation(palette()));
-  slogan->setPalette(grey);
+  slogan->setWordWrap(false);
 
   auto* texts = new QVBoxLayout;
   texts->addWidget(name);

@@ -1,5 +1,6 @@
 #include "ui/DialogParts.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QResizeEvent>
 #include <algorithm>
@@ -46,6 +47,30 @@ class WrappedLabel : public QLabel {
   }
 };
 
+/// Small grey words that are still easy to read, also after the desktop turned light or dark.
+class ExplanationLabel : public QLabel {
+ public:
+  ExplanationLabel(const QString& text, QWidget* parent) : QLabel(text, parent) { doTakeColor(); }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) doTakeColor();
+  }
+
+ private:
+  void doTakeColor() {
+    const QWidget* ground = parentWidget();
+    const QColor grey =
+        Theme::explanation(ground != nullptr ? ground->palette() : QApplication::palette());
+    QPalette colors = palette();
+    if (colors.color(QPalette::Active, QPalette::WindowText) == grey) return;
+    colors.setColor(QPalette::Active, QPalette::WindowText, grey);
+    colors.setColor(QPalette::Inactive, QPalette::WindowText, grey);
+    setPalette(colors);
+  }
+};
+
 }  // namespace
 
 QWidget* iconLabel(const QIcon& icon, int pixels, QWidget* parent) {
@@ -61,13 +86,12 @@ QLabel* wrappedLabel(const QString& text, int characters, QWidget* parent) {
 }
 
 QLabel* explanationLabel(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
+  auto* label = new ExplanationLabel(text, parent);
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
   QFont font = label->font();
   font.setPointSizeF(font.pointSizeF() * 0.9);
   label->setFont(font);
-  label->setForegroundRole(QPalette::PlaceholderText);
   return label;
 }
 

@@ -9,28 +9,31 @@
 
 #include "ui/TablePrinter.h"
 #include "ui/Texts.h"
+#include "ui/Theme.h"
 
 namespace korvenal::ui {
 
 namespace {
 
+constexpr int IconPixels = 40;
 constexpr qint64 YieldMilliseconds = 20;
 constexpr unsigned long RestMilliseconds = 5;
 
-QMessageBox::Icon iconOf(MessageIcon icon) {
+/// By its standard name; empty for none.
+QString iconOf(MessageIcon icon) {
   switch (icon) {
     case MessageIcon::Information:
-      return QMessageBox::Information;
+      return QStringLiteral("dialog-information");
     case MessageIcon::Question:
-      return QMessageBox::Question;
+      return QStringLiteral("dialog-question");
     case MessageIcon::Warning:
-      return QMessageBox::Warning;
+      return QStringLiteral("dialog-warning");
     case MessageIcon::Stop:
-      return QMessageBox::Critical;
+      return QStringLiteral("dialog-error");
     case MessageIcon::None:
       break;
   }
-  return QMessageBox::NoIcon;
+  return {};
 }
 
 QMessageBox::StandardButtons buttonsOf(MessageButtons buttons) {
@@ -101,7 +104,9 @@ Answer QtDesktop::doShowMessage(const MessageBox& message) {
   doPrepareToAsk();
   QMessageBox box(front());
   box.setObjectName(QStringLiteral("messageBox"));
-  box.setIcon(iconOf(message.icon));
+  if (const QString icon = iconOf(message.icon); !icon.isEmpty())
+    box.setIconPixmap(
+        Theme::icon(icon).pixmap(QSize(IconPixels, IconPixels), box.devicePixelRatioF()));
   box.setWindowTitle(toQt(message.title));
   // Names of files stand in messages: nothing of them is taken for markup.
   box.setTextFormat(Qt::PlainText);

@@ -24,6 +24,7 @@ ReadLogDialog::ReadLogDialog(frmReadLog& form, QWidget* parent)
   vsIndex_->setShowGrid(false);
   vsIndex_->setTabKeyNavigation(false);
   vsIndex_->verticalHeader()->hide();
+  vsIndex_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   vsIndex_->horizontalHeader()->setSectionResizeMode(ReadLogJob, QHeaderView::Stretch);
   vsIndex_->setMinimumSize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 10);
   vsIndex_->selectRow(0);

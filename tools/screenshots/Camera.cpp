@@ -25,6 +25,8 @@ QPalette darkPalette() {
   palette.setColor(QPalette::Highlight, QColor(0x3d, 0x7d, 0xbf));
   palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa0, 0xa8));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(0x7d, 0x82, 0x8a));
   return palette;
 }
 
