@@ -42,8 +42,8 @@ struct MmcReport {
   std::int64_t lastSession = -1;  ///< first block of it; -1 for none
   std::int64_t readableBlocks = 0;
   Format format = Format::Unknown;
-  std::int64_t formatBlocks = 0;  ///< size of the format; the largest possible without one
-  std::vector<int> writeSpeeds = {};   ///< KB/s, in any order
+  std::int64_t formatBlocks = 0;      ///< size of the format; the largest possible without one
+  std::vector<int> writeSpeeds = {};  ///< KB/s, in any order
   std::vector<int> readSpeeds = {};
 
   bool operator==(const MmcReport&) const = default;
