@@ -12,8 +12,10 @@
 class QAbstractButton;
 class QButtonGroup;
 class QCheckBox;
+class QBoxLayout;
 class QComboBox;
-class QVBoxLayout;
+class QHBoxLayout;
+class QLabel;
 
 namespace korvenal::ui {
 
@@ -37,21 +39,24 @@ class DefaultDialog : public FormDialog {
     int frmDefault::*field;
   };
 
-  void addFlag(QVBoxLayout& column, const char* name, const QString& text, bool frmDefault::*field);
+  void addFlag(QBoxLayout& column, const char* name, const QString& text, bool frmDefault::*field);
   QButtonGroup* addChoice(int frmDefault::*field);
-  void addOption(QVBoxLayout& column, QButtonGroup& group, const char* name, const QString& text);
+  void addOption(QBoxLayout& column, QButtonGroup& group, const char* name, const QString& text);
+  QHBoxLayout* buttons();
   QWidget* backupPart();
   QWidget* splitPart();
   QWidget* fileSystemPart();
   QWidget* restorePart();
-  QComboBox* addSizes(const char* name, std::span<const int> megabytes, int frmDefault::*field);
+  /// A list of sizes behind its caption.
+  void addSizes(QBoxLayout& row, const QString& caption, const char* name,
+                std::span<const int> megabytes, int frmDefault::*field);
 
   frmDefault& form_;
   DialogServices services_;
   std::vector<Flag> flags_;
   std::vector<Choice> choices_;
   std::vector<std::pair<QComboBox*, int frmDefault::*>> lists_;
-  std::vector<QWidget*> fileSystemTexts_;  ///< by option
+  std::vector<QLabel*> fileSystemTexts_;  ///< by option
 };
 
 }  // namespace korvenal::ui

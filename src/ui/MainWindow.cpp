@@ -178,7 +178,8 @@ void MainWindow::doBuildMenus() {
   QMenu* action = menuBar()->addMenu(tr("&Action"));
   for (QAction* page : pageActions_) action->addAction(page);
 
-  QMenu* settings = menuBar()->addMenu(tr("&Settings"));
+  QMenu* settings = menuBar()->addMenu(tr("Settin&gs"));
+  settings->setObjectName(QStringLiteral("cmdSettings"));
   settings->addAction(Theme::icon(QStringLiteral("drive-optical")), tr("&Device Settings..."), this,
                       [this] { act([this] { main_.doDevice(); }); });
   settings->addAction(Theme::icon(QStringLiteral("preferences-system")), tr("De&fault Options..."),
