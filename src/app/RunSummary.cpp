@@ -13,7 +13,8 @@ std::string yesNo(bool value) {
 }
 
 std::string deviceLine(const DeviceSettings& devices) {
-  return devices.DeviceName.empty() ? "*Device mode: <Nil>" : "Device mode:  " + devices.DeviceName;
+  return devices.DriveLetters.empty() ? "*Device mode: <Nil>"
+                                      : "Device mode:  " + devices.DeviceName;
 }
 
 void addJobName(Lines& lines, const std::string& name) {

@@ -130,13 +130,24 @@ void frmMain::doDevice() {
   const bool inRun = state.ActionBusy;
   doShowDevice();
   const bool changed = letters != deviceSettings.DriveLetters || mode != deviceSettings.DeviceMode;
-  if (changed && !inRun) controller.doRefreshSummary();
+  if (changed && !inRun) doTakeDevices();
+}
+
+/// What the page in view says of the drives holds for the new ones. A run checks them itself.
+void frmMain::doTakeDevices() {
+  constexpr int AnyDisc = 0;
+  if (controller.mainTab == ActionController::BackupPage)
+    drives.doCheckDevice(job.comboDiscType);
+  else if (controller.mainTab == ActionController::RestorePage)
+    drives.doCheckDevice(AnyDisc);
+  controller.doRefreshSummary();
 }
 
 void frmMain::doShowDevice() {
   const FlagScope ignore(state.IgnoreEvents);
   const FlagScope busy(state.ActionBusy);
-  frmDevice form({state, ports_.desktop, ports_.engine, drives, deviceSettings, profile});
+  frmDevice form(
+      {state, ports_.desktop, ports_.engine, drives, deviceSettings, profile, ports_.trays});
   ports_.desktop.doShowModal(form);
 }
 

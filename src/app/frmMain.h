@@ -163,6 +163,7 @@ class frmMain {
   EraseRun::Steps eraseSteps();
   void doWire();
   void doShowDevice();
+  void doTakeDevices();
   void doShowMainPage(int page);
   std::vector<std::string> summaryLines(int action);
   RestoreSummary restoreFacts() const;

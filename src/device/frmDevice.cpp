@@ -143,6 +143,11 @@ void frmDevice::doDriveTray(int choice, bool close) {
   }
 }
 
+bool frmDevice::isImageDrive(int choice) const {
+  const std::string letter = letterOf(choice);
+  return !letter.empty() && services_.trays.isImageDrive(letter.front());
+}
+
 void frmDevice::doSaveAndClose() {
   // A drive may be slow to answer; until then the lists show less than is chosen.
   if (!filling_ && doSaveDevices()) doClose();

@@ -10,6 +10,7 @@
 #include "platform/BurnEngine.h"
 #include "platform/Desktop.h"
 #include "platform/Form.h"
+#include "platform/ImageTrays.h"
 #include "platform/Profile.h"
 
 namespace korvenal {
@@ -21,6 +22,7 @@ struct DeviceServices {
   DriveDiscovery& drives;
   DeviceSettings& settings;
   Profile& profile;
+  ImageTrays& trays;
 };
 
 /// The device settings. Every way out saves; the form refuses to close while the drives of
@@ -63,6 +65,13 @@ class frmDevice : public Form {
   void doCheckMultiSkipFirst(bool on);
   /// Opens or closes the tray of the drive that a list shows; nothing for "Nil".
   void doDriveTray(int choice, bool close);
+
+  /// Whether a list shows an image drive. Only of those it is known what lies in them without
+  /// waiting for a drive.
+  bool isImageDrive(int choice) const;
+  /// Of an image drive only.
+  ImageDisc discIn(int choice) const { return services_.trays.discIn(letterOf(choice).front()); }
+  bool isOpen(int choice) const { return services_.trays.isOpen(letterOf(choice).front()); }
 
  private:
   void doFillDriveLists();

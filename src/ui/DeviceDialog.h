@@ -11,6 +11,8 @@ class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
+class QHBoxLayout;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStackedWidget;
@@ -27,9 +29,16 @@ class DeviceDialog : public FormDialog {
   void refresh() override;
 
  private:
-  /// A list of drives with the buttons of its tray.
+  /// How a list of drives is shown. Underlined letters are in the captions.
+  struct DriveCaptions {
+    QString drive, eject, close;
+    QString listName;
+    QString buttonNames;  ///< "multi%1" with a place for "Eject" and "Close"
+  };
+  /// A list of drives with what lies in the one chosen and the buttons of its tray.
   struct DriveList {
     QComboBox* list;
+    QLabel* disc;
     QPushButton* eject;
     QPushButton* close;
     int* choice;  ///< in the form
@@ -44,18 +53,24 @@ class DeviceDialog : public FormDialog {
     const bool* value;  ///< in the form
   };
 
+  void doBuild();
   QWidget* modePart();
   QWidget* singlePage();
   QWidget* multiPage();
   QWidget* autoloaderPage();
+  QWidget* commandPart();
   QWidget* speedPart();
-  void addDrive(QGridLayout& grid, const QString& caption, const QString& name,
-                const QString& buttons, int* choice);
-  void addNumbers(QGridLayout& grid, const QString& caption, const char* name,
-                  const QStringList& entries, int* value, int first);
+  QHBoxLayout* buttons();
+  /// Makes the last of `drives_`, without a place yet, and its caption.
+  QLabel* addDrive(const DriveCaptions& captions, int* choice);
+  void placeRow(QGridLayout& grid, int row, QLabel* caption);
+  QComboBox* addNumbers(const char* name, const QStringList& entries, int* value, int first);
+  QHBoxLayout* errorRow(const char* name, int* value);
+  QLabel* buddyLabel(const QString& caption, QWidget* field);
   QCheckBox* addBox(QBoxLayout& column, const char* name, const QString& text, const bool* value,
                     std::function<void(bool)> change);
   void refreshDrive(const DriveList& drive);
+  QString discText(int choice) const;
   void focusMultiDrive();
 
   frmDevice& form_;

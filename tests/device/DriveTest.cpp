@@ -90,10 +90,13 @@ class DeviceFormTest : public DriveTest {
                     .engine = bench_.engine,
                     .drives = bench_.drives,
                     .settings = bench_.device,
-                    .profile = bench_.profile});
+                    .profile = bench_.profile,
+                    .trays = trays_});
     bench_.desktop.onForm = [&act](Form& shown) { act(dynamic_cast<frmDevice&>(shown)); };
     bench_.desktop.doShowModal(form);
   }
+
+  MemoryTrays trays_;
 };
 
 TEST_F(DeviceFormTest, TheOnlyDriveIsChosenAtTheFirstStart) {

@@ -1,11 +1,15 @@
 #include "ui/Person.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QtTest>
+#include <algorithm>
+
+#include "ui/Mnemonics.h"
 
 namespace korvenal::ui {
 
@@ -56,14 +60,30 @@ QWidget* Person::frontDialog() {
 void Person::doLook() {
   QWidget* dialog = frontDialog();
   if (acting_ || dialog == nullptr || endsByItself(dialog->objectName())) return;
+  // What was done to a dialog takes its time; the next step is about another one, or comes later.
+  if (std::find(inHand_.begin(), inHand_.end(), dialog) != inHand_.end()) return;
   if (!script_.empty() && isReady(script_.front(), *dialog)) {
+    EXPECT_THAT(clashingMnemonics(*dialog), testing::IsEmpty()) << script_.front().dialog;
     const Step step = script_.front();
     script_.pop_front();
     if (const auto* box = qobject_cast<QMessageBox*>(dialog))
       messages_.push_back(box->text().toStdString());
     looks_ = 0;
-    // A deed may open the next dialog and wait for it: the script goes on below it.
-    step.deed(*dialog);
+    // A deed may open the next dialog and wait for it: the script goes on below it, which the timer
+    // would not do inside its own call.
+    acting_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this, step, front = QPointer<QWidget>(dialog)] {
+          acting_ = false;
+          if (!front) return;
+          inHand_.push_back(front);
+          step.deed(*front);
+          inHand_.pop_back();
+          // A dialog that was closed is still there until its loop has ended.
+          timer_.start();
+        },
+        Qt::QueuedConnection);
     return;
   }
   looks_ = dialog == unexpected_ ? looks_ + 1 : 0;

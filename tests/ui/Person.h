@@ -52,9 +52,10 @@ class Person : public QObject {
   std::deque<Step> script_;
   std::vector<std::string> messages_;
   QTimer timer_;
-  QWidget* unexpected_ = nullptr;  ///< only compared
-  int looks_ = 0;                  ///< at the same unexpected dialog
-  bool acting_ = false;
+  QWidget* unexpected_ = nullptr;       ///< only compared
+  std::vector<const QWidget*> inHand_;  ///< dialogs whose deeds have not ended, outermost first
+  int looks_ = 0;                       ///< at the same unexpected dialog
+  bool acting_ = false;                 ///< a deed is about to begin
 };
 
 template <typename Widget>
