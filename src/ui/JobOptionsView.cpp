@@ -26,7 +26,7 @@ JobOptionsView::JobOptionsView(const Context& context, QWidget* parent)
     : Page(context, parent), tabs_(new QTabWidget(this)) {
   tabs_->setObjectName(QStringLiteral("OptionsTab"));
   tabs_->addTab(discTab(), tr("&Disc"));
-  tabs_->addTab(filterTab(), tr("File Fi&lters"));
+  tabs_->addTab(filterTab(), tr("File Filte&rs"));
   tabs_->addTab(splitTab(), {});
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -162,7 +162,7 @@ QWidget* JobOptionsView::dateFilter() {
   auto* row = new QHBoxLayout(whole);
   row->setContentsMargins(0, 0, 0, 0);
   auto* box = addFlag(
-      "chkDateFilter", tr("Only files &changed within"),
+      "chkDateFilter", tr("Only files changed &within"),
       [](const Job& job) { return job.chkDateFilter; },
       [](JobControls& controls, bool on) { controls.setDateFilter(on); });
   auto* days = new QLineEdit(whole);
@@ -199,13 +199,13 @@ QWidget* JobOptionsView::filterTab() {
     grid->addWidget(caption, row, 0);
     grid->addWidget(field, row, 1);
   };
-  addRow(0, tr("I&nclude files:"), include);
+  addRow(0, tr("In&clude files:"), include);
   addRow(1, tr("E&xclude files and folders:"), exclude);
   grid->addWidget(explanationLabel(tr("Patterns with * and ?, separated by \";\""), tab), 2, 1);
   grid->addWidget(dateFilter(), 3, 0, 1, 2);
   auto* attributes = new QHBoxLayout;
   attributes->addWidget(new QLabel(tr("File-attributes filter:  (Uncheck to exclude)"), tab));
-  const QString captions[] = {tr("&Read-Only"), tr("&Hidden"), tr("S&ystem"), tr("Com&pressed")};
+  const QString captions[] = {tr("Read-&Only"), tr("H&idden"), tr("S&ystem"), tr("Com&pressed")};
   for (int box = 0; box < AttributeBoxes; ++box) {
     const QByteArray name = "chkAttribute" + QByteArray::number(box);
     attributes->addWidget(addFlag(
@@ -225,7 +225,7 @@ QWidget* JobOptionsView::splitTab() {
   auto* column = new QVBoxLayout(tab);
   auto* rules = addChoice("optSplitAndSpan",
                           {tr("D&on't split any file if possible"),
-                           tr("If a file is larger than the disc space remaining, p&ut it on next "
+                           tr("&If a file is larger than the disc space remaining, put it on next "
                               "disc, or split it and "
                               "span across discs when:")},
                           &Job::optSplitAndSpan, &JobControls::setSplitAndSpan);

@@ -147,7 +147,7 @@ QWidget* JobView::estimateRow() {
   pbEstimate_ = new QPushButton(tr("Es&timate"), whole);
   pbEstimate_->setObjectName(QStringLiteral("pbEstimate"));
   pbEstimate_->setToolTip(tr("Tells how many discs the job needs; nothing is burned"));
-  pbEstimateInfo_ = new QPushButton(tr("Det&ails..."), whole);
+  pbEstimateInfo_ = new QPushButton(tr("Detai&ls..."), whole);
   pbEstimateInfo_->setObjectName(QStringLiteral("pbEstimateInfo"));
   row->addWidget(EstimateDisc_, 1);
   row->addWidget(pbEstimateInfo_);
