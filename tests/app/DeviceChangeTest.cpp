@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "app/frmMain.h"
-#include "device/DeviceBench.h"
+#include "app/ProgramBench.h"
 #include "device/frmDevice.h"
-#include "platform/linux/LinuxPlatform.h"
 
 namespace korvenal::test {
 namespace {
@@ -23,11 +21,6 @@ class DeviceChangeTest : public testing::Test {
     main.doLoad();
   }
 
-  Ports ports() {
-    const Ports real = platform.ports(bench.desktop);
-    return {real.files,   real.targets,  real.walker, real.archive,  real.archiveBits,
-            bench.engine, bench.devices, real.trays,  bench.desktop, real.clock};
-  }
   void doChooseDrive(int choice) {
     bench.desktop.onForm = [choice](Form& form) {
       auto& device = dynamic_cast<frmDevice&>(form);
@@ -36,18 +29,8 @@ class DeviceChangeTest : public testing::Test {
     };
     main.doDevice();
   }
-  std::string events(int action) const {
-    const Table& table = main.grids.vsEvent[static_cast<std::size_t>(action)];
-    std::string all;
-    for (int row = 1; row < table.Rows(); ++row)
-      all += table.cellData(row, 1) + table.text(row, 1) + "\n";
-    return all;
-  }
-
-  DeviceBench bench;
-  LinuxPlatform platform{{.applicationFolder = bench.workspace.applicationFolder,
-                          .imageDrives = {.folder = bench.workspace.applicationFolder}}};
-  frmMain main{ports(), bench.workspace};
+  ProgramBench bench;
+  frmMain& main = bench.main;
 };
 
 TEST_F(DeviceChangeTest, TheDiscTypeOfTheJobIsCheckedAgainstTheNewDrive) {
@@ -71,17 +54,17 @@ TEST_F(DeviceChangeTest, TheDiscTypeOfTheJobIsCheckedAgainstTheNewDrive) {
 TEST_F(DeviceChangeTest, ARunPageTellsTheDrivesAsTheyAre) {
   const std::string none = "*Device mode: <Nil>\n";
   main.doTaskErase();
-  EXPECT_THAT(events(2),
+  EXPECT_THAT(bench.events(2),
               AllOf(HasSubstr("Device mode:  Single-drive (D:)\n"), Not(HasSubstr(none))));
   doChooseDrive(0);
-  EXPECT_THAT(events(2), AllOf(HasSubstr(none), Not(HasSubstr("Single-drive"))));
+  EXPECT_THAT(bench.events(2), AllOf(HasSubstr(none), Not(HasSubstr("Single-drive"))));
   EXPECT_EQ(main.deviceSettings.DeviceName, "Single-drive");
 
   main.doTask01();
   main.controller.PBNext(ActionController::Backup);
-  EXPECT_THAT(events(0), HasSubstr(none));
+  EXPECT_THAT(bench.events(0), HasSubstr(none));
   doChooseDrive(2);
-  EXPECT_THAT(events(0), HasSubstr("Device mode:  Single-drive (E:)\n"));
+  EXPECT_THAT(bench.events(0), HasSubstr("Device mode:  Single-drive (E:)\n"));
 }
 
 }  // namespace
