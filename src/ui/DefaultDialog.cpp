@@ -170,10 +170,11 @@ void DefaultDialog::refresh() {
   for (const Choice& choice : choices_)
     if (auto* button = choice.buttons->button(form_.*choice.field)) button->setChecked(true);
   for (const auto& [list, field] : lists_) list->setCurrentIndex(form_.*field);
-  // What is said of the chosen one stands out like any text.
+  // What is said of the chosen one stands out like any text; an explanation keeps its grey in the
+  // role of window text.
   for (int option = 0; option < static_cast<int>(fileSystemTexts_.size()); ++option)
     fileSystemTexts_[static_cast<std::size_t>(option)]->setForegroundRole(
-        option == form_.optFileSystem ? QPalette::WindowText : QPalette::PlaceholderText);
+        option == form_.optFileSystem ? QPalette::Text : QPalette::WindowText);
 }
 
 }  // namespace korvenal::ui

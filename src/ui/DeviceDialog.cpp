@@ -93,6 +93,7 @@ QWidget* DeviceDialog::modePart() {
     auto* option = new QRadioButton(modes[mode].text, part);
     option->setObjectName(QStringLiteral("OptDevice%1").arg(mode));
     option->setIcon(Theme::ownIcon(QLatin1String(modes[mode].icon)));
+    option->setIconSize({fontMetrics().height(), fontMetrics().height()});
     modes_->addButton(option, mode);
     grid->addWidget(option, 0, mode);
     grid->addWidget(explanationLabel(modes[mode].explanation, part), 1, mode, Qt::AlignTop);
@@ -118,7 +119,7 @@ QLabel* DeviceDialog::addDrive(const DriveCaptions& captions, int* choice) {
   disc->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
   const auto trayButton = [&](const QString& text, const char* name, bool closing) {
     auto* button = new QPushButton(text, this);
-    button->setObjectName(captions.buttonNames.arg(QLatin1String(name)));
+    button->setObjectName(captions.buttonPrefix + QLatin1String(name) + captions.number);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, choice, closing] {
       act([this, choice, closing] { form_.doDriveTray(*choice, closing); });
@@ -173,7 +174,8 @@ QWidget* DeviceDialog::singlePage() {
                               .eject = tr("E&ject"),
                               .close = tr("C&lose"),
                               .listName = QStringLiteral("singleDrive"),
-                              .buttonNames = QStringLiteral("Single%1")},
+                              .buttonPrefix = QStringLiteral("Single"),
+                              .number = {}},
                              &form_.singleDrive);
   const DriveList& drive = drives_.back();
   auto* grid = new QGridLayout;
@@ -212,7 +214,8 @@ QWidget* DeviceDialog::multiPage() {
                                 .eject = tr("Eject"),
                                 .close = tr("Close"),
                                 .listName = QStringLiteral("multiDrive%1").arg(i),
-                                .buttonNames = QStringLiteral("multi%1") + QString::number(i)},
+                                .buttonPrefix = QStringLiteral("multi"),
+                                .number = QString::number(i)},
                                &form_.multiDrive[i]);
     placeRow(*grid, static_cast<int>(i), caption);
   }
@@ -244,7 +247,8 @@ QWidget* DeviceDialog::autoloaderPage() {
                      .eject = tr("E&ject"),
                      .close = tr("Close"),
                      .listName = QStringLiteral("AL01"),
-                     .buttonNames = QStringLiteral("AL%1")},
+                     .buttonPrefix = QStringLiteral("AL"),
+                     .number = {}},
                     &form_.AL01));
   column->addLayout(grid);
   QHBoxLayout* bounds = errorRow("AutoloaderErrorMax", &form_.AutoloaderErrorMax);
@@ -277,7 +281,7 @@ QWidget* DeviceDialog::commandPart() {
       explanationLabel(
           tr("The command lines are kept with the settings. No run of this program starts them."),
           part),
-      grid->rowCount(), 1);
+      grid->rowCount(), 0, 1, 2);
   return part;
 }
 

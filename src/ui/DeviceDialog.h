@@ -33,7 +33,7 @@ class DeviceDialog : public FormDialog {
   struct DriveCaptions {
     QString drive, eject, close;
     QString listName;
-    QString buttonNames;  ///< "multi%1" with a place for "Eject" and "Close"
+    QString buttonPrefix, number;  ///< of the buttons' names: "multi" "Eject" "0"
   };
   /// A list of drives with what lies in the one chosen and the buttons of its tray.
   struct DriveList {

@@ -40,6 +40,10 @@ TEST_F(DeviceSettingsTest, EveryModeKeepsWhatWasChosenForIt) {
     Person::press(dialog, "OptDevice1");
     choose(dialog, "multiDrive0", X);
     choose(dialog, "multiDrive4", V);
+    Person::press(dialog, "multiEject4");
+    EXPECT_THAT(Person::find<QLabel>(dialog, "multiDrive4Disc").text().toStdString(),
+                testing::HasSubstr("tray open"));
+    EXPECT_FALSE(Person::find(dialog, "multiClose3").isEnabled());
     choose(dialog, "MultiErrorMax", 2);
     Person::press(dialog, "pbOK");
   });
