@@ -1,7 +1,6 @@
 #include "burn/DiscTexts.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "core/SizeText.h"
@@ -10,10 +9,6 @@
 namespace korvenal {
 
 namespace {
-
-constexpr std::array<const char*, 16> TypeNames = {
-    "",       "CD-ROM", "CD-R",   "CD-RW", "DVD-ROM",  "DVD-R",  "DVD-RAM", "DVD-RW",
-    "DVD-RW", "DVD-RW", "DVD+RW", "DVD+R", "DVD+R DL", "CD-ROM", "CD-R",    "CD-RW"};
 
 constexpr std::int64_t CdBelow = 740'000'000;
 constexpr std::int64_t DvdBelow = 4'800'000'000;
@@ -59,10 +54,6 @@ std::string multipleText(std::int32_t speed, std::int32_t unit) {
 }
 
 }  // namespace
-
-std::string doGetDiscTypeName(std::uint8_t type) {
-  return type < TypeNames.size() ? TypeNames[type] : "";
-}
 
 std::string DiscTexts::doGetDiscCapacityName(std::uint8_t type, bool addBlank) const {
   if (isPressed(type)) return {};

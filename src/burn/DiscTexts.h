@@ -3,14 +3,12 @@
 #include <cstdint>
 #include <string>
 
+#include "core/DiscTypes.h"
 #include "platform/BurnEngine.h"
 #include "platform/DiscType.h"
 #include "platform/Fixed4.h"
 
 namespace korvenal {
-
-/// The name of a disc type code; empty for a code that has none.
-std::string doGetDiscTypeName(std::uint8_t type);
 
 /// The speeds wanted of a drive, as indices of the speed lists of the device settings.
 struct SpeedSetting {

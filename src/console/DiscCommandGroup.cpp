@@ -92,7 +92,6 @@ ExitCode DiscCommandGroup::doNew(char drive, const Arguments& arguments) {
     if (!wanted) return session_.fail("The capacity is a number of blocks of 2048 bytes.");
     blocks = *wanted;
   }
-  if (!doEmptyTray(drive)) return ExitCode::Failed;
   if (!session_.trays.insertBlank(drive, type, "Disc", blocks))
     return session_.fail("The disc cannot be made.");
   session_.main.prompt.doKeep(drive);
@@ -106,7 +105,6 @@ ExitCode DiscCommandGroup::doInsert(char drive, const std::string& file) {
   const bool bare = file.find('/') == std::string::npos;
   const std::string path = bare && session_.files.doIsFile(onShelf) ? onShelf : absolutePath(file);
   if (!session_.files.doIsFile(path)) return session_.fail("There is no disc " + path + ".");
-  if (!doEmptyTray(drive)) return ExitCode::Failed;
   if (!session_.trays.insert(drive, path))
     return session_.fail("The disc " + path + " cannot be put in.");
   session_.main.prompt.doKeep(drive);

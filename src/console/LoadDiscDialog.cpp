@@ -2,6 +2,7 @@
 
 #include "console/CommandLine.h"
 #include "console/DiscKinds.h"
+#include "platform/DiscType.h"
 #include "platform/Text.h"
 
 namespace korvenal::console {
@@ -12,7 +13,6 @@ constexpr const char* Help =
     "  ok, stop, eject DRIVE, close DRIVE, from DISC, skipblank 0|1, device; for image drives\n"
     "  also "
     "blank DRIVE [TYPE], insert DRIVE FILE, out DRIVE, shelf\n";
-const std::string DefaultBlank = "DVD-R";
 
 }  // namespace
 
@@ -56,8 +56,8 @@ void LoadDiscDialog::doShowDrives() {
 }
 
 void LoadDiscDialog::doShowShelf() {
-  for (const ImageDisc& disc : form_.discsOnShelf())
-    screen_.line("  " + disc.file + ": " + discDescription(disc));
+  for (const ShelfDisc& found : form_.discsOnShelf())
+    screen_.line("  " + found.disc.file + ": " + discDescription(found.disc));
 }
 
 int LoadDiscDialog::rowOf(const std::string& drive) const {
@@ -96,27 +96,35 @@ void LoadDiscDialog::doAct(const std::string& line) {
   }
 }
 
+void LoadDiscDialog::doInsertBlank(int row, const std::string& typeName) {
+  std::uint8_t type = typeName.empty() ? form_.blankType() : discTypeCode(typeName);
+  if (typeName.empty() && type == DiscNone) type = DiscDvdR;
+  if (type == DiscNone)
+    screen_.line("  The disc types are " + discTypeNames() + ".");
+  else
+    form_.doInsertBlank(row, type);
+}
+
 bool LoadDiscDialog::doActOnDrive(const std::vector<std::string>& words) {
   const int row = words.size() < 2 ? -1 : rowOf(words[1]);
   if (row < 0) return false;
   const std::string verb = Text::toLower(words[0]);
   const std::string argument = words.size() > 2 ? words[2] : std::string();
-  bool done = true;
-  if (verb == "eject") {
+  if (!form_.isImageDrive(row) && (verb == "out" || verb == "insert" || verb == "blank")) {
+    screen_.line("  That is no image drive.");
+  } else if (verb == "eject") {
     form_.multiEject(row);
   } else if (verb == "close") {
     form_.multiClose(row);
   } else if (verb == "out") {
-    done = form_.doTakeOut(row);
+    form_.doTakeOut(row);
   } else if (verb == "insert") {
-    done = form_.doInsertFromShelf(row, argument);
+    form_.doInsertFromShelf(row, argument);
   } else if (verb == "blank") {
-    const std::uint8_t type = discTypeCode(argument.empty() ? DefaultBlank : argument);
-    done = type != 0 && form_.doInsertBlank(row, type, "Disc", 0);
+    doInsertBlank(row, argument);
   } else {
     return false;
   }
-  if (!done) screen_.line("  That is not possible.");
   return true;
 }
 

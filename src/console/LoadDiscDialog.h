@@ -26,6 +26,7 @@ class LoadDiscDialog {
   void doShowDrives();
   void doShowShelf();
   void doAct(const std::string& line);
+  void doInsertBlank(int row, const std::string& typeName);
   bool doActOnDrive(const std::vector<std::string>& words);
   int rowOf(const std::string& drive) const;
 

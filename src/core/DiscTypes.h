@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace korvenal {
@@ -12,5 +13,8 @@ inline const std::string& discTypeTextOf(int comboDiscType) {
   constexpr int Last = 2;
   return DiscTypeTexts[comboDiscType < 0 ? 0 : comboDiscType > Last ? Last : comboDiscType];
 }
+
+/// The name of a disc type code; empty for a code that has none.
+std::string doGetDiscTypeName(std::uint8_t type);
 
 }  // namespace korvenal

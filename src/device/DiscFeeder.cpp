@@ -2,60 +2,14 @@
 
 #include <algorithm>
 
-#include "platform/Paths.h"
-#include "platform/Text.h"
+#include "device/DiscNames.h"
 
 namespace korvenal {
 
-namespace {
-
-/// Between the name of a set and the number of a disc in the names of image files.
-constexpr std::string_view DiscWord = " disc ";
-
-constexpr std::size_t StampBytes = 21;  ///< " (2026-11-22-10-00-F)", the end of a set's name
-constexpr std::size_t LongestSet = 160;
-constexpr std::size_t LongestJob = 120;
-
-/// The name of a set as image files bear it: not hidden, and never so long that the disc's number
-/// would be cut off.
-std::string stemOf(std::string_view setName) {
-  while (setName.starts_with('.')) setName.remove_prefix(1);
-  if (setName.size() <= LongestSet) return std::string(setName);
-  return std::string(Text::firstBytes(setName, LongestJob)) +
-         std::string(Text::lastBytes(setName, StampBytes));
-}
-
-std::string discName(const std::string& setName, int disc) {
-  const std::string stem = stemOf(setName);
-  return (stem.empty() ? "Backup" : stem) + std::string(DiscWord) + Text::zeroPadded(disc, 2);
-}
-
-std::string_view nameOf(const ImageDisc& disc) {
-  return Paths::doGetFilePart(disc.file);
-}
-bool isBlank(const ImageDisc& disc) {
-  return disc.sessions == 0 && !disc.closed;
-}
-
-bool isOfSet(const ImageDisc& disc, const std::string& setName) {
-  const std::string stem = stemOf(setName);
-  return !stem.empty() && Text::startsWith(nameOf(disc), stem + std::string(DiscWord));
-}
-
-/// True for "name.iso" and, when that was taken, "name 2.iso".
-bool isNamed(const ImageDisc& disc, const std::string& name) {
-  std::string_view own = nameOf(disc);
-  if (!Text::startsWith(own, name)) return false;
-  own.remove_prefix(name.size());
-  return own.empty() || own.front() == '.' || own.front() == ' ';
-}
-
-/// A blank disc that was put in for another disc of a plan: its name would tell lies.
-bool isMeantForAnother(const ImageDisc& disc, const std::string& name) {
-  return nameOf(disc).find(DiscWord) != std::string_view::npos && !isNamed(disc, name);
-}
-
-}  // namespace
+using DiscNames::isBlank;
+using DiscNames::isNamed;
+using DiscNames::isOfSet;
+using DiscNames::labelOf;
 
 std::uint8_t DiscFeeder::blankTypeFor(int comboDiscType) {
   constexpr std::uint8_t CdR = 2, DvdR = 5, DvdPlusRDl = 12;
@@ -79,12 +33,12 @@ void DiscFeeder::doFeedBlanks(const DiscRequest& request, int from, int to) {
   int disc = from;
   for (const char letter : drives_) {
     if (disc > to) return;
-    const std::string name = discName(request.setName, disc++);
+    const std::string name = DiscNames::ofSet(request.setName, disc++);
     if (!mayServe(letter)) continue;
     const ImageDisc inside = trays_.discIn(letter);
     const bool failed = request.FailedDrives.find(letter) != std::string::npos;
-    const bool usable =
-        !inside.file.empty() && !failed && isBlank(inside) && !isMeantForAnother(inside, name);
+    const bool usable = !inside.file.empty() && !failed && isBlank(inside) &&
+                        !DiscNames::isMeantForAnother(inside, name);
     if (!usable) doChangeToBlank(letter, typeCode, name);
   }
 }
@@ -93,11 +47,11 @@ void DiscFeeder::doChangeToBlank(char letter, std::uint8_t typeCode, const std::
   // One that was made for this very disc and never written lies ready after a stopped run.
   for (const ImageDisc& disc : trays_.discsOnShelf()) {
     if (!isBlank(disc) || disc.typeCode != typeCode || !isNamed(disc, name)) continue;
-    doChangeTo(letter, disc.file);
+    trays_.insert(letter, disc.file);
     return;
   }
-  if (!trays_.discIn(letter).file.empty() && !trays_.remove(letter)) return;
-  trays_.insertBlank(letter, typeCode, name, 0);
+  // Without a disc of its own the run must not go on to one of another backup.
+  if (!trays_.insertBlank(letter, typeCode, name, 0)) trays_.remove(letter);
 }
 
 void DiscFeeder::doFeedRestore(const DiscRequest& request) {
@@ -123,7 +77,7 @@ void DiscFeeder::doFeedRestore(const DiscRequest& request) {
     if (free.empty()) return;
     std::string file = findOnShelf(shelf, label, request.setName);
     if (file.empty()) file = findOnShelf(shelf, label, "");
-    if (!file.empty() && doChangeTo(free.front(), file)) free.erase(0, 1);
+    if (!file.empty() && trays_.insert(free.front(), file)) free.erase(0, 1);
   }
 }
 
@@ -158,7 +112,7 @@ void DiscFeeder::doFeedIndexDisc() {
     }
     if (written != 1 || !trays_.discIn(target).label.empty()) return;
   }
-  doChangeTo(target, file);
+  trays_.insert(target, file);
 }
 
 std::string DiscFeeder::findOnShelf(const Shelf& shelf, const std::string& label,
@@ -172,11 +126,6 @@ std::string DiscFeeder::findOnShelf(const Shelf& shelf, const std::string& label
     newest = disc.modified;
   }
   return file;
-}
-
-bool DiscFeeder::doChangeTo(char letter, const std::string& file) {
-  if (!trays_.discIn(letter).file.empty() && !trays_.remove(letter)) return false;
-  return trays_.insert(letter, file);
 }
 
 }  // namespace korvenal

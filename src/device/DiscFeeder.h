@@ -31,7 +31,6 @@ class DiscFeeder {
 
   /// The disc that a burn of this disc type (index) gets.
   static std::uint8_t blankTypeFor(int comboDiscType);
-  static std::string labelOf(int disc) { return "Backup #" + std::to_string(disc); }
 
  private:
   /// Looked at once a feeding: every disc on it has to be opened for its label.
@@ -39,7 +38,6 @@ class DiscFeeder {
 
   bool mayServe(char letter) const;
   void doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name);
-  bool doChangeTo(char letter, const std::string& file);
   bool holdsWanted(char letter, const std::string& label, const std::string& setName,
                    const Shelf& shelf) const;
   /// The newest disc with the label, of this set when one is named. Empty: none.

@@ -4,6 +4,8 @@
 
 #include "core/DiscTypes.h"
 #include "core/TableHeaders.h"
+#include "device/frmPickDisc.h"
+#include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace korvenal {
@@ -44,6 +46,7 @@ frmLoadDisc::frmLoadDisc(LoadDiscServices services, DiscRequest& request, int re
     : services_(std::move(services)),
       request_(request),
       feeder_(services_.trays),
+      hand_(services_.trays, request, services_.state.WorkerMode),
       purpose_(services_.state.WorkerMode),
       loadReason_(reason) {
   const DeviceSettings& settings = services_.settings;
@@ -371,28 +374,57 @@ ImageDisc frmLoadDisc::discInTray(int row) const {
   return isImageDrive(row) ? services_.trays.discIn(letterOf(row)) : ImageDisc{};
 }
 
-bool frmLoadDisc::doTakeOut(int row) {
-  if (busy_ || !isImageDrive(row)) return false;
-  const char letter = letterOf(row);
-  feeder_.doKeep(letter);
-  const bool empty = services_.trays.discIn(letter).file.empty() || services_.trays.remove(letter);
-  doRepaint();
-  return empty;
+std::vector<ShelfDisc> frmLoadDisc::discsOnShelf() const {
+  return hand_.discs(FromDisc, driveCount_);
 }
 
-bool frmLoadDisc::doInsertBlank(int row, std::uint8_t typeCode, const std::string& name,
-                                std::int64_t blocks) {
-  if (!doTakeOut(row)) return false;
-  const bool inserted = services_.trays.insertBlank(letterOf(row), typeCode, name, blocks);
+int frmLoadDisc::discOfRow(int row) const {
+  return std::clamp(FromDisc + row, std::min(FromDisc, ToDisc), std::max(FromDisc, ToDisc));
+}
+
+bool frmLoadDisc::doServe(int row, const std::function<TrayResult(char)>& change) {
+  if (!isImageDrive(row)) return false;
+  const char letter = letterOf(row);
+  const TrayResult result = busy_ ? TrayResult{TrayResult::DriveBusy} : change(letter);
+  if (result) feeder_.doKeep(letter);
   doRepaint();
-  return inserted;
+  if (result) return true;
+  services_.desktop.doShowMessage({.text = trayFaultText(result, services_.trays.shelf()),
+                                   .title = "Load Disc",
+                                   .icon = MessageIcon::Warning});
+  return false;
+}
+
+bool frmLoadDisc::doTakeOut(int row) {
+  return doServe(row, [this](char letter) {
+    if (services_.trays.discIn(letter).file.empty()) return TrayResult{};
+    return services_.trays.remove(letter);
+  });
+}
+
+bool frmLoadDisc::doInsertBlank(int row, std::uint8_t typeCode, std::int64_t blocks) {
+  const std::string name = hand_.blankName(typeCode, discOfRow(row));
+  return doServe(row, [&](char letter) {
+    return services_.trays.insertBlank(letter, typeCode, name, blocks);
+  });
 }
 
 bool frmLoadDisc::doInsertFromShelf(int row, const std::string& file) {
-  if (!doTakeOut(row)) return false;
-  const bool inserted = services_.trays.insert(letterOf(row), file);
-  doRepaint();
-  return inserted;
+  return doServe(row, [&](char letter) { return services_.trays.insert(letter, file); });
+}
+
+bool frmLoadDisc::doInsertOther(int row) {
+  if (busy_ || !isImageDrive(row)) return false;
+  frmPickDisc picked(services_.desktop, discsOnShelf(), services_.trays.shelf(),
+                     hand_.wanted(discOfRow(row), driveCount_));
+  services_.desktop.doShowModal(picked);
+  return !picked.file.empty() && doInsertFromShelf(row, picked.file);
+}
+
+bool frmLoadDisc::doShowShelf(int row) {
+  const std::string file = discInTray(row).file;
+  return services_.desktop.doOpenOutside(
+      file.empty() ? services_.trays.shelf() : Paths::withEnd(Paths::doGetFolderPart(file)));
 }
 
 char frmLoadDisc::letterOf(int row) const {

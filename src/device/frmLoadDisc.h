@@ -1,11 +1,13 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "device/DiscFeeder.h"
+#include "device/HandFeeder.h"
 #include "device/LoadPrompt.h"
 #include "platform/Form.h"
 #include "platform/Table.h"
@@ -69,17 +71,28 @@ class frmLoadDisc : public Form {
   /// The person picked another first disc.
   void doChooseFromDisc(int disc);
 
-  // Image drives, as real ones are served by hand. Each counts as the person's own choice, which
-  // the feeder does not touch. False: not possible now.
+  // Image drives, as real ones are served by hand. Each change counts as the person's own choice,
+  // which the feeder does not touch. One that fails tells why, gives false, and leaves the tray as
+  // it was.
   bool isImageDrive(int row) const;
   ImageDisc discInTray(int row) const;
-  std::vector<ImageDisc> discsOnShelf() const { return services_.trays.discsOnShelf(); }
-  bool doInsertBlank(int row, std::uint8_t typeCode, const std::string& name, std::int64_t blocks);
+  /// The type of blank disc that the run wants; `DiscNone` when it wants none.
+  std::uint8_t blankType() const { return hand_.blankType(); }
+  /// Those that fit the request best come first, then the newest.
+  std::vector<ShelfDisc> discsOnShelf() const;
+  /// The new disc is named after what it is for. `blocks` 0: as large as real ones.
+  bool doInsertBlank(int row, std::uint8_t typeCode, std::int64_t blocks = 0);
   bool doInsertFromShelf(int row, const std::string& file);
+  /// Lets the person choose among all discs. False as well when none was chosen.
+  bool doInsertOther(int row);
   bool doTakeOut(int row);
+  /// Shows the folder of the disc in the tray, or the shelf, in the file manager.
+  bool doShowShelf(int row);
 
   int purpose() const { return purpose_; }  ///< a WorkerModeValue
   bool isBusy() const { return busy_; }
+  /// None of the drives of the mode is there.
+  bool isWithoutDrive() const { return activated_ && !busy_ && driveCount_ == 0; }
   /// Discs have been erased; the run goes on for as long as more are offered.
   bool isForMoreErasing() const;
 
@@ -99,11 +112,15 @@ class frmLoadDisc : public Form {
   void doShowStatus(const std::string& text);
   void doGiveUp();
   char letterOf(int row) const;
+  /// The disc of the plan that a burn puts on the disc in this drive, as far as can be told.
+  int discOfRow(int row) const;
+  bool doServe(int row, const std::function<TrayResult(char)>& change);
   int modeDrives() const { return services_.settings.driveCount(); }
 
   LoadDiscServices services_;
   DiscRequest& request_;
   DiscFeeder feeder_;
+  HandFeeder hand_;
   int purpose_;
   int loadReason_;
   bool activated_ = false;

@@ -19,7 +19,21 @@ struct ImageDisc {
   UnixTime modified = 0;  ///< of the image file: tells the newest set
 };
 
-/// The image drives: trays that hold one disc or none, and the shelf where the other discs lie.
+/// What became of a wish to change a disc.
+struct TrayResult {
+  enum Fault : std::uint8_t {
+    None,
+    DriveBusy,       ///< it burns, erases or is being served
+    InAnotherDrive,  ///< the disc lies in the tray of another drive
+    NotADisc,        ///< the file is missing, or damaged
+    NotMade,         ///< no file could be made on the shelf
+  };
+  Fault fault = None;
+  explicit operator bool() const { return fault == None; }
+};
+
+/// The image drives: trays that hold one disc or none, and the shelf where the other discs lie. A
+/// disc that goes in sends the one before to the shelf. A change that fails changes nothing.
 class ImageTrays {
  public:
   virtual ~ImageTrays() = default;
@@ -34,13 +48,13 @@ class ImageTrays {
   virtual std::string shelf() const = 0;
   virtual std::vector<ImageDisc> discsOnShelf() const = 0;
   /// Puts in a new blank disc of the type; `name` is its file name without extension, a number is
-  /// added when it is taken. `blocks` 0 is the capacity of real discs of that type. False when
-  /// the file could not be made or the drive is busy.
-  virtual bool insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
-                           std::int64_t blocks) = 0;
-  virtual bool insert(char letter, const std::string& file) = 0;
-  /// Takes the disc out, back to the shelf.
-  virtual bool remove(char letter) = 0;
+  /// added when it is taken. `blocks` 0 is the capacity of real discs of that type.
+  virtual TrayResult insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
+                                 std::int64_t blocks) = 0;
+  /// `file`: a native path, or the name of a file on the shelf.
+  virtual TrayResult insert(char letter, const std::string& file) = 0;
+  /// Takes the disc out, back to the shelf; the tray is open then.
+  virtual TrayResult remove(char letter) = 0;
 };
 
 }  // namespace korvenal

@@ -8,6 +8,7 @@
 #include "ui/FindDialog.h"
 #include "ui/LoadDiscDialog.h"
 #include "ui/NoticeDialog.h"
+#include "ui/PickDiscDialog.h"
 #include "ui/ReadLogDialog.h"
 #include "ui/ReplaceDialog.h"
 #include "ui/SplitDialog.h"
@@ -38,6 +39,7 @@ std::unique_ptr<FormDialog> makeFormDialog(Form& form, const DialogServices& ser
   if (auto dialog = make<frmFind, FindDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmLoadDisc, LoadDiscDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmNotice, NoticeDialog>(form, parent)) return dialog;
+  if (auto dialog = make<frmPickDisc, PickDiscDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmReadLog, ReadLogDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmReplace, ReplaceDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmSplit, SplitDialog>(form, parent)) return dialog;

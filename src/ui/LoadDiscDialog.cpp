@@ -2,32 +2,72 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QGridLayout>
-#include <QMenu>
-#include <QMessageBox>
 #include <QToolButton>
-#include <QUrl>
 #include <algorithm>
 
+#include "device/frmPickDisc.h"
 #include "ui/DialogParts.h"
 #include "ui/DiscTexts.h"
 #include "ui/Texts.h"
 #include "ui/Theme.h"
+#include "ui/TrayMenu.h"
 
 namespace korvenal::ui {
+
+/// A line that gives way to what stands beside it: its middle is left out where there is no room.
+class DriveLine : public QLabel {
+ public:
+  explicit DriveLine(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setMinimumWidth(fontMetrics().averageCharWidth() * LeastCharacters);
+    setForegroundRole(QPalette::PlaceholderText);
+  }
+  void setWhole(const QString& text) {
+    whole_ = text;
+    doFit();
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QLabel::resizeEvent(event);
+    doFit();
+  }
+
+ private:
+  static constexpr int LeastCharacters = 34;
+
+  void doFit() {
+    const QString fitting = fontMetrics().elidedText(whole_, Qt::ElideMiddle, width());
+    setText(fitting);
+    setToolTip(fitting == whole_ ? QString() : whole_);
+    setAccessibleName(whole_);
+  }
+
+  QString whole_;
+};
 
 namespace {
 
 constexpr int SmallIconPixels = 20;
-/// So many discs of the shelf stand in a menu; the others are picked as files.
-constexpr std::size_t MostShelfEntries = 25;
-constexpr std::int64_t UsualCapacity = 0;
-const std::string BlankName = "Disc";
 
 QString pictureOf(int deviceMode) {
   if (deviceMode == 1) return QStringLiteral("multiple-drives");
   return deviceMode == 2 ? QStringLiteral("autoloader") : QStringLiteral("single-drive");
+}
+
+/// What lies in an image drive, with the name it has on the shelf.
+QString discLine(const ImageDisc& disc) {
+  const QString description = discDescription(disc);
+  return disc.file.empty()
+             ? description
+             : QStringLiteral("%1 \u2013 %2").arg(description, toQt(shelfNameOf(disc)));
+}
+
+/// '&' of a name is no mark of a key.
+QString unmarked(QString text) {
+  return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 void fillNumbers(QComboBox& list, int count, int chosen) {
@@ -55,9 +95,7 @@ LoadDiscDialog::LoadDiscDialog(frmLoadDisc& form, QWidget* parent)
   column->setSpacing(column->spacing() * 2);
   column->addLayout(withIcon(*this, QStringLiteral("media-optical"), sentence_));
   doBuildRange(*column);
-  auto* grid = new QGridLayout;
-  doBuildDrives(*grid);
-  column->addLayout(grid);
+  doBuildDrives(*column);
   DriveAction_ = explanationLabel({}, this);
   DriveAction_->setObjectName(QStringLiteral("DriveAction"));
   column->addWidget(DriveAction_);
@@ -76,6 +114,8 @@ void LoadDiscDialog::doBuildRange(QVBoxLayout& column) {
   toCaption_ = new QLabel(BackupDisc_);
   ToDisc_ = new QComboBox(BackupDisc_);
   ToDisc_->setObjectName(QStringLiteral("ToDisc"));
+  fromCaption_->setBuddy(FromDisc_);
+  toCaption_->setBuddy(ToDisc_);
   for (QWidget* part :
        std::initializer_list<QWidget*>{fromCaption_, FromDisc_, toCaption_, ToDisc_})
     row->addWidget(part);
@@ -101,114 +141,112 @@ void LoadDiscDialog::doBuildRange(QVBoxLayout& column) {
   column.addLayout(hint);
 }
 
-void LoadDiscDialog::doBuildDrives(QGridLayout& grid) {
-  grid.setColumnStretch(1, 1);
-  for (int row = 0; row < frmLoadDisc::MaxDrives; ++row) {
-    DriveRow& drive = drives_[static_cast<std::size_t>(row)];
-    const auto numbered = [this, row](const char* name, const QString& text) {
-      auto* button = namedButton(name, text, this);
-      button->setObjectName(QLatin1String(name) + QString::number(row));
-      return button;
-    };
-    drive.name = new QLabel(this);
-    drive.name->setTextFormat(Qt::PlainText);
-    drive.disc = explanationLabel({}, this);
-    drive.disc->setObjectName(QStringLiteral("disc%1").arg(row));
-    drive.tray = new QToolButton(this);
-    drive.tray->setObjectName(QStringLiteral("tray%1").arg(row));
-    drive.tray->setText(tr("Disc"));
-    drive.tray->setToolTip(tr("Puts another disc into this image drive"));
-    drive.tray->setPopupMode(QToolButton::InstantPopup);
-    auto* menu = new QMenu(drive.tray);
-    menu->setObjectName(QStringLiteral("trayMenu%1").arg(row));
-    drive.tray->setMenu(menu);
-    connect(menu, &QMenu::aboutToShow, this, [this, menu, row] { doFillTrayMenu(*menu, row); });
-    drive.eject = numbered("multiEject", tr("Eject"));
-    drive.eject->setIcon(Theme::icon(QStringLiteral("media-eject")));
-    drive.close = numbered("multiClose", tr("Close"));
-    connect(drive.eject, &QPushButton::clicked, this,
-            [this, row] { act([this, row] { form_.multiEject(row); }); });
-    connect(drive.close, &QPushButton::clicked, this,
-            [this, row] { act([this, row] { form_.multiClose(row); }); });
-    grid.addWidget(drive.name, row, 0);
-    grid.addWidget(drive.disc, row, 1);
-    grid.addWidget(drive.tray, row, 2);
-    grid.addWidget(drive.eject, row, 3);
-    grid.addWidget(drive.close, row, 4);
-  }
+void LoadDiscDialog::doBuildDrives(QVBoxLayout& column) {
+  vsDrive_ = new QWidget(this);
+  vsDrive_->setObjectName(QStringLiteral("vsDrive"));
+  // Where the focus rests after a tray has moved: a key typed there moves none again.
+  vsDrive_->setFocusPolicy(Qt::ClickFocus);
+  auto* grid = new QGridLayout(vsDrive_);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setVerticalSpacing(0);
+  grid->setColumnStretch(0, 1);
+  for (int row = 0; row < frmLoadDisc::MaxDrives; ++row) doBuildDrive(*grid, row);
+  column.addWidget(vsDrive_);
+  noDrive_ = explanationLabel(
+      tr("No drive is ready for use. The device settings tell which drives there are."), this);
+  column.addWidget(noDrive_);
+}
+
+void LoadDiscDialog::doBuildDrive(QGridLayout& grid, int row) {
+  DriveRow& drive = drives_[static_cast<std::size_t>(row)];
+  const auto numbered = [this, row](const char* name, const QString& text) {
+    auto* button = namedButton(name, text, vsDrive_);
+    button->setObjectName(QLatin1String(name) + QString::number(row));
+    return button;
+  };
+  drive.name = new QLabel(vsDrive_);
+  drive.name->setTextFormat(Qt::PlainText);
+  drive.disc = new DriveLine(vsDrive_);
+  drive.disc->setObjectName(QStringLiteral("disc%1").arg(row));
+  drive.tray = new QToolButton(vsDrive_);
+  drive.tray->setObjectName(QStringLiteral("tray%1").arg(row));
+  drive.tray->setText(tr("Change Disc"));
+  drive.tray->setToolTip(tr("Puts another disc into this image drive"));
+  drive.tray->setPopupMode(QToolButton::InstantPopup);
+  drive.tray->setFocusPolicy(Qt::StrongFocus);
+  drive.tray->setMenu(new TrayMenu(
+      form_, row, [this](const auto& wish) { act(wish); }, drive.tray));
+  drive.eject = numbered("multiEject", tr("Eject"));
+  drive.eject->setIcon(Theme::icon(QStringLiteral("media-eject")));
+  drive.close = numbered("multiClose", tr("Close"));
+  connect(drive.eject, &QPushButton::clicked, this, [this, row] {
+    act([this, row] { form_.multiEject(row); });
+    vsDrive_->setFocus();
+  });
+  connect(drive.close, &QPushButton::clicked, this, [this, row] {
+    act([this, row] { form_.multiClose(row); });
+    vsDrive_->setFocus();
+  });
+  auto* texts = new QVBoxLayout;
+  texts->setSpacing(0);
+  texts->addWidget(drive.name);
+  texts->addWidget(drive.disc);
+  texts->setContentsMargins(0, fontMetrics().height() / 4, 0, fontMetrics().height() / 4);
+  grid.addLayout(texts, row, 0);
+  grid.addWidget(drive.tray, row, 1);
+  grid.addWidget(drive.eject, row, 2);
+  grid.addWidget(drive.close, row, 3);
 }
 
 void LoadDiscDialog::doBuildButtons(QVBoxLayout& column) {
-  pbSetDevice_ = namedButton("pbSetDevice", tr("&Device..."), this);
-  pbEject_ = namedButton("pbEject", tr("&Eject All"), this);
-  pbCloseTray_ = namedButton("pbCloseTray", tr("&Close All"), this);
+  pbSetDevice_ = namedButton("pbSetDevice", tr("Device Se&ttings..."), this);
+  pbEject_ = namedButton("pbEject", tr("Eject &All"), this);
+  pbCloseTray_ = namedButton("pbCloseTray", tr("Close A&ll"), this);
   pbStop_ = namedButton("pbStop", {}, this);
   pbOK_ = namedButton("pbOK", tr("&OK"), this);
   pbOK_->setDefault(true);
   column.addLayout(buttonRow({pbSetDevice_, pbEject_, pbCloseTray_}, {pbStop_, pbOK_}));
-  connect(pbSetDevice_, &QPushButton::clicked, this,
-          [this] { act([this] { form_.pbSetDevice(); }); });
-  connect(pbEject_, &QPushButton::clicked, this, [this] { act([this] { form_.pbEject(); }); });
-  connect(pbCloseTray_, &QPushButton::clicked, this,
-          [this] { act([this] { form_.pbCloseTray(); }); });
-  connect(pbStop_, &QPushButton::clicked, this, [this] { act([this] { form_.pbStop(); }); });
-  connect(pbOK_, &QPushButton::clicked, this, [this] { act([this] { form_.pbOK(); }); });
-}
-
-void LoadDiscDialog::doPutIn(const std::function<bool()>& change) {
-  bool done = false;
-  act([&] { done = change(); });
-  if (!done) QMessageBox::warning(this, windowTitle(), tr("That disc cannot go in now."));
-}
-
-void LoadDiscDialog::doFillTrayMenu(QMenu& menu, int row) {
-  menu.clear();
-  QMenu* blank = menu.addMenu(tr("&New Blank Disc"));
-  for (const std::uint8_t type : blankDiscTypes()) {
-    blank->addAction(discTypeText(type), this, [this, row, type] {
-      doPutIn(
-          [this, row, type] { return form_.doInsertBlank(row, type, BlankName, UsualCapacity); });
+  const auto onPress = [this](QPushButton* button, void (frmLoadDisc::*deed)(), QWidget* focus) {
+    connect(button, &QPushButton::clicked, this, [this, deed, focus] {
+      act([this, deed] { (form_.*deed)(); });
+      // Buttons are disabled while drives work, and the focus would end at the one that gives up.
+      focus->setFocus();
     });
-  }
-  doFillShelfMenu(*menu.addMenu(tr("Disc from the &Shelf")), row);
-  const ImageDisc disc = form_.discInTray(row);
-  QAction* out = menu.addAction(tr("&Take Out"), this, [this, row] {
-    doPutIn([this, row] { return form_.doTakeOut(row); });
-  });
-  QAction* show = menu.addAction(tr("Show in the &File Manager"), this, [disc] {
-    const QString file = toQt(disc.file);
-    QDesktopServices::openUrl(QUrl::fromLocalFile(file.section(QLatin1Char('/'), 0, -2)));
-  });
-  out->setEnabled(!disc.file.empty());
-  show->setEnabled(!disc.file.empty());
+  };
+  onPress(pbSetDevice_, &frmLoadDisc::pbSetDevice, pbOK_);
+  onPress(pbEject_, &frmLoadDisc::pbEject, vsDrive_);
+  onPress(pbCloseTray_, &frmLoadDisc::pbCloseTray, vsDrive_);
+  onPress(pbStop_, &frmLoadDisc::pbStop, pbOK_);
+  onPress(pbOK_, &frmLoadDisc::pbOK, pbOK_);
 }
 
-void LoadDiscDialog::doFillShelfMenu(QMenu& menu, int row) {
-  std::vector<ImageDisc> discs = form_.discsOnShelf();
-  std::sort(discs.begin(), discs.end(),
-            [](const ImageDisc& a, const ImageDisc& b) { return a.modified > b.modified; });
-  if (discs.size() > MostShelfEntries) discs.resize(MostShelfEntries);
-  for (const ImageDisc& disc : discs) {
-    const QString name = toQt(disc.file).section(QLatin1Char('/'), -1);
-    menu.addAction(QStringLiteral("%1  (%2)").arg(name, discDescription(disc)), this,
-                   [this, row, file = disc.file] {
-                     doPutIn([this, row, file] { return form_.doInsertFromShelf(row, file); });
-                   });
-  }
-  menu.setEnabled(!discs.empty());
+bool LoadDiscDialog::isMnemonicFree(QChar letter) const {
+  const std::initializer_list<const QAbstractButton*> buttons = {
+      pbSetDevice_, pbEject_, pbCloseTray_, pbStop_, pbOK_, ckSkipBlank_};
+  return std::none_of(buttons.begin(), buttons.end(), [letter](const QAbstractButton* button) {
+    return button->text().contains(QLatin1Char('&') + letter, Qt::CaseInsensitive);
+  });
 }
 
 void LoadDiscDialog::doRefreshDrive(int row) {
   const DriveRow& drive = drives_[static_cast<std::size_t>(row)];
   const frmLoadDisc::DriveButtons& buttons = form_.driveButtons[static_cast<std::size_t>(row)];
   const bool image = buttons.shown && form_.isImageDrive(row);
-  drive.name->setText(QStringLiteral("%1  %2").arg(toQt(form_.vsDrive.text(row + 1, 0)),
-                                                   toQt(form_.vsDrive.text(row + 1, 1))));
-  drive.disc->setText(image ? discDescription(form_.discInTray(row)) : QString());
-  for (QWidget* part :
-       std::initializer_list<QWidget*>{drive.name, drive.disc, drive.eject, drive.close})
+  const QString letter = toQt(form_.vsDrive.text(row + 1, 0));
+  // The key of its letter leads to the drive.
+  const bool marked = !letter.isEmpty() && isMnemonicFree(letter.front());
+  drive.name->setBuddy(image ? static_cast<QWidget*>(drive.tray) : drive.eject);
+  drive.name->setText(QStringLiteral("%1%2  %3")
+                          .arg(marked ? QStringLiteral("&") : QString(), letter,
+                               unmarked(toQt(form_.vsDrive.text(row + 1, 1)))));
+  if (image) drive.disc->setWhole(discLine(form_.discInTray(row)));
+  drive.eject->setAccessibleName(tr("Eject %1").arg(letter));
+  drive.close->setAccessibleName(tr("Close %1").arg(letter));
+  drive.tray->setAccessibleName(tr("Change disc in %1").arg(letter));
+  for (QWidget* part : std::initializer_list<QWidget*>{drive.name, drive.eject, drive.close})
     part->setVisible(buttons.shown);
-  drive.tray->setVisible(image);
+  for (QWidget* part : std::initializer_list<QWidget*>{drive.tray, drive.disc})
+    part->setVisible(image);
   drive.tray->setEnabled(form_.commandsEnabled);
   drive.eject->setEnabled(buttons.enabled);
   drive.close->setEnabled(buttons.enabled);
@@ -234,13 +272,15 @@ void LoadDiscDialog::refresh() {
   DiscInfo_->setVisible(!form_.DiscInfo.empty());
   DiscInfo_->setText(toQt(form_.DiscInfo));
   DriveAction_->setText(toQt(form_.DriveAction));
-  for (int row = 0; row < frmLoadDisc::MaxDrives; ++row) doRefreshDrive(row);
+  noDrive_->setVisible(form_.isWithoutDrive());
   pbEject_->setVisible(form_.trayButtonsShown);
   pbCloseTray_->setVisible(form_.trayButtonsShown);
   pbSetDevice_->setIcon(Theme::ownIcon(pictureOf(form_.deviceMode)));
   pbStop_->setText(toQt(form_.pbStopCaption));
   for (QPushButton* button : {pbOK_, pbEject_, pbCloseTray_})
     button->setEnabled(form_.commandsEnabled);
+  // Behind the buttons, whose keys the drives leave alone.
+  for (int row = 0; row < frmLoadDisc::MaxDrives; ++row) doRefreshDrive(row);
 }
 
 }  // namespace korvenal::ui

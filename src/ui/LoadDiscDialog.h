@@ -8,13 +8,14 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QMenu;
 class QPushButton;
 class QToolButton;
 
 namespace korvenal::ui {
 
-/// The prompt for discs: the sentence, a row a drive with its tray, and the way on. Image drives
+class DriveLine;
+
+/// The prompt for discs: the sentence, a line a drive with its tray, and the way on. Image drives
 /// have a menu of discs to put in.
 class LoadDiscDialog : public FormDialog {
   Q_OBJECT
@@ -28,20 +29,19 @@ class LoadDiscDialog : public FormDialog {
   /// One drive as it is shown.
   struct DriveRow {
     QLabel* name = nullptr;
-    QLabel* disc = nullptr;  ///< what lies in an image drive
+    DriveLine* disc = nullptr;  ///< what lies in an image drive
     QToolButton* tray = nullptr;
     QPushButton* eject = nullptr;
     QPushButton* close = nullptr;
   };
 
-  void doBuildDrives(class QGridLayout& grid);
   void doBuildRange(class QVBoxLayout& column);
+  void doBuildDrives(class QVBoxLayout& column);
+  void doBuildDrive(class QGridLayout& grid, int row);
   void doBuildButtons(class QVBoxLayout& column);
-  void doFillTrayMenu(QMenu& menu, int row);
-  void doFillShelfMenu(QMenu& menu, int row);
   void doRefreshDrive(int row);
   void doRefreshRange();
-  void doPutIn(const std::function<bool()>& change);
+  bool isMnemonicFree(QChar letter) const;
 
   frmLoadDisc& form_;
   QLabel* sentence_;
@@ -54,6 +54,8 @@ class LoadDiscDialog : public FormDialog {
   QWidget* InfoIcon_;
   QLabel* DiscInfo_;
   QLabel* DriveAction_;
+  QWidget* vsDrive_;
+  QLabel* noDrive_;
   std::array<DriveRow, frmLoadDisc::MaxDrives> drives_;
   QPushButton* pbEject_;
   QPushButton* pbCloseTray_;

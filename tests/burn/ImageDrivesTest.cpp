@@ -66,7 +66,7 @@ struct DriveWorld {
   void load(frmLoadDisc& form) {
     prompts.push_back(form.FromDisc);
     for (int row = 0; row <= form.ToDisc - form.FromDisc; ++row) {
-      ASSERT_TRUE(form.doInsertBlank(row, DiscCdR, "disc", SmallDisc));
+      ASSERT_TRUE(form.doInsertBlank(row, DiscCdR, SmallDisc));
       if (form.vsDrive.text(row + 1, 0) != badDrive) continue;
       const std::string image = form.discInTray(row).file;
       const std::string profile = "app/Discs/" + image.substr(image.rfind('/') + 1) + ".disc";

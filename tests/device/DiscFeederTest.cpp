@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "device/DiscNames.h"
 #include "device/MemoryTrays.h"
 
 namespace korvenal::test {
@@ -46,8 +47,16 @@ TEST_F(DiscFeederTest, ABurnGetsBlankDiscsAndUsedOnesGoToTheShelf) {
 
   request.FailedDrives = "W";
   feeder_.doFeedBlanks(request, 2, 3);
-  EXPECT_THAT(trays_.log,
-              testing::ElementsAre("remove Photos (A) disc 03", "blank Photos (A) disc 03"));
+  EXPECT_THAT(trays_.log, testing::ElementsAre("blank Photos (A) disc 03"));
+}
+
+TEST_F(DiscFeederTest, WhereNoBlankDiscCanBeMadeNoOtherDiscTakesTheBackup) {
+  useDrives("V");
+  trays_.trays['V'] = disc("Old (A) disc 01", "Backup #1");
+  trays_.fault = TrayResult::NotMade;
+  feeder_.doFeedBlanks(DiscRequest(), 1, 1);
+  EXPECT_EQ(trays_.nameIn('V'), "");
+  EXPECT_EQ(trays_.onShelf.size(), 1U);
 }
 
 TEST_F(DiscFeederTest, BlankDiscsOfAnotherRunAreNotUsedUnderTheirName) {
@@ -73,7 +82,7 @@ TEST_F(DiscFeederTest, LongAndHiddenNamesOfSetsAreTheSameWhenRestored) {
     request.setName = job + stamp;
     for (const int number : {10, 100}) {
       feeder_.doFeedBlanks(request, number, number);
-      trays_.trays['V'].label = DiscFeeder::labelOf(number);
+      trays_.trays['V'].label = DiscNames::labelOf(number);
       trays_.trays['V'].sessions = 1;
     }
     EXPECT_NE(trays_.nameIn('V').find(stamp + " disc 100"), std::string::npos);

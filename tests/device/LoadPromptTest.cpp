@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "device/DeviceBench.h"
+#include "device/DiscNames.h"
 #include "device/frmLoadDisc.h"
+#include "device/frmPickDisc.h"
+#include "platform/DiscType.h"
 
 namespace korvenal::test {
 
@@ -22,12 +25,16 @@ class LoadPromptTest : public testing::Test {
   /// Asks for a disc; the person does this in the prompt.
   void ask(int purpose, int reason, const std::function<void(frmLoadDisc&)>& act) {
     bench_.state.WorkerMode = purpose;
-    bench_.desktop.onForm = [&act](Form& form) { act(dynamic_cast<frmLoadDisc&>(form)); };
+    bench_.desktop.onForm = [this, &act](Form& form) {
+      if (auto* list = dynamic_cast<frmPickDisc*>(&form)) return onList_(*list);
+      act(dynamic_cast<frmLoadDisc&>(form));
+    };
     prompt_.doAskLoadDisc(reason, request_);
     EXPECT_FALSE(bench_.state.IgnoreEvents);
   }
   const std::vector<std::string>& trayCalls() const { return bench_.engine.trayCalls; }
 
+  std::function<void(frmPickDisc&)> onList_;  ///< what the person does in the list of discs
   DeviceBench bench_;
   MemoryTrays trays_;
   DiscRequest request_;
@@ -218,6 +225,86 @@ TEST_F(LoadPromptTest, WithoutADriveOnlyStopAndTheSettingsAreLeft) {
     form.pbOK();
   });
   EXPECT_FALSE(bench_.state.StopAction);
+}
+
+TEST_F(LoadPromptTest, NewBlankDiscsAreOfTheJobsTypeAndNamedAfterTheirUse) {
+  connect("DE");
+  request_.TotalDiscs = 5;
+  request_.DiscsBurned = 2;
+  request_.comboDiscType = 2;
+  request_.setName = "Photos (A)";
+  ask(WorkerBurn, 2, [&](frmLoadDisc& form) {
+    EXPECT_EQ(form.blankType(), 12);
+    for (const int row : {0, 1}) EXPECT_TRUE(form.doInsertBlank(row, form.blankType()));
+    form.pbStop();
+  });
+  EXPECT_EQ(trays_.nameIn('D'), "Photos (A) disc 03");
+  EXPECT_EQ(trays_.nameIn('E'), "Photos (A) disc 04");
+  ask(WorkerErase, 0, [&](frmLoadDisc& form) {
+    EXPECT_EQ(form.blankType(), 0) << "nothing is to be erased on a blank disc";
+    EXPECT_TRUE(form.doInsertBlank(0, 9));
+    form.pbStop();
+  });
+  EXPECT_EQ(trays_.nameIn('D'), "DVD-RW");
+}
+
+TEST_F(LoadPromptTest, ADiscThatCannotGoInLeavesTheTrayAsItWasAndSaysWhy) {
+  connect("D");
+  trays_.feeder = true;
+  trays_.trays['D'] = MemoryTrays::written("Mine", "Backup #2", 1);
+  trays_.onShelf = {MemoryTrays::written("Photos (A) disc 01", "Backup #1", 2)};
+  request_.RestoreDiscList = {1};
+  bench_.desktop.answers.assign(4, Answer::Ok);
+  ask(WorkerReadIndex, 0, [&](frmLoadDisc& form) {
+    ASSERT_EQ(trays_.nameIn('D'), "Photos (A) disc 01") << "the feeder";
+    for (const auto fault : {TrayResult::NotMade, TrayResult::DriveBusy}) {
+      trays_.fault = fault;
+      EXPECT_FALSE(form.doInsertBlank(0, DiscCdR));
+      EXPECT_FALSE(form.doInsertFromShelf(0, "/shelf/Mine.iso"));
+      EXPECT_EQ(trays_.nameIn('D'), "Photos (A) disc 01");
+    }
+    trays_.fault = TrayResult::None;
+    form.pbStop();
+  });
+  ASSERT_EQ(bench_.desktop.asked.size(), 4U);
+  EXPECT_EQ(bench_.desktop.asked[0].text,
+            "The disc cannot be made. The folder /shelf/ is full or may not be written to.");
+  EXPECT_EQ(bench_.desktop.asked[2].text,
+            "The drive is at work. The disc in it can be changed when it has finished.");
+}
+
+TEST_F(LoadPromptTest, TheDiscAskedForStandsFirstAmongAHundred) {
+  connect("D");
+  for (int number = 1; number <= 100; ++number)
+    for (const char* set : {"Photos (A)", "Films (B)"}) {
+      const std::string name = DiscNames::ofSet(set, number);
+      const UnixTime day = 1'700'000'000 + number * 86'400;
+      trays_.onShelf.push_back(MemoryTrays::written(name, DiscNames::labelOf(number), day));
+    }
+  request_.RestoreDiscList = {7, 8};
+  request_.setName = "Photos (A)";
+  onList_ = [](frmPickDisc& list) {
+    EXPECT_EQ(list.wanted, "Backup #7 of Photos (A)");
+    EXPECT_EQ(list.vsDisc.Rows(), 201);
+    EXPECT_EQ(list.vsDisc.text(1, PickDiscName), "Photos (A) disc 07");
+    EXPECT_EQ(list.vsDisc.text(2, PickDiscName), "Films (B) disc 07") << "by its label";
+    EXPECT_EQ(list.vsDisc.text(3, PickDiscName), "Films (B) disc 100") << "then the newest";
+    EXPECT_EQ(list.vsDisc.Row, 1);
+    list.doFilter("no such");
+    EXPECT_FALSE(list.pbOKEnabled());
+    list.pbOK();
+    EXPECT_FALSE(list.isClosed());
+    list.doFilter("PHOTOS #42");
+    ASSERT_EQ(list.vsDisc.Rows(), 2);
+    list.pbOK();
+  };
+  ask(WorkerRestore, 0, [&](frmLoadDisc& form) {
+    EXPECT_TRUE(form.doInsertOther(0));
+    onList_ = [](frmPickDisc& list) { list.pbCancel(); };
+    EXPECT_FALSE(form.doInsertOther(0));
+    form.pbStop();
+  });
+  EXPECT_EQ(trays_.nameIn('D'), "Photos (A) disc 42");
 }
 
 TEST_F(LoadPromptTest, DrivesForCdRwAloneRefuseOtherDiscsToErase) {

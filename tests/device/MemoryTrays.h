@@ -13,7 +13,8 @@ class MemoryTrays : public ImageTrays {
   bool feeder = true;
   std::map<char, ImageDisc> trays{{'V', {}}};
   std::vector<ImageDisc> onShelf;
-  std::vector<std::string> log;  ///< every change, in order
+  std::vector<std::string> log;                ///< every change, in order
+  TrayResult::Fault fault = TrayResult::None;  ///< of every disc that is to go in
 
   static ImageDisc written(const std::string& name, const std::string& label, UnixTime modified) {
     ImageDisc disc;
@@ -36,30 +37,37 @@ class MemoryTrays : public ImageTrays {
   bool isOpen(char) const override { return false; }
   std::string shelf() const override { return "/shelf/"; }
   std::vector<ImageDisc> discsOnShelf() const override { return onShelf; }
-  bool insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
-                   std::int64_t) override {
+  TrayResult insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
+                         std::int64_t) override {
     log.push_back("blank " + name);
-    if (!trays.at(letter).file.empty()) return false;
+    if (fault != TrayResult::None) return {fault};
     ImageDisc disc;
     disc.file = "/shelf/" + name + ".iso";
     disc.typeCode = typeCode;
-    trays[letter] = disc;
-    return true;
+    doPutIn(letter, disc);
+    return {};
   }
-  bool insert(char letter, const std::string& file) override {
+  TrayResult insert(char letter, const std::string& file) override {
     log.push_back("insert " + file);
+    if (fault != TrayResult::None) return {fault};
     const auto at = std::find_if(onShelf.begin(), onShelf.end(),
                                  [&](const ImageDisc& disc) { return disc.file == file; });
-    if (at == onShelf.end() || !trays.at(letter).file.empty()) return false;
-    trays[letter] = *at;
+    if (at == onShelf.end()) return {TrayResult::NotADisc};
+    const ImageDisc disc = *at;
     onShelf.erase(at);
-    return true;
+    doPutIn(letter, disc);
+    return {};
   }
-  bool remove(char letter) override {
+  TrayResult remove(char letter) override {
     log.push_back("remove " + nameIn(letter));
-    onShelf.push_back(trays.at(letter));
-    trays[letter] = {};
-    return true;
+    doPutIn(letter, {});
+    return {};
+  }
+
+ private:
+  void doPutIn(char letter, const ImageDisc& disc) {
+    if (!trays.at(letter).file.empty()) onShelf.push_back(trays.at(letter));
+    trays[letter] = disc;
   }
 };
 

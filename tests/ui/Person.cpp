@@ -37,8 +37,8 @@ Person::~Person() {
   for (const Step& step : script_) ADD_FAILURE() << "The dialog " << step.dialog << " never came.";
 }
 
-void Person::when(const std::string& dialog, Deed deed) {
-  script_.push_back({dialog, std::move(deed), {}});
+void Person::when(const std::string& dialog, Deed deed, const std::string& once) {
+  script_.push_back({dialog, std::move(deed), once});
 }
 
 void Person::answers(const std::string& dialog, const std::string& button) {
@@ -60,8 +60,10 @@ QWidget* Person::frontDialog() {
 void Person::doLook() {
   QWidget* dialog = frontDialog();
   if (acting_ || dialog == nullptr || endsByItself(dialog->objectName())) return;
-  // What was done to a dialog takes its time; the next step is about another one, or comes later.
-  if (std::find(inHand_.begin(), inHand_.end(), dialog) != inHand_.end()) return;
+  // What was done to a dialog takes its time; the next step is about another one, or comes later,
+  // unless a menu was opened that waits for its choice.
+  const bool inHand = std::find(inHand_.begin(), inHand_.end(), dialog) != inHand_.end();
+  if (inHand && QApplication::activePopupWidget() == nullptr) return;
   if (!script_.empty() && isReady(script_.front(), *dialog)) {
     EXPECT_THAT(clashingMnemonics(*dialog), testing::IsEmpty()) << script_.front().dialog;
     const Step step = script_.front();

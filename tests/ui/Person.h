@@ -19,8 +19,9 @@ class Person : public QObject {
   ~Person() override;
 
   /// The next dialog of the script: when the one with this object name is in front, the deed is
-  /// done. Dialogs of work that end by themselves ("frmAddFiles") need no entry.
-  void when(const std::string& dialog, Deed deed);
+  /// done, as soon as its button `once` can be pressed when one is named. Dialogs of work that end
+  /// by themselves ("frmAddFiles") need no entry.
+  void when(const std::string& dialog, Deed deed, const std::string& once = {});
   /// The next dialog is answered by its button with this object name, or this text without '&', as
   /// soon as that can be pressed.
   void answers(const std::string& dialog, const std::string& button);

@@ -107,41 +107,41 @@ std::string ImageShelf::freeName(const std::string& name) const {
   return image;
 }
 
-bool ImageShelf::insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
-                             std::int64_t blocks) {
-  ImageDrive* drive = find(letter);
-  if (drive == nullptr || drive->isBusy() || !DiscTypes::isRecordable(typeCode) || blocks < 0)
-    return false;
-  if (!files_.doCreateFolderPath(folder_)) return false;
+TrayResult ImageShelf::insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
+                                   std::int64_t blocks) {
+  const ImageDrive* drive = find(letter);
+  if (drive == nullptr || drive->isBusy()) return {TrayResult::DriveBusy};
+  if (!DiscTypes::isRecordable(typeCode) || blocks < 0) return {TrayResult::NotADisc};
+  if (!files_.doCreateFolderPath(folder_)) return {TrayResult::NotMade};
   const std::string image = freeName(name);
   // The profile first: an image without one would pass for a pressed disc.
   const std::string profile = DiscProfile::blank(typeCode, blocks).toText();
-  if (!files_.writeAll(ImageDrive::profileFileOf(image), profile)) return false;
+  if (!files_.writeAll(ImageDrive::profileFileOf(image), profile)) return {TrayResult::NotMade};
   const auto file = files_.doCreateFile(image);
   if (!file || !file->finish()) {
     files_.doDeleteFile(ImageDrive::profileFileOf(image));
-    return false;
+    return {TrayResult::NotMade};
   }
   return insert(letter, image);
 }
 
-bool ImageShelf::insert(char letter, const std::string& file) {
+TrayResult ImageShelf::insert(char letter, const std::string& file) {
   ImageDrive* drive = find(letter);
   const std::string image = Paths::isNative(file) ? file : folder_ + file;
-  if (drive == nullptr || drive->isBusy() || (drive->disc() != image && isInUse(image)) ||
-      !ImageDrive::profileOf(files_, image))
-    return false;
+  if (drive == nullptr || drive->isBusy()) return {TrayResult::DriveBusy};
+  if (drive->disc() != image && isInUse(image)) return {TrayResult::InAnotherDrive};
+  if (!ImageDrive::profileOf(files_, image)) return {TrayResult::NotADisc};
   drive->setTray(image, false);
   storeTrays();
-  return true;
+  return {};
 }
 
-bool ImageShelf::remove(char letter) {
+TrayResult ImageShelf::remove(char letter) {
   ImageDrive* drive = find(letter);
-  if (drive == nullptr || drive->isBusy()) return false;
+  if (drive == nullptr || drive->isBusy()) return {TrayResult::DriveBusy};
   drive->setTray({}, true);
   storeTrays();
-  return true;
+  return {};
 }
 
 void ImageShelf::loadTrays() {

@@ -34,10 +34,10 @@ class ImageShelf : public ImageTrays {
   bool isOpen(char letter) const override;
   std::string shelf() const override { return folder_; }
   std::vector<ImageDisc> discsOnShelf() const override;
-  bool insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
-                   std::int64_t blocks) override;
-  bool insert(char letter, const std::string& file) override;
-  bool remove(char letter) override;
+  TrayResult insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
+                         std::int64_t blocks) override;
+  TrayResult insert(char letter, const std::string& file) override;
+  TrayResult remove(char letter) override;
 
   /// The drives, which live as long as this.
   std::vector<Drive*> drives() const;
