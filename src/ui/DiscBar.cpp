@@ -14,7 +14,7 @@ namespace {
 constexpr int RowsInView = 4;
 /// As long as runs take to tell how far they are, so that a bar never stands and jumps.
 constexpr int WayMilliseconds = 500;
-constexpr int EmptyOpacity = 48;  ///< of 255
+constexpr int EmptyOpacity = 36;  ///< of 255
 
 }  // namespace
 
