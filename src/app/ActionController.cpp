@@ -24,6 +24,7 @@ bool mayBegin(Command command, const ActionState& state) {
     case Command::ChangeOption:
       return !state.IgnoreEvents;
     case Command::ShowReport:
+    case Command::ChangeSettings:  // looking for drives would take the one that a run has chosen
     case Command::Close:
       return !state.ActionRunning && !state.ActionBusy;
     case Command::ExportGrid:

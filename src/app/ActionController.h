@@ -15,16 +15,17 @@ namespace korvenal {
 
 /// What a person can begin in the main window.
 enum class Command {
-  ChangePage,    ///< a main page or a step of a page
-  GoToStart,     ///< `PBSTART`
-  NewJob,        ///< `PBNewJob`
-  OpenJob,       ///< `PBOpenJob`
-  SaveJob,       ///< `PBSaveJob`
-  AddItems,      ///< `PBAddFiles`, `pbCreateItem`
-  ChangeOption,  ///< an option of the job that other texts hang on (`comboDiscType`)
-  Next,          ///< `PBNext`
-  ShowReport,    ///< the report of a disc, by its record
-  ExportGrid,    ///< export or print of a run's grids
+  ChangePage,      ///< a main page or a step of a page
+  GoToStart,       ///< `PBSTART`
+  NewJob,          ///< `PBNewJob`
+  OpenJob,         ///< `PBOpenJob`
+  SaveJob,         ///< `PBSaveJob`
+  AddItems,        ///< `PBAddFiles`, `pbCreateItem`
+  ChangeOption,    ///< an option of the job that other texts hang on (`comboDiscType`)
+  Next,            ///< `PBNext`
+  ShowReport,      ///< the report of a disc, by its record
+  ChangeSettings,  ///< the device settings and the default options, unless a run asks for them
+  ExportGrid,      ///< export or print of a run's grids
   Close,
 };
 

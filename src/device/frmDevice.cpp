@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Workspace.h"
+#include "platform/Text.h"
 
 namespace korvenal {
 
@@ -74,8 +75,9 @@ void frmDevice::doTakeStoredDrives() {
 }
 
 int frmDevice::choiceOf(const std::string& letter) const {
-  for (std::size_t i = 1; i < driveChoices.size() && !letter.empty(); ++i)
-    if (driveChoices[i].front() == letter.front()) return static_cast<int>(i);
+  const std::string wanted = Text::toUpper(letter.substr(0, 1));
+  for (std::size_t i = 1; i < driveChoices.size() && !wanted.empty(); ++i)
+    if (driveChoices[i].front() == wanted.front()) return static_cast<int>(i);
   return 0;
 }
 
@@ -128,6 +130,10 @@ void frmDevice::doCheckMultiEject(bool on) {
 void frmDevice::doCheckMultiSkipFirst(bool on) {
   chkMSkipEjectFirst = on;
   if (on) chkMultiEject = true;
+}
+
+void frmDevice::doSetCommand(std::size_t command, const std::string& text) {
+  AutoloaderCommand[command] = Text::firstBytes(text, Profile::BufferChars - 1);
 }
 
 void frmDevice::doDriveTray(int choice, bool close) {

@@ -63,6 +63,8 @@ class frmDevice : public Form {
   void doCheckSingleSkipFirst(bool on);
   void doCheckMultiEject(bool on);
   void doCheckMultiSkipFirst(bool on);
+  /// A command line, as far as the settings can hold it.
+  void doSetCommand(std::size_t command, const std::string& text);
   /// Opens or closes the tray of the drive that a list shows; nothing for "Nil".
   void doDriveTray(int choice, bool close);
 

@@ -36,7 +36,10 @@ void frmCommander::doNotify(const std::string& text) {
 
 TrayMenu frmCommander::menu() const {
   const bool closedToOthers = state_.ActionBusy || state_.IgnoreEvents;
-  return trayMenu(actions_.facts(), systemTray_, closedToOthers);
+  TrayMenu now = trayMenu(actions_.facts(), systemTray_, closedToOthers);
+  // An index is read from drives, too.
+  now.mnSettings = now.mnSettings && !state_.ActionRunning;
+  return now;
 }
 
 std::optional<TrayMenu> frmCommander::doRightClick() {

@@ -274,8 +274,9 @@ QWidget* DeviceDialog::commandPart() {
     grid->addWidget(buddyLabel(captions[i], edit), row, 0);
     grid->addWidget(edit, row, 1);
     commands_[i] = edit;
-    connect(edit, &QLineEdit::textEdited, this,
-            [this, i](const QString& text) { form_.AutoloaderCommand[i] = fromQt(text); });
+    connect(edit, &QLineEdit::textEdited, this, [this, i](const QString& text) {
+      act([this, i, &text] { form_.doSetCommand(i, fromQt(text)); });
+    });
   }
   grid->addWidget(
       explanationLabel(

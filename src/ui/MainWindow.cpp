@@ -180,10 +180,16 @@ void MainWindow::doBuildMenus() {
 
   QMenu* settings = menuBar()->addMenu(tr("Settin&gs"));
   settings->setObjectName(QStringLiteral("cmdSettings"));
-  settings->addAction(Theme::icon(QStringLiteral("drive-optical")), tr("&Device Settings..."), this,
-                      [this] { act([this] { main_.doDevice(); }); });
-  settings->addAction(Theme::icon(QStringLiteral("preferences-system")), tr("De&fault Options..."),
-                      this, [this] { act([this] { main_.doDefault(); }); });
+  const auto addSettings = [this, settings](const char* icon, const QString& text,
+                                            void (frmMain::*open)()) {
+    return settings->addAction(Theme::icon(QLatin1String(icon)), text, this, [this, open] {
+      act([this, open] {
+        if (mayBegin(Command::ChangeSettings, main_.state)) (main_.*open)();
+      });
+    });
+  };
+  settings_ = {addSettings("drive-optical", tr("&Device Settings..."), &frmMain::doDevice),
+               addSettings("preferences-system", tr("De&fault Options..."), &frmMain::doDefault)};
 
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   help->addAction(Theme::icon(QStringLiteral("help-contents")), tr("&This Page"),
@@ -218,6 +224,8 @@ void MainWindow::refresh() {
                        controller.mainTab == ActionController::BackupPage);
   openExplorer_->setEnabled(controller.mainTab == ActionController::BackupPage ||
                             controller.mainTab == ActionController::RestorePage);
+  for (QAction* settings : settings_)
+    settings->setEnabled(mayBegin(Command::ChangeSettings, main_.state));
   deviceName_->setText(toQt(main_.deviceSettings.DeviceName));
   for (Page* page : pages_) page->refresh();
 }

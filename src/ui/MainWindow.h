@@ -61,6 +61,7 @@ class MainWindow : public QMainWindow, public MainFrame {
   QAction* openJob_ = nullptr;
   QAction* saveJob_ = nullptr;
   QAction* openExplorer_ = nullptr;
+  std::array<QAction*, 2> settings_{};
   QLabel* deviceName_ = nullptr;
 };
 

@@ -66,18 +66,19 @@ TEST_F(ActionControllerTest, AStopIsAFlagAWordAndAFreeTray) {
 TEST(MayBegin, EachFlagKeepsItsOwnCommandsOut) {
   const auto refused = [](const ActionState& state) {
     std::vector<Command> found;
-    for (const Command one :
-         {Command::ChangePage, Command::NewJob, Command::AddItems, Command::ChangeOption,
-          Command::Next, Command::ShowReport, Command::ExportGrid, Command::Close})
+    for (const Command one : {Command::ChangePage, Command::NewJob, Command::AddItems,
+                              Command::ChangeOption, Command::Next, Command::ShowReport,
+                              Command::ChangeSettings, Command::ExportGrid, Command::Close})
       if (!mayBegin(one, state)) found.push_back(one);
     return found;
   };
   EXPECT_TRUE(refused({}).empty());
   EXPECT_THAT(refused({.ActionRunning = true}),
               ElementsAre(Command::ChangePage, Command::NewJob, Command::AddItems, Command::Next,
-                          Command::ShowReport, Command::Close));
+                          Command::ShowReport, Command::ChangeSettings, Command::Close));
   EXPECT_THAT(refused({.ActionBusy = true}),
-              ElementsAre(Command::ShowReport, Command::ExportGrid, Command::Close));
+              ElementsAre(Command::ShowReport, Command::ChangeSettings, Command::ExportGrid,
+                          Command::Close));
   EXPECT_THAT(refused({.IgnoreEvents = true}),
               ElementsAre(Command::NewJob, Command::ChangeOption, Command::Next));
 }

@@ -114,7 +114,8 @@ TEST_F(DeviceFormTest, CancelSavesTooAndCommandsStayUnchanged) {
     form.OptDevice = 2;
     form.AL01 = 2;
     form.WriteSpeedDVD = 13;
-    form.AutoloaderCommand[4] = command;
+    form.doSetCommand(4, command);
+    form.doSetCommand(0, std::string(600, 'x'));
     form.doCheckSingleEject(false);
     form.doCheckMultiSkipFirst(true);
     form.pbCancel();
@@ -122,11 +123,24 @@ TEST_F(DeviceFormTest, CancelSavesTooAndCommandsStayUnchanged) {
   bench_.device.doReadDvcData(bench_.profile);
   EXPECT_EQ(bench_.device.DeviceName, "Autoloader (E:)");
   EXPECT_EQ(bench_.device.AutoloaderCommand[4], command);
+  EXPECT_EQ(bench_.device.AutoloaderCommand[0], std::string(511, 'x')) << "not lost altogether";
   EXPECT_EQ(bench_.device.WriteSpeedDVD, 13);
   EXPECT_EQ(bench_.device.SingleSkipEjectFirst, 0) << "goes with the eject";
   EXPECT_EQ(bench_.device.MultiSkipEjectFirst, 1);
   EXPECT_EQ(frmDevice::speedChoicesCD().size(), 30U);
   EXPECT_EQ(frmDevice::speedChoicesDVD()[13], "2x");
+}
+
+TEST_F(DeviceFormTest, ADriveThatARunFindsIsFoundByTheFormToo) {
+  for (const char letter : {'D', 'E'}) bench_.doConnect(letter);
+  bench_.profile.doWriteProfile("Devices", "dvcS_Name", "e: by hand");
+  bench_.device.doReadDvcData(bench_.profile);
+  ASSERT_EQ(bench_.device.DriveLetters, "E:");
+  show([](frmDevice& form) {
+    EXPECT_EQ(form.singleDrive, 2);
+    form.pbOK();
+  });
+  EXPECT_EQ(bench_.device.DriveLetters, "E:");
 }
 
 TEST_F(DeviceFormTest, SeveralDrivesMustBeTwoAndDifferent) {

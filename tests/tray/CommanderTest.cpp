@@ -109,6 +109,10 @@ TEST_F(CommanderTest, ItemsThatCannotBeChosenDoNothing) {
   EXPECT_THAT(done,
               ElementsAre("hide", "backup", "restore", "schedule", "device", "default", "exit"));
   done.clear();
+  state.ActionRunning = true;
+  commander.mnDevice();
+  EXPECT_THAT(done, IsEmpty()) << "an index is read from the drives";
+  state.ActionRunning = false;
   state.ActionBusy = true;
   systemTray = false;
   pressAll();

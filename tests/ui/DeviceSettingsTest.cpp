@@ -131,6 +131,18 @@ TEST_F(DeviceSettingsTest, DrivesThatCannotWorkTogetherKeepTheWindowOpen) {
   EXPECT_EQ(device(), QStringLiteral("Single-drive (V:)"));
 }
 
+TEST_F(DeviceSettingsTest, NobodyOpensTheMenusSettingsDuringARun) {
+  doStart();
+  const auto isOpen = [this] { return find<QMenu>("cmdSettings").actions().at(0)->isEnabled(); };
+  press("TASK04");
+  person.when("frmLoadDisc", [&](QWidget& prompt) {
+    EXPECT_FALSE(isOpen()) << "it would take the drive that the run has chosen";
+    Person::press(prompt, "pbStop");
+  });
+  press("PBNext2");
+  EXPECT_TRUE(isOpen());
+}
+
 TEST_F(DeviceSettingsTest, TraysMoveAtOnceAndTheListIsReadAgain) {
   imageDrives = 2;
   doStart();
