@@ -51,6 +51,7 @@ void LoadDiscDialog::doShowDrives() {
     if (drive.empty()) continue;
     std::string text = "  " + drive + " " + form_.vsDrive.text(row + 1, 1);
     if (form_.isImageDrive(row)) text += ": " + discDescription(form_.discInTray(row));
+    if (form_.isTrayOpen(row)) text += " (tray open)";
     screen_.line(text);
   }
 }

@@ -374,6 +374,10 @@ ImageDisc frmLoadDisc::discInTray(int row) const {
   return isImageDrive(row) ? services_.trays.discIn(letterOf(row)) : ImageDisc{};
 }
 
+bool frmLoadDisc::isTrayOpen(int row) const {
+  return isImageDrive(row) && services_.trays.isOpen(letterOf(row));
+}
+
 std::vector<ShelfDisc> frmLoadDisc::discsOnShelf() const {
   return hand_.discs(FromDisc, driveCount_);
 }

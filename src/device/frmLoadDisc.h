@@ -76,6 +76,7 @@ class frmLoadDisc : public Form {
   // it was.
   bool isImageDrive(int row) const;
   ImageDisc discInTray(int row) const;
+  bool isTrayOpen(int row) const;
   /// The type of blank disc that the run wants; `DiscNone` when it wants none.
   std::uint8_t blankType() const { return hand_.blankType(); }
   /// Those that fit the request best come first, then the newest.

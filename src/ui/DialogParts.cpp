@@ -47,31 +47,31 @@ class WrappedLabel : public QLabel {
   }
 };
 
-/// Small grey words that are still easy to read, also after the desktop turned light or dark.
-class ExplanationLabel : public QLabel {
- public:
-  ExplanationLabel(const QString& text, QWidget* parent) : QLabel(text, parent) { doTakeColor(); }
-
- protected:
-  void changeEvent(QEvent* event) override {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) doTakeColor();
-  }
-
- private:
-  void doTakeColor() {
-    const QWidget* ground = parentWidget();
-    const QColor grey =
-        Theme::explanation(ground != nullptr ? ground->palette() : QApplication::palette());
-    QPalette colors = palette();
-    if (colors.color(QPalette::Active, QPalette::WindowText) == grey) return;
-    colors.setColor(QPalette::Active, QPalette::WindowText, grey);
-    colors.setColor(QPalette::Inactive, QPalette::WindowText, grey);
-    setPalette(colors);
-  }
-};
-
 }  // namespace
+
+ExplanationLabel::ExplanationLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+  doTakeColor();
+  setTextFormat(Qt::PlainText);
+  QFont small = font();
+  small.setPointSizeF(small.pointSizeF() * 0.9);
+  setFont(small);
+}
+
+void ExplanationLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) doTakeColor();
+}
+
+void ExplanationLabel::doTakeColor() {
+  const QWidget* ground = parentWidget();
+  const QColor grey =
+      Theme::explanation(ground != nullptr ? ground->palette() : QApplication::palette());
+  QPalette colors = palette();
+  if (colors.color(QPalette::Active, QPalette::WindowText) == grey) return;
+  colors.setColor(QPalette::Active, QPalette::WindowText, grey);
+  colors.setColor(QPalette::Inactive, QPalette::WindowText, grey);
+  setPalette(colors);
+}
 
 QWidget* iconLabel(const QIcon& icon, int pixels, QWidget* parent) {
   return new IconLabel(icon, pixels, parent);
@@ -87,11 +87,7 @@ QLabel* wrappedLabel(const QString& text, int characters, QWidget* parent) {
 
 QLabel* explanationLabel(const QString& text, QWidget* parent) {
   auto* label = new ExplanationLabel(text, parent);
-  label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
-  QFont font = label->font();
-  font.setPointSizeF(font.pointSizeF() * 0.9);
-  label->setFont(font);
   return label;
 }
 

@@ -8,6 +8,18 @@
 
 namespace korvenal::ui {
 
+/// Small grey words that are still easy to read, also after the desktop turned light or dark.
+class ExplanationLabel : public QLabel {
+ public:
+  ExplanationLabel(const QString& text, QWidget* parent);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void doTakeColor();
+};
+
 // What most dialogs are put together from. Everything made is owned by the parent given.
 
 /// A picture that is drawn anew whenever the palette changes. Square, `pixels` wide.

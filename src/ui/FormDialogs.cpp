@@ -37,7 +37,7 @@ std::unique_ptr<FormDialog> makeFormDialog(Form& form, const DialogServices& ser
   if (auto dialog = make<frmDevice, DeviceDialog>(form, parent, services)) return dialog;
   if (auto dialog = make<frmEstimateInfo, EstimateDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmFind, FindDialog>(form, parent)) return dialog;
-  if (auto dialog = make<frmLoadDisc, LoadDiscDialog>(form, parent)) return dialog;
+  if (auto dialog = make<frmLoadDisc, LoadDiscDialog>(form, parent, services)) return dialog;
   if (auto dialog = make<frmNotice, NoticeDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmPickDisc, PickDiscDialog>(form, parent)) return dialog;
   if (auto dialog = make<frmReadLog, ReadLogDialog>(form, parent)) return dialog;

@@ -3,7 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QToolButton>
+#include <QShortcut>
 #include <algorithm>
 
 #include "device/frmPickDisc.h"
@@ -15,37 +15,41 @@
 
 namespace korvenal::ui {
 
-/// A line that gives way to what stands beside it: its middle is left out where there is no room.
-class DriveLine : public QLabel {
+/// What lies in a drive and the name it has on the shelf. The name gives way where there is no
+/// room: its middle is left out.
+class DriveLine : public ExplanationLabel {
  public:
-  explicit DriveLine(QWidget* parent) : QLabel(parent) {
-    setTextFormat(Qt::PlainText);
+  explicit DriveLine(QWidget* parent) : ExplanationLabel({}, parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setMinimumWidth(fontMetrics().averageCharWidth() * LeastCharacters);
-    setForegroundRole(QPalette::PlaceholderText);
   }
-  void setWhole(const QString& text) {
-    whole_ = text;
+  void setDisc(const ImageDisc& disc, bool isTrayOpen) {
+    description_ = discDescription(disc);
+    if (isTrayOpen) description_ += LoadDiscDialog::tr(", tray open");
+    name_ = disc.file.empty() ? QString() : QStringLiteral(" \u2013 ") + toQt(shelfNameOf(disc));
     doFit();
   }
 
  protected:
   void resizeEvent(QResizeEvent* event) override {
-    QLabel::resizeEvent(event);
+    ExplanationLabel::resizeEvent(event);
     doFit();
   }
 
  private:
-  static constexpr int LeastCharacters = 34;
+  static constexpr int LeastCharacters = 52;
 
   void doFit() {
-    const QString fitting = fontMetrics().elidedText(whole_, Qt::ElideMiddle, width());
+    const int room = width() - fontMetrics().horizontalAdvance(description_);
+    const QString whole = description_ + name_;
+    const QString fitting = description_ + fontMetrics().elidedText(name_, Qt::ElideMiddle, room);
     setText(fitting);
-    setToolTip(fitting == whole_ ? QString() : whole_);
-    setAccessibleName(whole_);
+    setToolTip(fitting == whole ? QString() : whole);
+    setAccessibleName(whole);
   }
 
-  QString whole_;
+  QString description_;
+  QString name_;
 };
 
 namespace {
@@ -57,17 +61,14 @@ QString pictureOf(int deviceMode) {
   return deviceMode == 2 ? QStringLiteral("autoloader") : QStringLiteral("single-drive");
 }
 
-/// What lies in an image drive, with the name it has on the shelf.
-QString discLine(const ImageDisc& disc) {
-  const QString description = discDescription(disc);
-  return disc.file.empty()
-             ? description
-             : QStringLiteral("%1 \u2013 %2").arg(description, toQt(shelfNameOf(disc)));
-}
-
 /// '&' of a name is no mark of a key.
 QString unmarked(QString text) {
   return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+const char* topicOf(int purpose) {
+  if (purpose == WorkerBurn) return "Backup Window";
+  return purpose == WorkerErase ? "Erase Rewritable Disc" : "Restore Window";
 }
 
 void fillNumbers(QComboBox& list, int count, int chosen) {
@@ -81,11 +82,11 @@ void fillNumbers(QComboBox& list, int count, int chosen) {
 
 }  // namespace
 
-LoadDiscDialog::LoadDiscDialog(frmLoadDisc& form, QWidget* parent)
+LoadDiscDialog::LoadDiscDialog(frmLoadDisc& form, const DialogServices& services, QWidget* parent)
     : FormDialog(form, parent), form_(form) {
   setObjectName(QStringLiteral("frmLoadDisc"));
   setWindowTitle(tr("Load Disc"));
-  sentence_ = wrappedLabel({}, 58, this);
+  sentence_ = wrappedLabel({}, 66, this);
   sentence_->setObjectName(QStringLiteral("DESC0"));
   QFont large = sentence_->font();
   large.setPointSizeF(large.pointSizeF() * 1.2);
@@ -102,6 +103,8 @@ LoadDiscDialog::LoadDiscDialog(frmLoadDisc& form, QWidget* parent)
   column->addStretch();
   doBuildButtons(*column);
   pbOK_->setFocus();
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+          [showHelp = services.showHelp, topic = topicOf(form.purpose())] { showHelp(topic); });
 }
 
 void LoadDiscDialog::doBuildRange(QVBoxLayout& column) {
@@ -168,12 +171,8 @@ void LoadDiscDialog::doBuildDrive(QGridLayout& grid, int row) {
   drive.name->setTextFormat(Qt::PlainText);
   drive.disc = new DriveLine(vsDrive_);
   drive.disc->setObjectName(QStringLiteral("disc%1").arg(row));
-  drive.tray = new QToolButton(vsDrive_);
-  drive.tray->setObjectName(QStringLiteral("tray%1").arg(row));
-  drive.tray->setText(tr("Change Disc"));
+  drive.tray = numbered("tray", tr("Change Disc"));
   drive.tray->setToolTip(tr("Puts another disc into this image drive"));
-  drive.tray->setPopupMode(QToolButton::InstantPopup);
-  drive.tray->setFocusPolicy(Qt::StrongFocus);
   drive.tray->setMenu(new TrayMenu(
       form_, row, [this](const auto& wish) { act(wish); }, drive.tray));
   drive.eject = numbered("multiEject", tr("Eject"));
@@ -239,7 +238,7 @@ void LoadDiscDialog::doRefreshDrive(int row) {
   drive.name->setText(QStringLiteral("%1%2  %3")
                           .arg(marked ? QStringLiteral("&") : QString(), letter,
                                unmarked(toQt(form_.vsDrive.text(row + 1, 1)))));
-  if (image) drive.disc->setWhole(discLine(form_.discInTray(row)));
+  if (image) drive.disc->setDisc(form_.discInTray(row), form_.isTrayOpen(row));
   drive.eject->setAccessibleName(tr("Eject %1").arg(letter));
   drive.close->setAccessibleName(tr("Close %1").arg(letter));
   drive.tray->setAccessibleName(tr("Change disc in %1").arg(letter));

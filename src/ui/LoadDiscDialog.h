@@ -3,13 +3,12 @@
 #include <array>
 
 #include "device/frmLoadDisc.h"
-#include "ui/FormDialog.h"
+#include "ui/FormDialogs.h"
 
 class QCheckBox;
 class QComboBox;
 class QLabel;
 class QPushButton;
-class QToolButton;
 
 namespace korvenal::ui {
 
@@ -20,7 +19,7 @@ class DriveLine;
 class LoadDiscDialog : public FormDialog {
   Q_OBJECT
  public:
-  LoadDiscDialog(frmLoadDisc& form, QWidget* parent);
+  LoadDiscDialog(frmLoadDisc& form, const DialogServices& services, QWidget* parent);
 
  protected:
   void refresh() override;
@@ -29,8 +28,8 @@ class LoadDiscDialog : public FormDialog {
   /// One drive as it is shown.
   struct DriveRow {
     QLabel* name = nullptr;
-    DriveLine* disc = nullptr;  ///< what lies in an image drive
-    QToolButton* tray = nullptr;
+    DriveLine* disc = nullptr;    ///< what lies in an image drive
+    QPushButton* tray = nullptr;  ///< opens the menu of an image drive
     QPushButton* eject = nullptr;
     QPushButton* close = nullptr;
   };

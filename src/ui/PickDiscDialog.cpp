@@ -15,7 +15,7 @@ namespace korvenal::ui {
 
 namespace {
 
-constexpr int WidthInCharacters = 110;
+constexpr int WidthInCharacters = 130;
 constexpr int HeightInLines = 26;
 
 bool movesInList(const QKeyEvent& key) {
@@ -77,7 +77,7 @@ PickDiscDialog::PickDiscDialog(frmPickDisc& form, QWidget* parent)
 
 void PickDiscDialog::doBuildList() {
   vsDisc_ = new RecordTable(form_.vsDisc, new RecordModel(form_.vsDisc),
-                            {.widths = {40, 18, 12, 18},
+                            {.widths = {40, 14, 11, 22},
                              .emptyText = form_.discCount() == 0 ? tr("No disc lies ready.")
                                                                  : tr("No disc is like that."),
                              .follows = RecordTable::Follows::Current},
@@ -86,6 +86,8 @@ void PickDiscDialog::doBuildList() {
   vsDisc_->setAccessibleName(tr("Discs"));
   vsDisc_->horizontalHeader()->setStretchLastSection(false);
   vsDisc_->horizontalHeader()->setSectionResizeMode(PickDiscName, QHeaderView::Stretch);
+  // The one that fits best stands first.
+  vsDisc_->selectRow(0);
   connect(vsDisc_, &RecordTable::rowOpened, this, [this](int row) {
     act([this, row] {
       form_.doChooseRow(row);

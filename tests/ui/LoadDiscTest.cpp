@@ -95,7 +95,7 @@ TEST_F(LoadDiscTest, ABackupGetsANewBlankDiscFromTheMenuNamedAfterIt) {
     EXPECT_THAT(inDrive(prompt, 0), testing::StartsWith("CD-R, blank, "));
     EXPECT_THAT(inDrive(prompt, 0), testing::EndsWith("disc 01"));
     choose(menu(prompt, "trayMenu0"), QStringLiteral("Take Out"));
-    EXPECT_EQ(inDrive(prompt, 0), "no disc");
+    EXPECT_EQ(inDrive(prompt, 0), "no disc, tray open");
     QMenu& changes = menu(prompt, "trayMenu0");
     EXPECT_FALSE(entry(changes, QStringLiteral("Take Out"))->isEnabled());
     changes.close();
@@ -145,6 +145,7 @@ TEST_F(LoadDiscTest, AnOldDiscIsFoundAmongManyByTypingAndRestored) {
   person.when("frmPickDisc", [](QWidget& list) {
     const QAbstractItemModel& discs = *Person::find<QTableView>(list, "vsDisc").model();
     EXPECT_EQ(discs.rowCount(), 30);
+    EXPECT_TRUE(Person::find(list, "pbOK").isEnabled()) << "the first one is chosen";
     EXPECT_EQ(Person::find<QLabel>(list, "wanted").text(), QStringLiteral("Asked for: Backup #1"));
     Person::type(Person::find(list, "txName"), "nothing");
     EXPECT_FALSE(Person::find(list, "pbOK").isEnabled());
@@ -195,6 +196,7 @@ TEST_F(LoadDiscTest, TwoDrivesBurnFromTheDiscThatAPersonPicks) {
     EXPECT_EQ(from.currentText() + to.currentText(), QStringLiteral("33"));
     pressAlt(prompt, Qt::Key_W);
     Person::press(prompt, "multiEject1");
+    EXPECT_THAT(inDrive(prompt, 1), testing::HasSubstr(", tray open"));
     EXPECT_EQ(prompt.focusWidget(), &Person::find(prompt, "vsDrive"));
     pressAlt(prompt, Qt::Key_O);
   });
