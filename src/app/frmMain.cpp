@@ -204,7 +204,12 @@ void frmMain::doImportM3U() {
 }
 
 void frmMain::doExport(const Table& table) {
-  doExportGrid(ports_.desktop, ports_.files, table);
+  const FileOutcome outcome = doExportGrid(ports_.desktop, ports_.files, table);
+  if (outcome) return;
+  const FlagScope ignore(state.IgnoreEvents);
+  ports_.desktop.doShowMessage({.text = "The text file could not be written.\n" + outcome.text,
+                                .title = "Error",
+                                .icon = MessageIcon::Stop});
 }
 
 void frmMain::doPrint(const Table& table, const std::string& title) {

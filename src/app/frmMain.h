@@ -122,7 +122,7 @@ class frmMain {
   /// Reads a play list into the job.
   void doImportM3U();
 
-  /// Writes a table to a text file that is asked for.
+  /// Writes a table to a text file that is asked for; tells when that fails.
   void doExport(const Table& table);
   /// Prints a table under its title.
   void doPrint(const Table& table, const std::string& title);
