@@ -21,7 +21,27 @@ double kilobytes(const std::string& text) {
   return number;
 }
 
-/// 1 to `count`, ordered by the keys of the rows, which come in the same order.
+bool isSortable(int col) {
+  return col == ContentsName || col == ContentsSize || col == ContentsModified;
+}
+
+/// Calls `use` with what the items sort by, a key a row from row 1: numbers for sizes, else texts
+/// in which case does not count.
+template <typename Use>
+auto withSortKeys(const Table& contents, int col, const Use& use) {
+  if (col == ContentsSize) {
+    std::vector<double> sizes;
+    for (int row = 1; row < contents.Rows(); ++row)
+      sizes.push_back(kilobytes(contents.text(row, col)));
+    return use(sizes);
+  }
+  std::vector<std::string> texts;
+  for (int row = 1; row < contents.Rows(); ++row)
+    texts.push_back(Text::toUpper(contents.text(row, col)));
+  return use(texts);
+}
+
+/// The rows from 1 in the order of their keys.
 template <typename Key>
 std::vector<int> sortedRows(const std::vector<Key>& keys, bool descending) {
   std::vector<int> order(keys.size());
@@ -138,20 +158,28 @@ void ContentsEditing::doRandomize() {
 void ContentsEditing::doSortColumn(int col) {
   Table& contents = job_.vsContents;
   if (col == ContentsIcon) col = ContentsName;
-  if (col != ContentsName && col != ContentsSize && col != ContentsModified) return;
+  if (!isSortable(col)) return;
   const bool descending = contents.cellData(0, col) == "1";
   contents.setCellData(0, col, descending ? "0" : "1");
-  if (col == ContentsSize) {
-    std::vector<double> sizes;
-    for (int row = 1; row < contents.Rows(); ++row)
-      sizes.push_back(kilobytes(contents.text(row, col)));
-    doArrange(sortedRows(sizes, descending));
-    return;
-  }
-  std::vector<std::string> texts;
-  for (int row = 1; row < contents.Rows(); ++row)
-    texts.push_back(Text::toUpper(contents.text(row, col)));
-  doArrange(sortedRows(texts, descending));
+  doArrange(withSortKeys(contents, col,
+                         [descending](const auto& keys) { return sortedRows(keys, descending); }));
+  mark_ = {.col = col, .descending = descending};
+  markedRevision_ = contents.revision();
+}
+
+bool ContentsEditing::isInOrder(const SortMark& mark) const {
+  return withSortKeys(job_.vsContents, mark.col, [&mark](const auto& keys) {
+    return mark.descending ? std::is_sorted(keys.rbegin(), keys.rend())
+                           : std::is_sorted(keys.begin(), keys.end());
+  });
+}
+
+SortMark ContentsEditing::sortMark() {
+  const Table& contents = job_.vsContents;
+  if (mark_.col < 0 || markedRevision_ == contents.revision()) return mark_;
+  markedRevision_ = contents.revision();
+  if (!contents.hasData() || !isInOrder(mark_)) mark_ = {};
+  return mark_;
 }
 
 void ContentsEditing::doArrange(const std::vector<int>& order) {

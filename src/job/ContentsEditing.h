@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <random>
 #include <string>
 #include <string_view>
@@ -16,6 +17,13 @@ struct JobCommands {
   bool moveUp = false;
   bool moveDown = false;
   bool randomize = false;
+};
+
+/// The column by which the items stand in order since a click on its header.
+struct SortMark {
+  int col = -1;  ///< -1 for none
+  bool descending = false;
+  bool operator==(const SortMark&) const = default;
 };
 
 /// How the editing of a name ended.
@@ -51,6 +59,8 @@ class ContentsEditing {
   void doRandomize();
   /// A click on a header cell: name, size and date sort, and turn round at the next click.
   void doSortColumn(int col);
+  /// Gone as soon as the items stand in another order: moved, added to, renamed, loaded anew.
+  SortMark sortMark();
 
  private:
   bool isRow(int row) const { return row >= 1 && row < job_.vsContents.Rows(); }
@@ -58,11 +68,14 @@ class ContentsEditing {
     return desktop_.doShowMessage(question) == Answer::Yes;
   }
   void doArrange(const std::vector<int>& order);
+  bool isInOrder(const SortMark& mark) const;
 
   ActionState& state_;
   Desktop& desktop_;
   Job& job_;
-  std::minstd_rand random_;  ///< never seeded: every start gives the same orders
+  SortMark mark_;
+  std::uint64_t markedRevision_ = 0;  ///< of the table, when the mark was last found true
+  std::minstd_rand random_;           ///< never seeded: every start gives the same orders
 };
 
 }  // namespace korvenal

@@ -69,6 +69,27 @@ TEST_F(EditingTest, ColumnsSortByWhatTheyMean) {
   EXPECT_THAT(bench_.names(), testing::ElementsAre("gamma.txt", "beta", "Alpha"));
 }
 
+TEST_F(EditingTest, TheMarkOfASortGoesWithItsOrder) {
+  const SortMark byName{.col = ContentsName, .descending = false};
+  EXPECT_EQ(editing_.sortMark(), SortMark());
+  editing_.doSortColumn(ContentsName);
+  EXPECT_EQ(editing_.sortMark(), byName);
+  bench_.controls.setSubfolder(1, false);
+  bench_.add("zeta", "/z");
+  EXPECT_EQ(editing_.sortMark(), byName) << "still in order";
+  editing_.doSortColumn(ContentsName);
+  EXPECT_TRUE(editing_.sortMark().descending);
+  job_.vsContents.Row = 2;
+  editing_.doMoveDown();
+  EXPECT_EQ(editing_.sortMark(), SortMark());
+  editing_.doMoveUp();
+  EXPECT_EQ(editing_.sortMark(), SortMark()) << "by chance in order again, by nobody's wish";
+
+  editing_.doSortColumn(ContentsName);
+  bench_.newJob.doNewJob();
+  EXPECT_EQ(editing_.sortMark(), SortMark());
+}
+
 TEST_F(EditingTest, FiltersFollowTheirRules) {
   JobControls& controls = bench_.controls;
   controls.setInclude("");
