@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "ui/FileIcons.h"
+#include "ui/Texts.h"
 #include "ui/Theme.h"
 
 namespace korvenal::ui {
@@ -13,6 +14,7 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int LargeIconPixels = 40;
+constexpr int MostNameCharacters = 30;
 
 class IconLabel : public QWidget {
  public:
@@ -117,17 +119,22 @@ QHBoxLayout* withIcon(QWidget& parent, const QString& icon, QWidget* content) {
 
 QHBoxLayout* fileFacts(QWidget& parent, const QString& name, const QStringList& facts) {
   auto* column = new QVBoxLayout;
-  auto* title = new QLabel(name, &parent);
+  // A long name keeps its beginning and its end; all of it stands in the tool tip.
+  const QFontMetrics metrics = parent.fontMetrics();
+  auto* title = new QLabel(
+      metrics.elidedText(name, Qt::ElideMiddle, metrics.averageCharWidth() * MostNameCharacters),
+      &parent);
   title->setTextFormat(Qt::PlainText);
+  title->setToolTip(toolTipText(name));
   column->addWidget(title);
   for (const QString& fact : facts) {
     auto* label = new QLabel(fact, &parent);
     label->setTextFormat(Qt::PlainText);
     column->addWidget(label);
   }
+  column->addStretch();
   QWidget* picture = iconLabel(FileIcons().ofType(name), LargeIconPixels, &parent);
   auto* row = new QHBoxLayout;
-  row->addSpacing(LargeIconPixels);
   row->addWidget(picture, 0, Qt::AlignTop);
   row->addLayout(column, 1);
   return row;

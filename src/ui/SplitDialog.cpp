@@ -5,35 +5,20 @@
 
 namespace korvenal::ui {
 
-SplitDialog::SplitDialog(frmSplit& form, QWidget* parent) : FormDialog(form, parent) {
+SplitDialog::SplitDialog(frmSplit& form, QWidget* parent) : QuestionDialog(form, parent) {
   setObjectName(QStringLiteral("frmSplit"));
   setWindowTitle(toQt(form.title));
-  auto* column = new QVBoxLayout(this);
-  column->addLayout(withIcon(*this, QStringLiteral("dialog-question"),
-                             wrappedLabel(toQt(form.message), 62, this)));
-  column->addLayout(fileFacts(*this, toQt(form.fileName),
-                              {toQt(form.sizeLabel + " " + form.sizeText), toQt(form.dateText)}));
-  struct Choice {
-    const char* name;
-    QString text;
-    void (frmSplit::*press)();
-  };
-  const Choice choices[] = {{"pbSplitIt", tr("S&plit It"), &frmSplit::pbSplitIt},
-                            {"pbSplitAll", tr("Split &All"), &frmSplit::pbSplitAll},
-                            {"pbSkipIt", tr("S&kip It"), &frmSplit::pbSkipIt},
-                            {"pbStop", tr("&Stop"), &frmSplit::pbStop}};
-  auto* row = new QHBoxLayout;
-  row->addStretch();
-  for (const Choice& choice : choices) {
-    QPushButton* button = namedButton(choice.name, choice.text, this);
-    row->addWidget(button);
-    connect(button, &QPushButton::clicked, this,
-            [this, &form, press = choice.press] { act([&form, press] { (form.*press)(); }); });
-  }
-  auto* first = findChild<QPushButton*>(QStringLiteral("pbSplitIt"));
-  first->setDefault(true);
-  first->setFocus();
-  column->addLayout(row);
+  doBuild(toQt(form.message),
+          fileFacts(*this, toQt(form.fileName),
+                    {toQt(form.sizeLabel + " " + form.sizeText), toQt(form.dateText)}),
+          {{"pbSplitIt", tr("S&plit It"), tr("Puts the parts of the file on several discs"),
+            [&form] { form.pbSplitIt(); }},
+           {"pbSplitAll", tr("Split &All"), tr("Splits every such file that follows, too"),
+            [&form] { form.pbSplitAll(); }},
+           {"pbSkipIt", tr("S&kip It"), tr("Leaves the file out of the backup"),
+            [&form] { form.pbSkipIt(); }},
+           {"pbStop", tr("&Stop"), {}, [&form] { form.pbStop(); }}},
+          0);
 }
 
 }  // namespace korvenal::ui

@@ -46,7 +46,8 @@ int TableModel::columnCount(const QModelIndex& parent) const {
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
-  return toQt(table_.text(tableRow(index), index.column()));
+  const QString text = toQt(table_.text(tableRow(index), index.column()));
+  return role == Qt::ToolTipRole ? toolTipText(text) : text;
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {

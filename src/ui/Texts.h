@@ -14,4 +14,11 @@ inline std::string fromQt(const QString& text) {
   return text.toStdString();
 }
 
+/// A tool tip that shows a text as it is: names and paths may look like markup. Long ones wrap.
+inline QString toolTipText(const QString& text) {
+  if (text.isEmpty()) return {};
+  return QStringLiteral("<qt>") +
+         text.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>"));
+}
+
 }  // namespace korvenal::ui
