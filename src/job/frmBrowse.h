@@ -57,8 +57,6 @@ class frmBrowse : public Form {
   /// The state of the box that ticks all.
   Ticks SelectAll() const;
   bool isAddEnabled() const { return ticked_ > 0; }
-  /// The worker is at work: a window of normal state stays out of its way.
-  bool isAdding() const { return adding_; }
   /// True when the size that was left does not fit the screen (twips).
   bool opensMaximized(int screenWidth) const;
 

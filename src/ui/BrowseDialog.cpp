@@ -63,13 +63,14 @@ BrowseDialog::BrowseDialog(frmBrowse& form, const DialogServices& services, QWid
 
 void BrowseDialog::refreshPlace() {
   const BrowserSize kept = form_.keptSize();
-  if (const QScreen* at = screen();
-      at != nullptr && form_.opensMaximized(at->size().width() * TwipsPerPixel))
-    setWindowState(Qt::WindowMaximized);
-  else if (kept.width > 0)
+  const QScreen* at = screen();
+  const bool maximized = at != nullptr && form_.opensMaximized(at->size().width() * TwipsPerPixel);
+  // A maximized window gets a size as well: the one for when it is so no longer.
+  if (kept.width > 0 && !maximized)
     resize(kept.width / TwipsPerPixel, kept.height / TwipsPerPixel);
   else
     resize(FirstWidth, FirstHeight);
+  if (maximized) setWindowState(Qt::WindowMaximized);
 }
 
 QWidget* BrowseDialog::pathRow() {
@@ -295,12 +296,6 @@ void BrowseDialog::refresh() {
   const auto count = static_cast<int>(form_.tickedCount());
   count_->setText(count > 0 ? tr("%1 selected").arg(count) : QString());
   CMD_[frmBrowse::AddCommand]->setEnabled(form_.isAddEnabled());
-  // While items are added, a window of normal state stays out of the worker's way.
-  const bool aside = form_.isAdding() && !isMaximized();
-  if (aside != aside_) {
-    aside_ = aside;
-    setWindowOpacity(aside ? 0 : 1);
-  }
 }
 
 void BrowseDialog::hideEvent(QHideEvent* event) {

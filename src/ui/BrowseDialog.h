@@ -60,7 +60,6 @@ class BrowseDialog : public FormDialog {
   std::array<QPushButton*, 2> CMD_{};
   QString folderShown_;
   std::size_t entriesShown_ = 0;
-  bool aside_ = false;  ///< out of the way of the worker
 };
 
 }  // namespace korvenal::ui

@@ -59,7 +59,8 @@ int BrowseModel::columnCount(const QModelIndex& parent) const {
 QIcon BrowseModel::icon(const frmBrowse::Entry& entry) const {
   if (entry.isFolder()) return icons_.folder();
   const QString name = toQt(entry.name);
-  if (withThumbnails_) {
+  // Only files: reading a pipe would wait for ever.
+  if (withThumbnails_ && entry.info.kind == FileInfo::Kind::File) {
     const QIcon picture = thumbnails_.of(toQt(form_.pathOf(entry)));
     if (!picture.isNull()) return picture;
   }
@@ -88,7 +89,7 @@ QVariant BrowseModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return text(at, index.column());
     case Qt::ToolTipRole:
-      return index.column() == NameColumn ? QVariant(toQt(at.name)) : QVariant();
+      return index.column() == NameColumn ? QVariant(toolTipText(toQt(at.name))) : QVariant();
     case Qt::DecorationRole:
       return index.column() == NameColumn ? QVariant(icon(at)) : QVariant();
     case Qt::CheckStateRole:

@@ -1,5 +1,8 @@
+#include <sys/stat.h>
+
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QListView>
 #include <QTableView>
 #include <QtTest>
 #include <fstream>
@@ -66,6 +69,68 @@ TEST_F(BrowseDialogTest, EntriesAreTickedFilteredAndAdded) {
   press("PBAddFiles");
   ASSERT_TRUE(person.isDone());
   EXPECT_EQ(items(), "Photos pear.txt ");
+}
+
+TEST_F(BrowseDialogTest, ThumbnailsShowThePicturesThemselves) {
+  QImage picture(300, 200, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(QString::fromStdString(source + "sea.png")));
+  makeFile("broken.png");
+  // Nobody ever writes to this one: who reads it waits for ever.
+  ASSERT_EQ(::mkfifo((source + "pipe.png").c_str(), 0600), 0);
+  set("Browser", "Default", source);
+  doStart();
+  program->doTask01();
+  static_cast<MainWindow&>(window()).refresh();
+  person.when("frmBrowse", [](QWidget& dialog) {
+    QTimer::singleShot(0, &dialog, [] {
+      ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+      QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_H);
+    });
+    Person::press(dialog, "view");
+    auto& icons = Person::find<QListView>(dialog, "entryIcons");
+    ASSERT_TRUE(icons.isVisible());
+    const QModelIndex sea = icons.model()->index(2, 0);
+    const auto isRed = [&] {
+      const QRect at = icons.visualRect(sea);
+      const QImage seen = icons.viewport()->grab().toImage();
+      return seen.pixelColor(QPoint(at.center().x(), at.top() + at.height() / 3)) == Qt::red;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isRed));
+    QTest::mouseClick(icons.viewport(), Qt::LeftButton, {}, icons.visualRect(sea).center());
+    QTest::keyClick(&icons, Qt::Key_Space);
+    Person::press(dialog, "CMD1");
+  });
+  person.answers("frmBrowse", "CMD0");
+  press("PBAddFiles");
+  EXPECT_EQ(items(), "sea.png ");
+}
+
+TEST_F(BrowseDialogTest, OpensAsLargeAsItWasLeft) {
+  set("Browser", "Default", source);
+  doStart();
+  program->doTask01();
+  static_cast<MainWindow&>(window()).refresh();
+  const auto close = [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
+  person.when("frmBrowse", [&](QWidget& dialog) {
+    dialog.resize(650, 450);
+    close(dialog);
+  });
+  press("PBAddFiles");
+  person.when("frmBrowse", [&](QWidget& dialog) {
+    EXPECT_EQ(dialog.size(), QSize(650, 450));
+    // Hardly narrower than the screen: next time it fills it.
+    dialog.resize(dialog.screen()->size().width() - 10, 500);
+    close(dialog);
+  });
+  press("PBAddFiles");
+  person.when("frmBrowse", [&](QWidget& dialog) {
+    EXPECT_TRUE(dialog.isMaximized());
+    EXPECT_GE(dialog.size().width(), dialog.screen()->size().width() - 10);
+    close(dialog);
+  });
+  press("PBAddFiles");
+  EXPECT_TRUE(person.isDone());
 }
 
 }  // namespace
