@@ -14,6 +14,12 @@ namespace {
 const QString RowType = QStringLiteral("application/x-korvenal-item");
 const QString FilesType = QStringLiteral("text/uri-list");
 
+/// The path of a local file to its last byte: what is no UTF-8 in it stands percent-encoded in the
+/// URL, and would be lost in a text.
+std::string nativePath(const QUrl& url) {
+  return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString();
+}
+
 }  // namespace
 
 ContentsModel::ContentsModel(const Job& job, JobControls& controls, QObject* parent)
@@ -50,10 +56,10 @@ QVariant ContentsModel::data(const QModelIndex& index, int role) const {
       return column == ContentsSize ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     case Qt::ToolTipRole:
       if (isMissing(row))
-        return tr("%1\nThere is nothing at this path now. The item is left out of a backup unless "
-                  "it is there again by then.")
-            .arg(toQt(table().text(row, ContentsPath)));
-      return toQt(table().text(row, column == ContentsName ? ContentsPath : column));
+        return toolTipText(tr("%1\nThere is nothing at this path now. The item is left out of a "
+                              "backup unless it is there again by then.")
+                               .arg(toQt(table().text(row, ContentsPath))));
+      return toolTipText(toQt(table().text(row, column == ContentsName ? ContentsPath : column)));
     default:
       return TableModel::data(index, role);
   }
@@ -114,10 +120,10 @@ bool ContentsModel::dropMimeData(const QMimeData* data, Qt::DropAction action, i
     // The view is not to remove the row that was moved already.
     return false;
   }
-  QStringList paths;
+  std::vector<std::string> paths;
   for (const QUrl& url : data->urls())
-    if (url.isLocalFile()) paths.append(url.toLocalFile());
-  if (paths.isEmpty()) return false;
+    if (url.isLocalFile()) paths.push_back(nativePath(url));
+  if (paths.empty()) return false;
   emit filesDropped(paths);
   return true;
 }

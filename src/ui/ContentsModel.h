@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "job/JobControls.h"
 #include "ui/FileIcons.h"
@@ -36,7 +38,7 @@ class ContentsModel : public TableModel {
   /// be a question.
   void nameTyped(int tableRow, const QString& name);
   /// Native paths, to be handled behind the drop.
-  void filesDropped(const QStringList& paths);
+  void filesDropped(const std::vector<std::string>& paths);
   /// A row was dragged to the place of another.
   void rowDragged(int from, int to);
 

@@ -70,6 +70,7 @@ ContentsView::ContentsView(const Context& context, QWidget* parent)
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
   horizontalHeader()->setSectionsClickable(true);
+  horizontalHeader()->setSortIndicatorShown(true);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setStretchLastSection(true);
@@ -80,8 +81,7 @@ ContentsView::ContentsView(const Context& context, QWidget* parent)
   setColumnWidth(ContentsModified, unit * 19);
   setColumnWidth(ContentsSubfolder, unit * 12);
 
-  connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
-          [this](int column) { doSort(column); });
+  connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &ContentsView::doSort);
   connect(model_, &ContentsModel::edited, this, [this] { context_.act([] {}); });
   connect(model_, &ContentsModel::filesDropped, this, &ContentsView::filesDropped,
           Qt::QueuedConnection);
@@ -95,8 +95,18 @@ ContentsView::ContentsView(const Context& context, QWidget* parent)
 }
 
 void ContentsView::doSort(int column) {
-  if (!mayBegin(Command::AddItems, context_.main.state)) return;
-  context_.act([this, column] { context_.main.contentsEditing.doSortColumn(column); });
+  if (mayBegin(Command::AddItems, context_.main.state))
+    context_.act([this, column] { context_.main.contentsEditing.doSortColumn(column); });
+  // The header has moved its arrow by itself, also to a column that does not sort.
+  doDrawSortMark();
+}
+
+void ContentsView::doDrawSortMark() {
+  const SortMark mark = context_.main.contentsEditing.sortMark();
+  const Qt::SortOrder order = mark.descending ? Qt::DescendingOrder : Qt::AscendingOrder;
+  QHeaderView& header = *horizontalHeader();
+  if (header.sortIndicatorSection() != mark.col || header.sortIndicatorOrder() != order)
+    header.setSortIndicator(mark.col, order);
 }
 
 void ContentsView::doRename(int row, const QString& name) {
@@ -118,6 +128,7 @@ void ContentsView::doEditName() {
 
 void ContentsView::refresh() {
   const bool changed = model_->refresh();
+  doDrawSortMark();
   const int row = context_.main.job.vsContents.Row;
   if (currentIndex().row() == row - 1) {
     if (changed) viewport()->update();

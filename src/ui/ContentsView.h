@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QTableView>
+#include <string>
+#include <vector>
 
 #include "ui/Page.h"
 
@@ -20,7 +22,7 @@ class ContentsView : public QTableView {
   void doEditName();
 
  signals:
-  void filesDropped(const QStringList& paths);
+  void filesDropped(const std::vector<std::string>& paths);
   void menuWanted(const QPoint& at);
   void deleteWanted();
 
@@ -32,6 +34,7 @@ class ContentsView : public QTableView {
 
  private:
   void doSort(int column);
+  void doDrawSortMark();
   void doRename(int row, const QString& name);
 
   Context context_;

@@ -77,6 +77,7 @@ QWidget* JobView::nameRow() {
   };
   PBNewJob_ = addButton("PBNewJob", tr("New"), QStringLiteral("document-new"),
                         tr("Begins a new job (Ctrl+N)"), [this] { main().doNewJob(); });
+  connect(PBNewJob_, &QPushButton::clicked, this, &JobView::doOfferName);
   PBOpenJob_ = addButton("PBOpenJob", tr("Open"), QStringLiteral("document-open"),
                          tr("Opens a job from its file (Ctrl+O)"), [this] { main().doOpenJob(); });
   PBSaveJob_ = addButton("PBSaveJob", tr("Save"), QStringLiteral("document-save"),
@@ -104,7 +105,7 @@ QWidget* JobView::itemTools() {
   row->setContentsMargins(0, 0, 0, 0);
   ContentsEditing& editing = main().contentsEditing;
   PBAddFiles_ = addTool("PBAddFiles", tr("&Select Item..."), QStringLiteral("list-add"),
-                        tr("Picks files and folders"), [this] { main().PBAddFiles(); });
+                        tr("Picks files and folders"), [this] { doPickItems(); });
   pbCreateItem_ = addTool("pbCreateItem", tr("Create Ite&m"), QStringLiteral("document-new"),
                           tr("Makes an item for a path that need not be there now"),
                           [this] { main().pbCreateItem(); });
@@ -159,19 +160,46 @@ QWidget* JobView::estimateRow() {
   return whole;
 }
 
+void JobView::doPickItems() {
+  main().PBAddFiles();
+  // What was picked is looked at next.
+  vsContents_->setFocus();
+}
+
+/// A new job begins with its name, there to be typed over.
+void JobView::doOfferName() {
+  const Job& job = main().job;
+  if (job.Modified || job.hasItems() || job.txJobName != NewJobName) return;
+  txJobName_->setFocus();
+  txJobName_->selectAll();
+}
+
+void JobView::showEvent(QShowEvent* event) {
+  Page::showEvent(event);
+  doOfferName();
+}
+
+void JobView::doDrawName() {
+  const QString name = toQt(main().job.txJobName);
+  if (txJobName_->text() == name) return;
+  // A refused character goes; the place of the typing stays.
+  const auto fromEnd = txJobName_->text().size() - txJobName_->cursorPosition();
+  txJobName_->setText(name);
+  txJobName_->setCursorPosition(static_cast<int>(name.size() - fromEnd));
+  if (isVisible()) doOfferName();
+}
+
 void JobView::doEstimate() {
   if (!mayEdit() || main().state.ActionBusy) return;
   act([this] { main().estimate.pbEstimate(); });
 }
 
-void JobView::doDrop(const QStringList& paths) {
+void JobView::doDrop(const std::vector<std::string>& paths) {
   // A drop may come from outside while a dialog stands over the page.
   if (!mayEdit() || main().state.ActionBusy || main().state.IgnoreEvents) return;
-  std::vector<std::string> native;
-  for (const QString& path : paths) native.push_back(fromQt(path));
-  act([this, &native] {
+  act([this, &paths] {
     const FlagScope ignore(main().state.IgnoreEvents);
-    main().addItems.doDropItems(native);
+    main().addItems.doDropItems(paths);
   });
 }
 
@@ -186,7 +214,7 @@ void JobView::doShowMenu(const QPoint& at) {
     connect(action, &QAction::triggered, this, [this, wish = std::move(wish)] { act(wish); });
   };
   const bool edit = mayEdit();
-  add("mnSelectItem", tr("Select Item..."), edit, [this] { main().PBAddFiles(); });
+  add("mnSelectItem", tr("Select Item..."), edit, [this] { doPickItems(); });
   add("mnCreateItem", tr("Create Item"), edit, [this] { main().pbCreateItem(); });
   add("mnImportM3U", tr("Import M3U file list..."), edit, [this] { main().doImportM3U(); });
   menu.addSeparator();
@@ -205,12 +233,7 @@ void JobView::refresh() {
   const Job& job = main().job;
   const bool edit = mayEdit();
   const JobCommands commands = main().contentsEditing.doUpdateJobCommands();
-  const QString name = toQt(job.txJobName);
-  if (txJobName_->text() != name) {
-    txJobName_->setText(name);
-    // A new job's name is there to be typed over.
-    if (job.txJobName == NewJobName) txJobName_->selectAll();
-  }
+  doDrawName();
   optBackupType_->button(job.optBackupType)->setChecked(true);
   vsContents_->refresh();
   options_->refresh();

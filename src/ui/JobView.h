@@ -27,6 +27,9 @@ class JobView : public Page {
 
   void refresh() override;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   using Wish = std::function<void()>;
 
@@ -36,7 +39,10 @@ class JobView : public Page {
   QToolButton* addTool(const char* name, const QString& text, const QString& icon,
                        const QString& toolTip, Wish wish);
   void doShowMenu(const QPoint& at);
-  void doDrop(const QStringList& paths);
+  void doDrop(const std::vector<std::string>& paths);
+  void doPickItems();
+  void doOfferName();
+  void doDrawName();
   void doEstimate();
   bool mayEdit() const;
 
