@@ -18,7 +18,7 @@ CreateItemDialog::CreateItemDialog(frmCreateItem& form, QWidget* parent)
   setObjectName(QStringLiteral("frmCreateItem"));
   setWindowTitle(tr("Create Item"));
   auto* types = new QHBoxLayout;
-  const QString captions[] = {tr("&File"), tr("F&older")};
+  const QString captions[] = {tr("&File"), tr("Fol&der")};
   for (int type = 0; type < 2; ++type) {
     auto* option = new QRadioButton(captions[type], this);
     option->setObjectName(QStringLiteral("TypeOpt%1").arg(type));

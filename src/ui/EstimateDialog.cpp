@@ -92,8 +92,10 @@ EstimateDialog::EstimateDialog(frmEstimateInfo& form, QWidget* parent)
 }
 
 QWidget* EstimateDialog::totals() {
+  const QString files = toQt(form_.files);
   QStringList parts = {QStringLiteral("%1 x %2").arg(toQt(form_.discType), toQt(form_.discs)),
-                       tr("%1 files").arg(toQt(form_.files)), toQt(form_.totalSize)};
+                       files == QLatin1String("1") ? tr("1 file") : tr("%1 files").arg(files),
+                       toQt(form_.totalSize)};
   if (form_.splitFiles != "0") parts.insert(2, tr("%1 split").arg(toQt(form_.splitFiles)));
   auto* line = new QLabel(parts.join(QStringLiteral("   ")), this);
   line->setObjectName(QStringLiteral("totals"));

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QCheckBox>
+#include <QGraphicsView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPdfWriter>
@@ -60,6 +61,52 @@ TEST_F(RecordsTest, RecentBackupsAreExportedDeletedAndCleared) {
   choose("pbRecent_3");
   EXPECT_EQ(recent().model()->rowCount(), 0);
   EXPECT_FALSE(find<QAction>("pbRecent_4").isEnabled());
+}
+
+TEST_F(RecordsTest, ADoubleClickOpensTheJobOfABackup) {
+  temp.write("source/notes.txt", "text");
+  const std::string file = temp / "Holidays.jbf";
+  doStart();
+  auto& main = static_cast<MainWindow&>(window());
+  main.act([this] {
+    program->doTask01();
+    program->addItems.doDropItems({source + "notes.txt"});
+  });
+  person.when("QFileDialog", [file](QWidget& dialog) {
+    Person::find<QLineEdit>(dialog, "fileNameEdit").setText(QString::fromStdString(file));
+    Person::press(dialog, "Save");
+  });
+  press("PBSaveJob");
+  press("PBSTART0");
+  doAddRecent("Gone", "Full backup.", temp / "gone.jbf");
+  doAddRecent("Holidays", "Full backup.", file);
+  const auto doubleClick = [this](int row) {
+    const QPoint place = recent().visualRect(recent().model()->index(row, 1)).center();
+    QTest::mouseClick(recent().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(recent().viewport(), Qt::LeftButton, {}, place);
+  };
+  doubleClick(1);
+  EXPECT_TRUE(recent().isVisible()) << "there is no such job any more";
+  doubleClick(0);
+  ASSERT_FALSE(recent().isVisible());
+  EXPECT_EQ(find<QLineEdit>("txJobName").text(), QStringLiteral("Holidays"));
+  auto& items = find<QTableView>("vsContents");
+  ASSERT_EQ(items.model()->rowCount(), 1);
+  EXPECT_EQ(items.model()->index(0, ContentsName).data().toString(), QStringLiteral("notes.txt"));
+}
+
+TEST_F(RecordsTest, ThePreviewOfARecordOpensAndCloses) {
+  doStart();
+  doAddRecent("Photos", "Full backup.", "");
+  person.when("printPreview", [](QWidget& dialog) {
+    const auto* pages = dialog.findChild<QGraphicsView*>();
+    ASSERT_NE(pages, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([pages] { return pages->scene()->items().size() == 1; }));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  choose("pbRecent_4");
+  EXPECT_TRUE(person.isDone());
+  EXPECT_TRUE(recent().isVisible());
 }
 
 TEST_F(RecordsTest, EraseLeavesARecordOfEveryDisc) {

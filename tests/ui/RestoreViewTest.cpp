@@ -163,6 +163,28 @@ TEST_F(RestoreViewTest, FindsAsOneTypesAndOpensTheFoldersAbove) {
   EXPECT_TRUE(QToolTip::text().endsWith(QStringLiteral("Hills\\") + QLatin1String(LongName)));
 }
 
+TEST_F(RestoreViewTest, ANameIsAskedForUntilItIsFound) {
+  doOpenIndex(photos(), "No");
+  person.when("frmFind", [this](QWidget& dialog) {
+    auto& name = Person::find<QLineEdit>(dialog, "txName");
+    EXPECT_EQ(dialog.focusWidget(), &name);
+    EXPECT_FALSE(Person::find(dialog, "pbOK").isEnabled());
+    Person::type(name, "BOAT");
+    Person::press(dialog, "matchCase");
+    person.answers("messageBox", "OK");
+    QTest::keyClick(&name, Qt::Key_Return);
+    EXPECT_EQ(person.messages().back(), "No matching item found in backup index.");
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.focusWidget(), &name);
+    EXPECT_EQ(name.selectedText(), QStringLiteral("BOAT")) << "the next try takes its place";
+    QTest::keyClicks(&name, QStringLiteral("boat"));
+    QTest::keyClick(&name, Qt::Key_Return);
+  });
+  press("pbFind");
+  EXPECT_TRUE(person.isDone());
+  EXPECT_EQ(current(), QStringLiteral("boat.jpg"));
+}
+
 TEST_F(RestoreViewTest, TellsTheRoomOfTheTargetAndKeepsTheOptions) {
   doOpenIndex(photos(), "No");
   EXPECT_EQ(find<QLineEdit>("txRestoreTo").text().toStdString(), target);
