@@ -3,9 +3,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QProgressBar>
-#include <QStackedLayout>
 #include <QTabBar>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "core/GridTitles.h"
@@ -14,6 +12,7 @@
 #include "ui/EventModel.h"
 #include "ui/GridMenu.h"
 #include "ui/RecordTable.h"
+#include "ui/RecordTabs.h"
 #include "ui/RunTexts.h"
 #include "ui/Texts.h"
 #include "ui/Theme.h"
@@ -54,14 +53,7 @@ RunView::RunView(int action, const Context& context, QWidget* parent)
     : Page(context, parent),
       action_(action),
       discs_(new DiscStrip(this)),
-      tabs_(new QTabWidget(this)) {
-  tabs_->setObjectName(QStringLiteral("RunTab%1").arg(action));
-  tabs_->setDocumentMode(true);
-  auto* corner = new QWidget(tabs_);
-  corner_ = new QStackedLayout(corner);
-  corner_->setContentsMargins(0, 0, 0, 0);
-  tabs_->setCornerWidget(corner);
-  connect(tabs_, &QTabWidget::currentChanged, corner_, &QStackedLayout::setCurrentIndex);
+      tabs_(new RecordTabs(QStringLiteral("RunTab%1").arg(action), this)) {
   doBuildEvents();
   doBuildRecords();
   if (hasErrors()) doBuildErrors();
@@ -109,9 +101,7 @@ QLayout* RunView::progressLine() {
 }
 
 void RunView::addTab(Tab& tab, QWidget* content, const QString& caption) {
-  tab.index = tabs_->addTab(content, caption);
-  tab.table->setMenu(tab.menu->menu());
-  corner_->addWidget(tab.menu);
+  tab.index = tabs_->addTable(content, *tab.table, *tab.menu, caption);
 }
 
 void RunView::doBuildEvents() {

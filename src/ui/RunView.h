@@ -9,14 +9,13 @@
 class QCheckBox;
 class QLabel;
 class QProgressBar;
-class QStackedLayout;
-class QTabWidget;
 
 namespace korvenal::ui {
 
 class DiscStrip;
 class GridMenu;
 class RecordTable;
+class RecordTabs;
 
 /// A run page: its discs, its progress, events, records and report.
 class RunView : public Page {
@@ -54,8 +53,7 @@ class RunView : public Page {
   QLabel* pace_ = nullptr;
   QProgressBar* bar_ = nullptr;
   QPropertyAnimation way_;  ///< of the bar to where the run is
-  QTabWidget* tabs_;
-  QStackedLayout* corner_ = nullptr;
+  RecordTabs* tabs_;
   Tab events_;
   Tab records_;
   Tab errors_;

@@ -4,14 +4,13 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QShortcut>
-#include <QStackedLayout>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "core/GridTitles.h"
 #include "ui/DialogParts.h"
 #include "ui/GridMenu.h"
 #include "ui/RecordTable.h"
+#include "ui/RecordTabs.h"
 #include "ui/TaskCard.h"
 #include "ui/Texts.h"
 #include "ui/Theme.h"
@@ -107,14 +106,7 @@ void StartPageView::doSetOption(const std::function<void(bool)>& set, bool on) {
 }
 
 QWidget* StartPageView::records() {
-  tabs_ = new QTabWidget(this);
-  tabs_->setObjectName(QStringLiteral("RecordTab"));
-  tabs_->setDocumentMode(true);
-  auto* corner = new QWidget(tabs_);
-  corner_ = new QStackedLayout(corner);
-  corner_->setContentsMargins(0, 0, 0, 0);
-  tabs_->setCornerWidget(corner);
-  connect(tabs_, &QTabWidget::currentChanged, corner_, &QStackedLayout::setCurrentIndex);
+  tabs_ = new RecordTabs(QStringLiteral("RecordTab"), this);
   doBuildRecent();
   doBuildLog();
   return tabs_;
@@ -157,9 +149,7 @@ void StartPageView::doBuildRecent() {
   connect(new QShortcut(QKeySequence::Delete, vsRecent_, nullptr, nullptr, Qt::WidgetShortcut),
           &QShortcut::activated, this, [this] { pbRecent_->doChoose(DeleteItem); });
   connect(vsRecent_, &RecordTable::rowOpened, this, [this](int row) { doOpenRecent(row); });
-  vsRecent_->setMenu(pbRecent_->menu());
-  tabs_->addTab(vsRecent_, tr("&Recent Backups"));
-  corner_->addWidget(pbRecent_);
+  tabs_->addTable(vsRecent_, *vsRecent_, *pbRecent_, tr("&Recent Backups"));
 }
 
 void StartPageView::doBuildLog() {
@@ -196,9 +186,7 @@ void StartPageView::doBuildLog() {
   constexpr int DeleteItem = 3;
   connect(new QShortcut(QKeySequence::Delete, vsLog_, nullptr, nullptr, Qt::WidgetShortcut),
           &QShortcut::activated, this, [this] { pbLog_->doChoose(DeleteItem); });
-  vsLog_->setMenu(pbLog_->menu());
-  tabs_->addTab(vsLog_, tr("&Disc Record"));
-  corner_->addWidget(pbLog_);
+  tabs_->addTable(vsLog_, *vsLog_, *pbLog_, tr("&Disc Record"));
 }
 
 /// Row 0 stands for the current one.

@@ -8,13 +8,12 @@
 class QCheckBox;
 class QGridLayout;
 class QLabel;
-class QStackedLayout;
-class QTabWidget;
 
 namespace korvenal::ui {
 
 class GridMenu;
 class RecordTable;
+class RecordTabs;
 class TaskCard;
 
 /// The start page: what one can do, the options of the program, and what was done before.
@@ -37,8 +36,7 @@ class StartPageView : public Page {
   std::vector<TaskCard*> cards_;
   std::array<QCheckBox*, 2> OPChk_{};
   QLabel* noTray_ = nullptr;
-  QTabWidget* tabs_ = nullptr;
-  QStackedLayout* corner_ = nullptr;
+  RecordTabs* tabs_ = nullptr;
   RecordTable* vsRecent_ = nullptr;
   RecordTable* vsLog_ = nullptr;
   GridMenu* pbRecent_ = nullptr;
