@@ -7,6 +7,23 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int QuestionCharacters = 62;
+constexpr int LongestWord = 40;
+
+/// Lets a long name go on in the next line, which a text does only where words end.
+QString breakable(const QString& text) {
+  constexpr char16_t ZeroWidthSpace = 0x200B;
+  QString all;
+  int inWord = 0;
+  for (const QChar c : text) {
+    inWord = c.isSpace() ? 0 : inWord + 1;
+    if (inWord > LongestWord && !c.isLowSurrogate()) {
+      all += QChar(ZeroWidthSpace);
+      inWord = 1;
+    }
+    all += c;
+  }
+  return all;
+}
 
 }  // namespace
 
@@ -15,7 +32,7 @@ void QuestionDialog::doBuild(const QString& question, QLayout* files,
   auto* whole = new QWidget(this);
   auto* content = new QVBoxLayout(whole);
   content->setContentsMargins(0, 0, 0, 0);
-  content->addWidget(wrappedLabel(question, QuestionCharacters, this));
+  content->addWidget(wrappedLabel(breakable(question), QuestionCharacters, this));
   content->addSpacing(fontMetrics().height() / 2);
   content->addLayout(files);
   content->addSpacing(fontMetrics().height() / 2);
