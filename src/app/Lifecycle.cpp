@@ -4,11 +4,6 @@ namespace korvenal {
 
 namespace {
 
-// What `frmMain::doChangeTask` calls the pages.
-constexpr int BackupTask = 2;
-constexpr int RestoreTask = 3;
-constexpr int ScheduleTask = 4;
-
 template <typename Result>
 std::string endText(const std::string& work, const Result& result, bool withErrors) {
   if (result.end == Result::End::Stopped) return work + " was stopped.";

@@ -224,16 +224,16 @@ void frmMain::doShowMainPage(int page) {
 bool frmMain::doChangeTask(int kind) {
   if (!mayBegin(Command::GoToStart, state) || !jobFile.doQuerySaveJob()) return false;
   switch (kind) {
-    case 2:
+    case BackupTask:
       doTask01();
       return true;
-    case 3:
+    case RestoreTask:
       if (doTask02()) doLoadDisc();
       return true;
-    case 4:
+    case ScheduleTask:
       doTask03();
       return true;
-    case 5:
+    case EraseTask:
       doTaskErase();
       return true;
     default:

@@ -37,6 +37,15 @@
 
 namespace korvenal {
 
+/// What the bar of pages asks for.
+enum Task : int {
+  StartTask = 1,
+  BackupTask = 2,
+  RestoreTask = 3,
+  ScheduleTask = 4,
+  EraseTask = 5,
+};
+
 /// The program: builds every subject, in the order in which they need each other, and ties their
 /// wishes together. Front ends reach the subjects here; `mayBegin` tells what they may begin when.
 class frmMain {
@@ -131,8 +140,8 @@ class frmMain {
 
   // Main pages.
 
-  /// What the bar of pages asks for: 1 the start page, 2 backup, 3 restore, 4 schedule, 5 erase. A
-  /// job that was changed is asked about first, since leaving its page drops it. False: refused.
+  /// Turns to the page of a `Task`. A job that was changed is asked about first, since leaving its
+  /// page drops it. False: refused.
   bool doChangeTask(int kind);
   /// The backup page. A new job unless that page is in view; at the step that defines the job
   /// unless `keepPage`.

@@ -30,7 +30,6 @@ constexpr const char* IndexPatterns[] = {
     "-?)}.bdx"};
 constexpr std::string_view NameHead = "KORVEN{";
 constexpr std::string_view NameTail = "}.bdx";
-constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)"
 /// No index packs better than this, but for small ones; a bomb does.
 constexpr std::int64_t MaxRatio = 128;
 constexpr std::int64_t SmallTextBytes = 16LL << 20;
@@ -53,7 +52,7 @@ std::string namePart(std::string_view fileName) {
 std::string setNameOf(std::string_view fileName) {
   if (!isIndexName(fileName)) return {};
   std::string name = namePart(fileName);
-  return name.insert(name.size() - StampBytes, 1, ' ');
+  return name.insert(name.size() - FoundIndex::StampBytes, 1, ' ');
 }
 
 bool isDifferentialName(std::string_view fileName) {

@@ -6,8 +6,6 @@ namespace korvenal {
 
 namespace {
 
-constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)"
-
 /// "2026-11-22-10-00" as a date is shown.
 std::string dateOfStamp(std::string_view stamp) {
   std::string date(stamp.substr(0, 16));
@@ -26,7 +24,8 @@ frmReadLog::frmReadLog(const FoundIndexes& indexes, ReadIndex readIndex)
   vsIndex.setColHidden(ReadLogName, true);
   for (const FoundIndex& found : indexes) {
     const std::string_view name = found.name;
-    const std::size_t jobBytes = name.size() > StampBytes ? name.size() - StampBytes : 0;
+    const std::size_t jobBytes =
+        name.size() > FoundIndex::StampBytes ? name.size() - FoundIndex::StampBytes : 0;
     const std::string_view stamp = name.substr(jobBytes);
     const bool full = stamp.size() >= 2 && stamp[stamp.size() - 2] == 'F';
     vsIndex.addRow({found.drive, std::string(name.substr(0, jobBytes)),

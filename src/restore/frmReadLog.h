@@ -11,6 +11,8 @@ namespace korvenal {
 
 /// A backup index found on a drive.
 struct FoundIndex {
+  static constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)", the end of a name
+
   std::string drive;  ///< "V:"
   std::string name;   ///< the part of the file name between "{" and "}": job and stamp
 };

@@ -12,8 +12,6 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int RowsInView = 4;
-/// As long as runs take to tell how far they are, so that a bar never stands and jumps.
-constexpr int WayMilliseconds = 500;
 constexpr int EmptyOpacity = 36;  ///< of 255
 
 }  // namespace

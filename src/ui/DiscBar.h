@@ -29,6 +29,9 @@ void paintDiscFill(QPainter& painter, const QRectF& rect, const QPalette& palett
 class DiscBar : public QWidget {
   Q_OBJECT
  public:
+  /// As long as runs take to tell how far they are, so that a bar never stands and jumps.
+  static constexpr int WayMilliseconds = 500;
+
   explicit DiscBar(QWidget* parent = nullptr);
 
   void setFill(const DiscFill& fill);

@@ -8,10 +8,10 @@
 
 #include "device/frmPickDisc.h"
 #include "ui/DialogParts.h"
+#include "ui/DiscMenu.h"
 #include "ui/DiscTexts.h"
 #include "ui/Texts.h"
 #include "ui/Theme.h"
-#include "ui/TrayMenu.h"
 
 namespace korvenal::ui {
 
@@ -173,7 +173,7 @@ void LoadDiscDialog::doBuildDrive(QGridLayout& grid, int row) {
   drive.disc->setObjectName(QStringLiteral("disc%1").arg(row));
   drive.tray = numbered("tray", tr("Change Disc"));
   drive.tray->setToolTip(tr("Puts another disc into this image drive"));
-  drive.tray->setMenu(new TrayMenu(
+  drive.tray->setMenu(new DiscMenu(
       form_, row, [this](const auto& wish) { act(wish); }, drive.tray));
   drive.eject = numbered("multiEject", tr("Eject"));
   drive.eject->setIcon(Theme::icon(QStringLiteral("media-eject")));

@@ -29,13 +29,6 @@ namespace korvenal::ui {
 
 namespace {
 
-// What the bar of pages asks for.
-constexpr int StartKind = 1;
-constexpr int BackupKind = 2;
-constexpr int RestoreKindOfPage = 3;
-constexpr int ScheduleKind = 4;
-constexpr int EraseKind = 5;
-
 constexpr int PageIconPixels = 28;
 
 }  // namespace
@@ -127,11 +120,11 @@ void MainWindow::doBuildPageBar() {
     const char* icon;
     int kind;
   };
-  const Entry entries[] = {{tr("Start"), "go-home", StartKind},
-                           {tr("Backup"), "tools-media-optical-burn", BackupKind},
-                           {tr("Restore"), "document-revert", RestoreKindOfPage},
-                           {tr("Erase"), "tools-media-optical-erase", EraseKind},
-                           {tr("Schedule"), "appointment-new", ScheduleKind}};
+  const Entry entries[] = {{tr("Start"), "go-home", StartTask},
+                           {tr("Backup"), "tools-media-optical-burn", BackupTask},
+                           {tr("Restore"), "document-revert", RestoreTask},
+                           {tr("Erase"), "tools-media-optical-erase", EraseTask},
+                           {tr("Schedule"), "appointment-new", ScheduleTask}};
   int number = 0;
   int width = 0;
   for (const Entry& entry : entries) {

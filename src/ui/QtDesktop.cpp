@@ -36,6 +36,29 @@ QString iconOf(MessageIcon icon) {
   return {};
 }
 
+/// A message with one of the program's icons, drawn anew when the desktop turns light or dark.
+class MessageWindow : public QMessageBox {
+ public:
+  MessageWindow(QString icon, QWidget* parent) : QMessageBox(parent), icon_(std::move(icon)) {
+    doDrawIcon();
+  }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    QMessageBox::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) doDrawIcon();
+  }
+
+ private:
+  void doDrawIcon() {
+    if (icon_.isEmpty()) return;
+    const QSize size(IconPixels, IconPixels);
+    setIconPixmap(Theme::icon(icon_).pixmap(size, devicePixelRatioF()));
+  }
+
+  QString icon_;
+};
+
 QMessageBox::StandardButtons buttonsOf(MessageButtons buttons) {
   switch (buttons) {
     case MessageButtons::OkCancel:
@@ -102,11 +125,8 @@ void QtDesktop::doPrepareToAsk() {
 
 Answer QtDesktop::doShowMessage(const MessageBox& message) {
   doPrepareToAsk();
-  QMessageBox box(front());
+  MessageWindow box(iconOf(message.icon), front());
   box.setObjectName(QStringLiteral("messageBox"));
-  if (const QString icon = iconOf(message.icon); !icon.isEmpty())
-    box.setIconPixmap(
-        Theme::icon(icon).pixmap(QSize(IconPixels, IconPixels), box.devicePixelRatioF()));
   box.setWindowTitle(toQt(message.title));
   // Names of files stand in messages: nothing of them is taken for markup.
   box.setTextFormat(Qt::PlainText);

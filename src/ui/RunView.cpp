@@ -22,7 +22,6 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int BarSteps = 100;  ///< of a percent
-constexpr int WayMilliseconds = 500;
 /// The report of a disc may have a million lines: looking through it takes this part of the time
 /// of a run at most.
 constexpr qint64 ErrorsShare = 20;
@@ -87,7 +86,7 @@ QLayout* RunView::progressLine() {
   bar_->setMaximumHeight(fontMetrics().height() * 2 / 3);
   way_.setTargetObject(bar_);
   way_.setPropertyName("value");
-  way_.setDuration(WayMilliseconds);
+  way_.setDuration(DiscBar::WayMilliseconds);
   auto* texts = new QHBoxLayout;
   texts->addWidget(etProgress_, 1);
   texts->addWidget(pace_);

@@ -21,12 +21,6 @@ namespace {
 
 constexpr int RecentNoteColumn = 6;
 constexpr int LogNoteColumn = 7;
-// What the bar of pages asks for.
-constexpr int BackupKind = 2;
-constexpr int RestoreKindOfPage = 3;
-constexpr int ScheduleKind = 4;
-constexpr int EraseKind = 5;
-
 }  // namespace
 
 StartPageView::StartPageView(const Context& context, QWidget* parent) : Page(context, parent) {
@@ -56,14 +50,13 @@ void StartPageView::doBuildTaskBar(QGridLayout& grid) {
   };
   const Entry entries[] = {
       {"TASK01", tr("Backup to Disc"), tr("Edit backup job and burn backup data to discs."),
-       "tools-media-optical-burn", BackupKind},
+       "tools-media-optical-burn", BackupTask},
       {"TASK02", tr("Restore from Disc"),
-       tr("Read backup index and restore data from backup discs."), "document-revert",
-       RestoreKindOfPage},
+       tr("Read backup index and restore data from backup discs."), "document-revert", RestoreTask},
       {"TASK03", tr("Backup Scheduler"), tr("View the next automatic backups."), "appointment-new",
-       ScheduleKind},
+       ScheduleTask},
       {"TASK04", tr("Erase Rewritable Disc"), tr("Erase CD-RW, DVD-RW, or DVD+RW discs."),
-       "tools-media-optical-erase", EraseKind},
+       "tools-media-optical-erase", EraseTask},
   };
   for (const Entry& entry : entries) {
     auto* card =

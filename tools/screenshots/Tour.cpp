@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QTabWidget>
 #include <QTreeView>
 
@@ -14,12 +15,6 @@
 namespace korvenal::tools {
 
 namespace {
-
-constexpr int StartKind = 1;
-constexpr int BackupKind = 2;
-constexpr int RestorePageKind = 3;
-constexpr int ScheduleKind = 4;
-constexpr int EraseKind = 5;
 
 Workspace workspaceBelow(const QString& work) {
   const std::string app = ui::fromQt(work) + "app/";
@@ -85,7 +80,14 @@ int Tour::run() {
 }
 
 void Tour::doFirstStart() {
-  expect("frmDevice", QStringLiteral("device-settings"), QStringLiteral("pbOK"));
+  guide_.at(QStringLiteral("frmDevice"), [this](QWidget& settings) {
+    guide_.forget(QStringLiteral("frmDevice"));
+    camera_.take(settings, QStringLiteral("device-settings"));
+    Guide::press(settings, QStringLiteral("OptDevice1"));
+    camera_.take(settings, QStringLiteral("device-settings-several"));
+    Guide::press(settings, QStringLiteral("OptDevice0"));
+    Guide::press(settings, QStringLiteral("pbOK"));
+  });
   life_->doStart();
   window_->showNormal();
   window_->resize(1040, 740);
@@ -93,7 +95,7 @@ void Tour::doFirstStart() {
 }
 
 void Tour::doComposeJob() {
-  act([this] { program_->doChangeTask(BackupKind); });
+  act([this] { program_->doChangeTask(BackupTask); });
   show(QStringLiteral("job-empty"));
   act([this] {
     program_->jobControls.setJobName("Family");
@@ -173,7 +175,7 @@ void Tour::doRestore() {
   });
   act([this] {
     program_->restorePage.txRestoreTo = ui::fromQt(work_) + "Restored";
-    program_->doChangeTask(RestorePageKind);
+    program_->doChangeTask(RestoreTask);
   });
   act([this] {
     program_->restorePage.txRestoreTo = ui::fromQt(work_) + "Restored";
@@ -198,21 +200,43 @@ void Tour::doTakeIndexChoice() {
   desktop_.doShowModal(form);
 }
 
+void Tour::doPickOtherDisc(QWidget& prompt) {
+  const QString name = QStringLiteral("frmLoadDisc");
+  guide_.at(name, [](QWidget&) {});  // until the list is open
+  guide_.at(QStringLiteral("frmPickDisc"), [this, name](QWidget& list) {
+    guide_.forget(QStringLiteral("frmPickDisc"));
+    camera_.take(list, QStringLiteral("pick-disc"));
+    guide_.at(name, [this, name](QWidget& again) {
+      guide_.forget(name);
+      Guide::press(again, QStringLiteral("pbStop"));
+    });
+    Guide::press(list, QStringLiteral("pbCancel"));
+  });
+  auto* menu = prompt.findChild<QMenu*>(QStringLiteral("trayMenu0"));
+  emit menu->aboutToShow();
+  auto* other = menu->findChild<QAction*>(QStringLiteral("otherDisc0"));
+  // Behind this look: the guide does not look while it is looking.
+  QMetaObject::invokeMethod(other, &QAction::trigger, Qt::QueuedConnection);
+}
+
 void Tour::doErase() {
-  act([this] { program_->doChangeTask(EraseKind); });
+  act([this] { program_->doChangeTask(EraseTask); });
   show(QStringLiteral("erase"));
-  expect("frmLoadDisc", QStringLiteral("load-disc-to-erase"), QStringLiteral("pbStop"));
+  guide_.at(QStringLiteral("frmLoadDisc"), [this](QWidget& prompt) {
+    camera_.take(prompt, QStringLiteral("load-disc-to-erase"));
+    doPickOtherDisc(prompt);
+  });
   press("PBNext2");
 }
 
 void Tour::doTakeTheRest() {
   expect("frmDefault", QStringLiteral("default-options"), QStringLiteral("pbCancel"));
   act([this] { program_->doDefault(); });
-  act([this] { program_->doChangeTask(ScheduleKind); });
+  act([this] { program_->doChangeTask(ScheduleTask); });
   show(QStringLiteral("schedule"));
   expect("frmAbout", QStringLiteral("about"), QStringLiteral("pbOK"));
   for (auto* action : window_->findChildren<QAction*>(QStringLiteral("mnAbout"))) action->trigger();
-  act([this] { program_->doChangeTask(StartKind); });
+  act([this] { program_->doChangeTask(StartTask); });
   show(QStringLiteral("start"));
 }
 

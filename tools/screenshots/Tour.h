@@ -31,6 +31,8 @@ class Tour {
   void doRestore();
   void doTakeIndexChoice();
   void doErase();
+  /// Opens the list of all discs from the prompt, and leaves both.
+  void doPickOtherDisc(QWidget& prompt);
   void doTakeTheRest();
 
   /// Takes the dialog with this name when it comes next, and presses its button.

@@ -14,6 +14,7 @@
 
 #include "platform/BurnEngine.h"
 #include "platform/linux/Descriptor.h"
+#include "platform/linux/engine/LibburnOptions.h"
 #include "platform/linux/engine/MmcFacts.h"
 #include "platform/linux/engine/TrackFeed.h"
 
@@ -60,14 +61,9 @@ class DiscModel {
   bool ready_ = false;
 };
 
-struct OptionsRelease {
-  void operator()(burn::burn_write_opts* options) const { burn::burn_write_opts_free(options); }
-};
-using OptionsPtr = std::unique_ptr<burn::burn_write_opts, OptionsRelease>;
-
-OptionsPtr writeOptions(burn::burn_drive* drive, const BurnOptions& wanted,
-                        const TrackPlace& place) {
-  OptionsPtr options(burn::burn_write_opts_new(drive));
+LibburnOptionsPtr writeOptions(burn::burn_drive* drive, const BurnOptions& wanted,
+                               const TrackPlace& place) {
+  LibburnOptionsPtr options(burn::burn_write_opts_new(drive));
   if (!options) return nullptr;
   burn::burn_write_opts_set_underrun_proof(options.get(), wanted.underrunProof ? 1 : 0);
   burn::burn_write_opts_set_perform_opc(options.get(), wanted.calibrate ? 1 : 0);
@@ -233,7 +229,8 @@ bool BurnRun::write() {
   const GrabbedDrive image = place_.handle == nullptr ? grabDrive(place_.address) : nullptr;
   burn::burn_drive* drive = image ? handleOf(image) : place_.handle;
   const DiscModel model(feed.source(), tailOf(place_, track_->blocks));
-  const OptionsPtr options = drive != nullptr ? writeOptions(drive, options_, place_) : nullptr;
+  const LibburnOptionsPtr options =
+      drive != nullptr ? writeOptions(drive, options_, place_) : nullptr;
   std::string why = "The drive cannot be used";
   if (!options || !model.isReady() ||
       !chooseWriteMode(options.get(), model, result_.closeDisc, why)) {

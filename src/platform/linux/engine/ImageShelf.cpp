@@ -12,13 +12,13 @@ namespace {
 
 constexpr char FirstLetter = 'V';
 constexpr std::int64_t MaxTraysBytes = 65536;
-constexpr std::size_t MaxNameBytes = 200;
+constexpr std::size_t MaxStemBytes = 200;
 constexpr std::string_view ImageEnd = ".iso";
 
 /// A file name that no file system objects to.
 std::string fileNameOf(std::string_view text) {
   std::string name;
-  for (const char c : Text::firstBytes(text, MaxNameBytes))
+  for (const char c : Text::firstBytes(text, MaxStemBytes))
     name += c == '/' || c == '\\' || static_cast<unsigned char>(c) < ' ' ? '_' : c;
   if (name.empty() || name[0] == '.') name.insert(0, "Disc");
   return name;

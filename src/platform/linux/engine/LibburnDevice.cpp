@@ -19,6 +19,7 @@
 #include "platform/linux/Descriptor.h"
 #include "platform/linux/engine/BurnRun.h"
 #include "platform/linux/engine/DiscLibraries.h"
+#include "platform/linux/engine/LibburnOptions.h"
 
 namespace korvenal {
 
@@ -26,7 +27,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto PollEvery = 50ms;
+constexpr auto LookEvery = 50ms;
 constexpr auto LongestSpinUp = 30s;
 /// Overwritable discs are written in pieces that no kind of them objects to.
 constexpr std::int64_t PieceBlocks = 512;
@@ -59,14 +60,9 @@ MmcReport::Medium mediumOf(burn::burn_drive* drive) {
   }
 }
 
-struct OptionsRelease {
-  void operator()(burn::burn_write_opts* options) const { burn::burn_write_opts_free(options); }
-};
-
 /// How much room there is depends on how it would be written.
 void tellRoom(burn::burn_drive* drive, MmcReport& report) {
-  const std::unique_ptr<burn::burn_write_opts, OptionsRelease> options(
-      burn::burn_write_opts_new(drive));
+  const LibburnOptionsPtr options(burn::burn_write_opts_new(drive));
   if (options && MmcFacts::isCd(report.profile))
     burn::burn_write_opts_set_write_type(options.get(), burn::BURN_WRITE_TAO,
                                          burn::BURN_BLOCK_MODE1);
@@ -117,7 +113,7 @@ void tellSpeeds(burn::burn_drive* drive, MmcReport& report) {
 void waitUntilIdle(burn::burn_drive* drive) {
   burn::burn_progress progress{};
   while (burn::burn_drive_get_status(drive, &progress) != burn::BURN_DRIVE_IDLE)
-    std::this_thread::sleep_for(PollEvery);
+    std::this_thread::sleep_for(LookEvery);
 }
 
 /// Writes zeros to the first `blocks` blocks.
@@ -191,7 +187,7 @@ void LibburnDevice::closeTray() {
   }
   const auto end = std::chrono::steady_clock::now() + LongestSpinUp;
   while (waiting_ && tray() == Tray::NotReady && std::chrono::steady_clock::now() < end)
-    std::this_thread::sleep_for(PollEvery);
+    std::this_thread::sleep_for(LookEvery);
 }
 
 bool LibburnDevice::hold(std::string& why) {

@@ -9,13 +9,13 @@ namespace korvenal::ui {
 
 /// What can be done with the disc of an image drive while the prompt for discs is open. Filled
 /// each time it opens. The form outlives it.
-class TrayMenu : public QMenu {
+class DiscMenu : public QMenu {
   Q_OBJECT
  public:
   /// Runs what the person chose, and shows what became of it.
   using Act = std::function<void(const std::function<void()>& wish)>;
 
-  TrayMenu(frmLoadDisc& form, int row, Act act, QWidget* parent);
+  DiscMenu(frmLoadDisc& form, int row, Act act, QWidget* parent);
 
  private:
   void doFill();

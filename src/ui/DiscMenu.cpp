@@ -1,4 +1,4 @@
-#include "ui/TrayMenu.h"
+#include "ui/DiscMenu.h"
 
 #include <algorithm>
 
@@ -17,17 +17,17 @@ constexpr std::size_t MostShelfEntries = 8;
 
 }  // namespace
 
-TrayMenu::TrayMenu(frmLoadDisc& form, int row, Act act, QWidget* parent)
+DiscMenu::DiscMenu(frmLoadDisc& form, int row, Act act, QWidget* parent)
     : QMenu(parent), form_(form), row_(row), act_(std::move(act)) {
   setObjectName(QStringLiteral("trayMenu%1").arg(row));
   connect(this, &QMenu::aboutToShow, this, [this] { doFill(); });
 }
 
-QAction* TrayMenu::doAdd(QMenu& menu, const QString& text, std::function<void()> wish) {
+QAction* DiscMenu::doAdd(QMenu& menu, const QString& text, std::function<void()> wish) {
   return menu.addAction(text, this, [this, wish = std::move(wish)] { act_(wish); });
 }
 
-void TrayMenu::doFill() {
+void DiscMenu::doFill() {
   // Clearing takes away the entries of the menus in it, not the menus.
   qDeleteAll(findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
   clear();
@@ -40,7 +40,7 @@ void TrayMenu::doFill() {
   doAdd(*this, tr("Show in File &Manager"), [this] { form_.doShowShelf(row_); });
 }
 
-void TrayMenu::doAddBlanks() {
+void DiscMenu::doAddBlanks() {
   const std::uint8_t wanted = form_.blankType();
   if (wanted != DiscNone) {
     QAction* first = doAdd(*this, tr("&New Blank %1").arg(discTypeText(wanted)),
@@ -54,7 +54,7 @@ void TrayMenu::doAddBlanks() {
       doAdd(*blanks, discTypeText(type), [this, type] { form_.doInsertBlank(row_, type); });
 }
 
-void TrayMenu::doAddShelf() {
+void DiscMenu::doAddShelf() {
   QMenu* shelf = addMenu(tr("Disc from the &Shelf"));
   shelf->setObjectName(QStringLiteral("shelf%1").arg(row_));
   const std::vector<ShelfDisc> discs = form_.discsOnShelf();
