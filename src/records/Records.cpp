@@ -59,6 +59,7 @@ void Records::doAddDiscLogRow(int runIndex, int row) {
   const WaitPointer wait(desktop_);
   const Table& run = grids_.vsOutput[static_cast<std::size_t>(runIndex)];
   std::vector<std::string> columns;
+  columns.reserve(DiscRecordHeaders.size());
   for (int col = 0; col < static_cast<int>(DiscRecordHeaders.size()); ++col)
     columns.emplace_back(Text::trim(run.text(row, col)));
   vsLog.insertRow(1, std::move(columns));

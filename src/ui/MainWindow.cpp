@@ -174,15 +174,15 @@ void MainWindow::doBuildMenus() {
   QMenu* settings = menuBar()->addMenu(tr("Settin&gs"));
   settings->setObjectName(QStringLiteral("cmdSettings"));
   const auto addSettings = [this, settings](const char* icon, const QString& text,
-                                            void (frmMain::*open)()) {
-    return settings->addAction(Theme::icon(QLatin1String(icon)), text, this, [this, open] {
-      act([this, open] {
-        if (mayBegin(Command::ChangeSettings, main_.state)) (main_.*open)();
-      });
-    });
+                                            std::function<void()> open) {
+    return settings->addAction(Theme::icon(QLatin1String(icon)), text, this,
+                               [this, open = std::move(open)] {
+                                 if (mayBegin(Command::ChangeSettings, main_.state)) act(open);
+                               });
   };
-  settings_ = {addSettings("drive-optical", tr("&Device Settings..."), &frmMain::doDevice),
-               addSettings("preferences-system", tr("De&fault Options..."), &frmMain::doDefault)};
+  settings_ = {
+      addSettings("drive-optical", tr("&Device Settings..."), [this] { main_.doDevice(); }),
+      addSettings("preferences-system", tr("De&fault Options..."), [this] { main_.doDefault(); })};
 
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   help->addAction(Theme::icon(QStringLiteral("help-contents")), tr("&This Page"),
