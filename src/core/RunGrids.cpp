@@ -1,5 +1,7 @@
 #include "core/RunGrids.h"
 
+#include <algorithm>
+
 #include "core/TableHeaders.h"
 #include "platform/Text.h"
 
@@ -109,8 +111,18 @@ void RunGrids::doForgetDiscs(int page) {
 }
 
 void RunGrids::doSaveDiscReport(int n) {
+  constexpr int RowsAtOnce = 8192;  // a few milliseconds
   const WaitPointer wait(desktop_);
-  files_.writeAll(workspace_.runLog(n), vsError[0].saveData());
+  const std::string path = workspace_.runLog(n);
+  const auto file = files_.doCreateFile(path);
+  if (!file) return;
+  const Table& report = vsError[0];
+  for (int row = 0; row < report.Rows(); row += RowsAtOnce) {
+    file->write(report.saveRows(row, std::min(row + RowsAtOnce, report.Rows())));
+    desktop_.doYield();
+  }
+  // Half a report would be taken for all of it.
+  if (!file->finish()) files_.doDeleteFile(path);
 }
 
 void RunGrids::doShowDiscReport(int n) {

@@ -214,8 +214,12 @@ void Table::keepRowInside() {
 }
 
 std::string Table::saveData(bool withChecks) const {
+  return saveRows(0, Rows(), withChecks);
+}
+
+std::string Table::saveRows(int from, int to, bool withChecks) const {
   std::string out;
-  for (int row = 0; row < Rows(); ++row) {
+  for (int row = from; row < to; ++row) {
     for (int col = 0; col < cols_; ++col) {
       if (col > 0) out += '\t';
       appendEscaped(out, text(row, col));

@@ -62,6 +62,8 @@ class Table {
   /// for tab (\t), line feed (\n), carriage return (\r) and backslash (\\). With check states one
   /// more field a row holds one digit a column.
   std::string saveData(bool withChecks = false) const;
+  /// The part of that which rows `from` to before `to` make.
+  std::string saveRows(int from, int to, bool withChecks = false) const;
   /// Replaces all rows, the header too; the table widens to the longest. False, leaving a table of
   /// one row without texts, when the data is no such form or holds more than `maxRows` rows.
   bool loadData(std::string_view data, bool withChecks = false, int maxRows = 2'000'000);
