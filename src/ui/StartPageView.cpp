@@ -21,6 +21,7 @@ namespace {
 
 constexpr int RecentNoteColumn = 6;
 constexpr int LogNoteColumn = 7;
+
 }  // namespace
 
 StartPageView::StartPageView(const Context& context, QWidget* parent) : Page(context, parent) {

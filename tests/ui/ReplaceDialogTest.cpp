@@ -19,16 +19,7 @@ class ReplaceDialogTest : public WindowFixture {
       temp.write(std::string("source/") + name, std::string(NewBytes, 'n'));
     set("Restore", "Target", target);
     doStart();
-    static_cast<MainWindow&>(window()).act([this] {
-      program->doTask01();
-      program->jobControls.setDiscType(0);
-      program->addItems.doDropItems({temp.path() + "source"});
-      program->job.doMarkChanged(false);
-    });
-    press("PBNext0");
-    person.answers("frmLoadDisc", "pbOK");
-    press("PBNext0");
-    ASSERT_EQ(program->backupResult.end, BackupResult::End::Finished) << events(0);
+    doBackUpSource();
   }
   void doReadIndex() {
     for (const char* name : Names)

@@ -210,17 +210,7 @@ TEST_F(RestoreViewTest, BringsWhatWasTickedBackFromItsDiscByteForByte) {
   temp.write("source/Hills/hut.jpg", "hut");
   set("Restore", "Target", target);
   doStart();
-  auto& main = static_cast<MainWindow&>(window());
-  main.act([this] {
-    program->doTask01();
-    program->jobControls.setDiscType(0);
-    program->addItems.doDropItems({temp.path() + "source"});
-    program->job.doMarkChanged(false);
-  });
-  press("PBNext0");
-  person.answers("frmLoadDisc", "pbOK");
-  press("PBNext0");
-  ASSERT_EQ(program->backupResult.end, BackupResult::End::Finished) << events(0);
+  doBackUpSource();
 
   person.answers("frmLoadDisc", "pbOK");
   person.answers("messageBox", "No");

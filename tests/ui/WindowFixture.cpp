@@ -56,6 +56,19 @@ void WindowFixture::doStart() {
   window_->refresh();
 }
 
+void WindowFixture::doBackUpSource() {
+  static_cast<MainWindow&>(window()).act([this] {
+    program->doTask01();
+    program->jobControls.setDiscType(0);
+    program->addItems.doDropItems({temp.path() + "source"});
+    program->job.doMarkChanged(false);
+  });
+  press("PBNext0");
+  person.answers("frmLoadDisc", "pbOK");
+  press("PBNext0");
+  ASSERT_EQ(program->backupResult.end, BackupResult::End::Finished) << events(0);
+}
+
 void WindowFixture::doEnd() {
   if (!program) return;
   if (!life->isUnloaded()) program->doUnload();

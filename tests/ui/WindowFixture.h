@@ -37,6 +37,8 @@ class WindowFixture : public testing::Test {
   void doStart();
   /// Ends the program; another start finds what this one left.
   void doEnd();
+  /// Backs the folder `source` up to a CD; what is ready to be restored.
+  void doBackUpSource();
   /// A setting as a file holds it, before the start.
   void set(const std::string& section, const std::string& key, const std::string& value);
 
