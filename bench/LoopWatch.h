@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <functional>
 
+#include "StallTrace.h"
+
 namespace korvenal::bench {
 
 /// Watches how long the event loop of a window is kept waiting: a timer of one millisecond tells
@@ -44,6 +46,7 @@ class LoopWatch {
     const Clock::time_point now = Clock::now();
     longest_ = std::max(longest_, now - last_);
     last_ = now;
+    trace_.doBeat();
   }
   /// Until nothing is left to lay out or paint.
   static void doSettle() {
@@ -54,6 +57,7 @@ class LoopWatch {
   Clock::time_point last_;
   Clock::duration longest_{};
   Clock::duration worst_{};
+  StallTrace trace_;
 };
 
 }  // namespace korvenal::bench

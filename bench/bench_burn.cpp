@@ -73,12 +73,13 @@ Measured program(std::vector<std::string> words) {
 /// Everything that the program ties together for its image drives.
 struct Station {
   explicit Station(const std::string& shelfFolder)
-      : shelf(files, {shelfFolder, 1, false}), engine(clock, shelf.drives()), discs(engine) {
+      : shelf(files, {shelfFolder, 1, false}), engine(clock, shelf.drives(), calls), discs(engine) {
     engine.do_SelectDeviceByLetter('V');
   }
   LinuxFiles files{nullptr};
   SystemClock clock;
   ImageShelf shelf;
+  SlowCalls calls;
   Engine engine;
   EngineDiscFiles discs;
 };

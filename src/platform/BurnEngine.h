@@ -86,7 +86,7 @@ class BurnEngine {
                                      std::int64_t wholeGiB) = 0;
   /// Holds for the next `do_InsertFileWithName`, and for that one alone.
   virtual void do_SetPlannedSource(const PlannedSource& planned) = 0;
-  /// Above 0: prepared. Lets `pump` run between bounded pieces of work; true from it stops.
+  /// Above 0: prepared. Calls `pump` again and again meanwhile; true from it stops.
   virtual std::int32_t do_Prepare(const std::function<bool()>& pump) = 0;
   virtual std::int32_t do_GetImageSize() = 0;  ///< blocks of the prepared track
 

@@ -117,7 +117,7 @@ TEST_F(DiscFaultTest, DrivesWriteWhatTheSettingsSay) {
   disc.reset();
   engine.reset();
   shelf = std::make_unique<ImageShelf>(files, options);
-  engine = std::make_unique<Engine>(clock, shelf->drives());
+  engine = std::make_unique<Engine>(clock, shelf->drives(), calls);
   struct Expected {
     char letter;
     bool burner, dvd, dualLayer, cdR;

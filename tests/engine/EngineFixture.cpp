@@ -13,7 +13,7 @@ void EngineFixture::restart(int drives) {
   engine.reset();
   shelf = std::make_unique<ImageShelf>(
       files, ImageShelf::Options{dir / "shelf", drives, /*feeder=*/false});
-  engine = std::make_unique<Engine>(clock, shelf->drives());
+  engine = std::make_unique<Engine>(clock, shelf->drives(), calls);
   disc = std::make_unique<EngineDiscFiles>(*engine);
   engine->do_InitializeASPI(0, "1", 0, "1");
 }

@@ -50,6 +50,7 @@ class EngineFixture : public ::testing::Test {
   ManualClock clock;
   LinuxFiles files{nullptr};
   std::unique_ptr<ImageShelf> shelf;
+  SlowCalls calls;
   std::unique_ptr<Engine> engine;
   std::unique_ptr<EngineDiscFiles> disc;
 };

@@ -1,7 +1,5 @@
-#include <condition_variable>
-#include <mutex>
-
 #include "engine/EngineFixture.h"
+#include "engine/Gate.h"
 #include "platform/linux/engine/LibburnDevice.h"
 #include "platform/linux/engine/MmcDrive.h"
 #include "platform/linux/engine/PatientDevice.h"
@@ -13,26 +11,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
-
-/// Where a slow drive waits until it is told to go on, each time anew.
-class Gate {
- public:
-  void pass() {
-    std::unique_lock lock(mutex_);
-    moved_.wait(lock, [this] { return open_; });
-    open_ = false;
-  }
-  void open() {
-    const std::lock_guard lock(mutex_);
-    open_ = true;
-    moved_.notify_all();
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable moved_;
-  bool open_ = false;
-};
 
 /// What the drive under test is and does.
 struct Script {
@@ -122,7 +100,7 @@ class MmcDriveTest : public EngineFixture {
     disc.reset();
     engine.reset();
     drive = std::make_unique<MmcDrive>('D', std::move(device));
-    engine = std::make_unique<Engine>(clock, std::vector<Drive*>{drive.get()});
+    engine = std::make_unique<Engine>(clock, std::vector<Drive*>{drive.get()}, calls);
     disc = std::make_unique<EngineDiscFiles>(*engine);
     engine->do_SelectDeviceByLetter('D');
   }
@@ -139,7 +117,6 @@ class MmcDriveTest : public EngineFixture {
 
   Script script;
   std::string file;
-  SlowCalls calls;
   std::unique_ptr<MmcDrive> drive;
 };
 
@@ -274,6 +251,15 @@ TEST_F(MmcDriveTest, ASlowDriveLetsTheProgramGoOnAndIsOccupiedMeanwhile) {
   });
   script.gate = &gate;
 
+  const auto preparation = [&](bool stop) {
+    return [&, stop, atWork = false]() mutable {
+      if (!std::exchange(atWork, true)) return false;
+      EXPECT_EQ(engine->do_TestUnitReady(), 0);
+      EXPECT_EQ(disc->doGetInfo('D', "a").kind, FileInfo::Kind::Missing);
+      gate.open();
+      return stop;
+    };
+  };
   struct Step {
     const char* name;
     std::function<bool()> works;
@@ -287,16 +273,8 @@ TEST_F(MmcDriveTest, ASlowDriveLetsTheProgramGoOnAndIsOccupiedMeanwhile) {
       {"which disc", [&] { return engine->do_DiscIs() == DiscDvdPlusRw; }},
       {"sessions", [&] { return engine->do_ImportSession(0, "\\") != 0; }},
       {"reading", [&] { return read("a") == std::string(3'000'000, 'a'); }},
-      {"preparing",
-       [&] {
-         const auto pump = [&] {
-           EXPECT_EQ(engine->do_TestUnitReady(), 0);
-           EXPECT_EQ(disc->doGetInfo('D', "a").kind, FileInfo::Kind::Missing);
-           gate.open();
-           return false;
-         };
-         return engine->do_Prepare(pump) > 0;
-       }},
+      {"stopped while preparing", [&] { return engine->do_Prepare(preparation(true)) <= 0; }},
+      {"preparing", [&] { return engine->do_Prepare(preparation(false)) > 0; }},
       {"eject", [&] { return engine->do_EjectMedium(), engine->do_TestUnitReady() == 0; }},
       {"load", [&] { return engine->do_LoadMedium(), engine->do_TestUnitReady() != 0; }},
   };

@@ -18,7 +18,7 @@ LinuxPlatform::LinuxPlatform(const Places& places)
     : nativeFiles_(nullptr),
       shelf_(nativeFiles_, places.imageDrives),
       realDrives_(makeMmcDrives(slowCalls_)),
-      engine_(clock_, allOf(realDrives_, shelf_)),
+      engine_(clock_, allOf(realDrives_, shelf_), slowCalls_),
       discFiles_(engine_),
       files_(&discFiles_),
       targets_(&discFiles_),

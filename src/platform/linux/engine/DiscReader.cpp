@@ -20,6 +20,8 @@ constexpr std::size_t MaxEntriesKept = 200'000;  ///< over all folders kept, but
 constexpr std::size_t MaxEntriesPerFolder = 4'000'000;
 constexpr std::int64_t MaxFolderBytes = std::int64_t{1} << 30;
 constexpr std::size_t MaxDepth = 1000;
+constexpr std::size_t LongFolder = 5000;           ///< entries: some ten milliseconds
+constexpr std::int64_t LongFolderBytes = 500'000;  ///< of their records
 
 SourcePtr shared(IsoFileSource* source) {
   iso_file_source_ref(source);
@@ -246,29 +248,45 @@ bool DiscStream::findBlocks(std::int64_t offset, std::size_t bytes) {
 }  // namespace
 
 std::shared_ptr<DiscReader> DiscReader::open(const DiscLibraries& libraries,
-                                             std::unique_ptr<BlockReader> disc,
-                                             std::uint32_t start) {
+                                             std::unique_ptr<BlockReader> disc, std::uint32_t start,
+                                             ReaderAid aid) {
   if (!libraries.isReady() || !disc) return nullptr;
   const auto head = readVolumeHead(*disc, start);
   if (!head) return nullptr;
   auto volume = std::make_shared<Volume>(std::move(disc));
   if (!volume->mount(start)) return nullptr;
-  std::shared_ptr<DiscReader> reader(new DiscReader(std::move(volume)));
+  std::shared_ptr<DiscReader> reader(new DiscReader(std::move(volume), aid));
   reader->label_ = head->label;
   return reader;
 }
 
 DiscReader::~DiscReader() = default;
 
-void DiscReader::detach() {
-  volume_->cache->detach();
-  folders_.clear();
-  order_.clear();
-  entriesKept_ = 0;
-  last_.reset();
+bool DiscReader::isAway() const {
+  return atWork_ || !volume_ || volume_->cache->isDetached();
 }
 
-DiscReader::FolderPtr DiscReader::keep(std::string_view path, FolderPtr folder) {
+void DiscReader::detach() {
+  detachWanted_ = atWork_;
+  if (isAway()) return;
+  volume_->cache->detach();
+  struct Kept {
+    std::shared_ptr<Volume> volume;
+    std::map<std::string, FolderPtr, std::less<>> folders;
+    FolderPtr last;
+  };
+  auto kept = std::make_shared<Kept>();
+  kept->volume = std::move(volume_);
+  kept->folders = std::move(folders_);
+  kept->last = std::move(last_);
+  order_.clear();
+  entriesKept_ = 0;
+  // The library counts shares in a way that is not safe among threads.
+  const bool sharedWithStreams = kept->volume.use_count() > 1;
+  if (aid_.release != nullptr && !sharedWithStreams) aid_.release->take(std::move(kept));
+}
+
+void DiscReader::keep(std::string_view path, const FolderPtr& folder) {
   entriesKept_ += folder->entries.size() + 1;
   while (entriesKept_ > MaxEntriesKept && !order_.empty()) {
     const auto oldest = folders_.find(order_.front());
@@ -278,41 +296,74 @@ DiscReader::FolderPtr DiscReader::keep(std::string_view path, FolderPtr folder) 
   }
   order_.emplace_back(path);
   folders_.emplace(path, folder);
-  return folder;
 }
 
 DiscReader::FolderPtr DiscReader::folderAt(std::string_view path) {
-  if (volume_->cache->isDetached() || path.starts_with(Paths::DiscSeparator)) return nullptr;
+  if (isAway() || path.starts_with(Paths::DiscSeparator)) return nullptr;
   if (last_ && lastPath_ == path) return last_;
+  FolderPtr folder = findFolder(path);
+  if (detachWanted_) {
+    folder.reset();
+    detach();
+    return nullptr;
+  }
+  if (folder) {
+    lastPath_ = path;
+    last_ = folder;
+  }
+  return folder;
+}
+
+DiscReader::FolderPtr DiscReader::findFolder(std::string_view path) {
   FolderPtr folder;
   std::size_t depth = 0;
   for (std::size_t end = 0;; ++depth) {
     // Each round: the folder at the first `end` bytes of the path.
     const std::string_view prefix = path.substr(0, end);
     const auto known = folders_.find(prefix);
-    if (known != folders_.end()) {
-      folder = known->second;
-    } else {
-      IsoFileSource* source = volume_->root.get();
-      if (end > 0) {
-        const std::size_t cut = prefix.rfind(Paths::DiscSeparator);
-        const auto name = cut == std::string_view::npos ? prefix : prefix.substr(cut + 1);
-        const Folder::Entry* entry = folder->find(name);
-        if (entry == nullptr || entry->info.kind != FileInfo::Kind::Folder) return nullptr;
-        source = entry->source.get();
-      }
-      FolderPtr fresh = Folder::read(source);
-      if (!fresh) return nullptr;
-      folder = keep(prefix, std::move(fresh));
-    }
-    if (end == path.size()) break;
+    folder = known != folders_.end() ? known->second : fetch(prefix, folder);
+    if (!folder || end == path.size()) return folder;
     if (depth >= MaxDepth) return nullptr;
     const std::size_t next = path.find(Paths::DiscSeparator, end == 0 ? 0 : end + 1);
     end = next == std::string_view::npos ? path.size() : next;
   }
-  lastPath_ = path;
-  last_ = folder;
-  return folder;
+}
+
+/// What the library knows of a folder in the folder above; null when it is none.
+IsoFileSource* DiscReader::sourceOf(std::string_view path, const FolderPtr& above) const {
+  if (path.empty()) return volume_->root.get();
+  const std::size_t cut = path.rfind(Paths::DiscSeparator);
+  const auto name = cut == std::string_view::npos ? path : path.substr(cut + 1);
+  const Folder::Entry* entry = above->find(name);
+  const bool isFolder = entry != nullptr && entry->info.kind == FileInfo::Kind::Folder;
+  return isFolder ? entry->source.get() : nullptr;
+}
+
+/// Reads a folder that is not kept yet.
+DiscReader::FolderPtr DiscReader::fetch(std::string_view path, const FolderPtr& above) {
+  IsoFileSource* source = sourceOf(path, above);
+  if (source == nullptr) return nullptr;
+  FolderPtr folder;
+  const auto work = [&] {
+    last_.reset();  // not to be the last share in a folder that makes room
+    folder = Folder::read(source);
+    if (folder) keep(path, folder);
+  };
+  if (aid_.calls == nullptr || aid_.calls->isAtWork() || !isLong(source)) {
+    work();
+  } else {
+    atWork_ = true;
+    aid_.calls->run(work);
+    atWork_ = false;
+  }
+  return detachWanted_ ? nullptr : folder;
+}
+
+/// Whether the folder, or the one that makes room for it, is so large that it takes its time.
+bool DiscReader::isLong(IsoFileSource* source) const {
+  struct stat status {};
+  if (iso_file_source_lstat(source, &status) >= 0 && status.st_size >= LongFolderBytes) return true;
+  return !order_.empty() && folders_.find(order_.front())->second->entries.size() >= LongFolder;
 }
 
 namespace {
@@ -337,7 +388,7 @@ std::string_view withoutSeparators(std::string_view discPath) {
 
 FileInfo DiscReader::info(std::string_view discPath) {
   discPath = withoutSeparators(discPath);
-  if (volume_->cache->isDetached()) return {};
+  if (isAway()) return {};
   if (discPath.empty()) {
     struct stat status {};
     if (iso_file_source_lstat(volume_->root.get(), &status) < 0) return {};

@@ -79,7 +79,7 @@ class Drive {
 
   /// A reader of the newest session; null without a readable disc. The drive keeps it until the
   /// disc changes.
-  virtual std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries) = 0;
+  virtual std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid) = 0;
   /// Detaches the reader, if there is one.
   virtual void dropReader() = 0;
   virtual std::unique_ptr<BlockReader> openBlocks() = 0;

@@ -22,8 +22,11 @@ std::int32_t blocks32(std::int64_t blocks) {
 
 }  // namespace
 
-Engine::Engine(const Clock& clock, std::vector<Drive*> drives)
-    : clock_(clock), drives_(std::move(drives)), layout_(clock_) {}
+Engine::Engine(const Clock& clock, std::vector<Drive*> drives, SlowCalls& calls)
+    : clock_(clock),
+      calls_(calls),
+      drives_(std::move(drives)),
+      layout_(std::make_shared<IsoLayout>(clock_)) {}
 
 Engine::~Engine() {
   // The end of work must be recorded on the disc.
@@ -81,6 +84,10 @@ int Engine::do_DeviceIsBurner() {
 
 int Engine::do_DeviceCan(std::uint8_t code) {
   return selected_ != nullptr && selected_->can(code) ? -1 : 0;
+}
+
+std::shared_ptr<DiscReader> Engine::readerIn(Drive& drive) {
+  return drive.reader(libraries_, {&calls_, &release_});
 }
 
 std::string Engine::devicePath(char letter) {
@@ -149,7 +156,7 @@ std::shared_ptr<DiscReader> Engine::readerOf(char letter) {
   Drive* drive = find(letter);
   // Its earlier sessions may be read on another thread.
   if (drive == nullptr || (preparing_ && drive == selected_)) return nullptr;
-  return drive->reader(libraries_);
+  return readerIn(*drive);
 }
 
 std::uint8_t Engine::do_DiscIs() {
@@ -180,22 +187,22 @@ std::int32_t Engine::do_GetFreeBlocksOnDisc() {
 // The layout.
 
 void Engine::do_ClearAll() {
-  layout_.clear();
+  release_.take(std::exchange(layout_, std::make_shared<IsoLayout>(clock_)));
+  release_.take(std::exchange(prepared_, nullptr));
   switches_ = {};
   label_.clear();
   import_ = false;
   planned_.reset();
-  prepared_.reset();
 }
 
 int Engine::do_ImportSession(std::uint8_t, const std::string&) {
   // The tree is taken over when the track is prepared; here it must only be there.
-  import_ = selected_ != nullptr && selected_->reader(libraries_) != nullptr;
+  import_ = selected_ != nullptr && readerIn(*selected_) != nullptr;
   return import_ ? -1 : 0;
 }
 
 void Engine::do_CreateDir(const std::string& parent, const std::string& name) {
-  layout_.createDir(parent, name);
+  layout_->createDir(parent, name);
 }
 
 void Engine::do_InsertFileWithName(const std::string& parent, const std::string& source,
@@ -211,11 +218,11 @@ void Engine::do_InsertFileWithName(const std::string& parent, const std::string&
     range.offset = sane ? firstBlock * BlockBytes : -1;
     range.length = sane ? wholeGiB * GiB + remainder : 0;
   }
-  layout_.insert({parent, name, source, range, std::exchange(planned_, std::nullopt)});
+  layout_->insert({parent, name, source, range, std::exchange(planned_, std::nullopt)});
 }
 
 std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
-  prepared_.reset();
+  release_.take(std::exchange(prepared_, nullptr));
   imageSize_ = 0;
   if (selected_ == nullptr || isBusy(selected_) || !selected_->isReady()) {
     setError(NoDisc, "No disc");
@@ -233,13 +240,14 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
   request.skipFaults = switches_.skipAtPreparation;
   request.replace = switches_.replace;
   request.pump = pump;
+  request.earlierTracks = &release_;
   if (import_ && place.lastSession >= 0) {
     request.openEarlier = [this] { return selected_->openBlocks(); };
     request.earlierStart = static_cast<std::uint32_t>(place.lastSession);
   }
   std::string why;
   preparing_ = true;
-  prepared_ = layout_.prepare(std::move(request), why);
+  prepared_ = layout_->prepare(std::move(request), why);
   preparing_ = false;
   if (!prepared_) {
     setError(PreparationFailed, why);
@@ -347,6 +355,7 @@ void Engine::deliverFaults(const std::vector<FileFault>& faults) {
 void Engine::deliverEnd(const DriveResult& result) {
   // The callback may start the next work, so this one is over before.
   const FinishCallback finished = std::move(work_->finished);
+  release_.take(std::shared_ptr<const BurnRun>(std::move(work_->burn)));
   work_.reset();
   if (result.error != 0) setError(result.error, result.text);
   const std::int32_t code = result.error & 0xFFFF;

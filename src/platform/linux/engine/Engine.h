@@ -21,8 +21,8 @@ namespace korvenal {
 /// time in a process. Destroying it aborts a burn and waits for the end of an erase.
 class Engine : public BurnEngine, public MountedDevices {
  public:
-  /// The drives must outlive this.
-  Engine(const Clock& clock, std::vector<Drive*> drives);
+  /// All arguments outlive this.
+  Engine(const Clock& clock, std::vector<Drive*> drives, SlowCalls& calls);
   ~Engine() override;
 
   void do_Deliver() override;
@@ -115,6 +115,7 @@ class Engine : public BurnEngine, public MountedDevices {
   };
 
   Drive* find(char letter) const;
+  std::shared_ptr<DiscReader> readerIn(Drive& drive);
   bool isBusy(const Drive* drive) const { return work_ && work_->drive == drive; }
   bool mayTouch() const;
   void setError(int number, const std::string& text);
@@ -123,13 +124,15 @@ class Engine : public BurnEngine, public MountedDevices {
 
   const Clock& clock_;
   DiscLibraries libraries_;
+  ReleaseThread release_;  ///< needs the libraries
+  SlowCalls& calls_;
   std::vector<Drive*> drives_;
   Drive* selected_ = nullptr;
   std::int32_t readSpeed_ = 0;  ///< KB/s; 0: as fast as can be
   std::int32_t writeSpeed_ = 0;
   Switches switches_;
   std::string label_;
-  IsoLayout layout_;
+  std::shared_ptr<IsoLayout> layout_;
   bool import_ = false;
   bool preparing_ = false;  ///< earlier sessions may be read on another thread
   std::optional<PlannedSource> planned_;

@@ -131,12 +131,12 @@ std::int32_t ImageDrive::speedFor(std::int32_t wanted) {
   return wanted > 0 ? std::min(wanted, maximum) : maximum;
 }
 
-std::shared_ptr<DiscReader> ImageDrive::reader(const DiscLibraries& libraries) {
+std::shared_ptr<DiscReader> ImageDrive::reader(const DiscLibraries& libraries, ReaderAid aid) {
   if (busy_) return nullptr;
   const DiscProfile* disc = profile();
   if (disc == nullptr || disc->sessions.empty()) return nullptr;
   // Block 0 points to the newest complete tree, whoever wrote the image.
-  if (!reader_) reader_ = DiscReader::open(libraries, openBlocks(), 0);
+  if (!reader_) reader_ = DiscReader::open(libraries, openBlocks(), 0, aid);
   return reader_;
 }
 

@@ -49,7 +49,7 @@ class ImageDrive : public Drive {
   void setSpeed(std::int32_t, std::int32_t) override {}
   std::int32_t writeSpeed(std::int32_t wanted) override { return speedFor(wanted); }
   std::int32_t readSpeed(std::int32_t wanted) override { return speedFor(wanted); }
-  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries) override;
+  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid) override;
   void dropReader() override;
   std::unique_ptr<BlockReader> openBlocks() override;
   TrackPlace place() override;

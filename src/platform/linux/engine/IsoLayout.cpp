@@ -16,16 +16,6 @@ std::string_view bare(std::string_view path) {
 
 }  // namespace
 
-void IsoLayout::clear() {
-  folders_.assign(1, Folder());
-  files_.clear();
-  files_.shrink_to_fit();
-  ids_.clear();
-  ids_.emplace("", 0);
-  lastPath_.clear();
-  lastId_ = 0;
-}
-
 std::uint32_t IsoLayout::folderId(std::string_view path) {
   path = bare(path);
   if (path == lastPath_) return lastId_;

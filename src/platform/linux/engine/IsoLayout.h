@@ -13,6 +13,7 @@
 #include "platform/Clock.h"
 #include "platform/linux/engine/BlockReader.h"
 #include "platform/linux/engine/DiscLibraries.h"
+#include "platform/linux/engine/ReleaseThread.h"
 #include "platform/linux/engine/SourceStream.h"
 
 struct Iso_Image;
@@ -75,12 +76,15 @@ class IsoLayout {
     /// Where earlier sessions are taken from; with none the tree stands alone.
     std::function<std::unique_ptr<BlockReader>()> openEarlier = nullptr;
     std::uint32_t earlierStart = 0;
-    std::function<bool()> pump = nullptr;  ///< called between bounded pieces of work; true stops
+    /// Called on the calling thread while another one works, some fifty times a second; true stops.
+    std::function<bool()> pump = nullptr;
+    /// Where tracks are let go, which is waited for: the library's images share a counter that is
+    /// not safe among threads.
+    ReleaseThread* earlierTracks = nullptr;
   };
 
-  explicit IsoLayout(const Clock& clock) : clock_(clock) { clear(); }
+  explicit IsoLayout(const Clock& clock) : clock_(clock), folders_(1) { ids_.emplace("", 0); }
 
-  void clear();
   void createDir(std::string_view parent, std::string_view name);
   void insert(NewFile file);
   /// Null when it failed or was stopped; `why` tells.

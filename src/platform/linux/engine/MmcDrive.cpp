@@ -141,7 +141,7 @@ std::int64_t MmcDrive::readFrom(const MmcReport& disc, std::uint32_t first, std:
   return device_->read(first, count, buffer);
 }
 
-std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries) {
+std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries, ReaderAid aid) {
   if (busy_ || !hold()) return nullptr;
   const std::int64_t newest = MmcFacts::placeOf(report_, chain_).lastSession;
   if (newest < 0) return nullptr;
@@ -149,7 +149,7 @@ std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries) {
   const bool overwritable = MmcFacts::isOverwritable(report_.profile);
   if (!reader_)
     reader_ = DiscReader::open(libraries, openBlocks(),
-                               overwritable ? 0 : static_cast<std::uint32_t>(newest));
+                               overwritable ? 0 : static_cast<std::uint32_t>(newest), aid);
   return reader_;
 }
 

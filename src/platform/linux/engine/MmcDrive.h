@@ -35,7 +35,7 @@ class MmcDrive : public Drive {
   std::int32_t writeSpeed(std::int32_t wanted) override;
   std::int32_t readSpeed(std::int32_t wanted) override;
 
-  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries) override;
+  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid) override;
   void dropReader() override;
   std::unique_ptr<BlockReader> openBlocks() override;
 

@@ -19,7 +19,8 @@ class SlowCalls {
   /// The calling thread is from here on the one that waits and pumps. Without a pump, and on any
   /// other thread, work is done in place.
   void setPump(Pump pump);
-  bool isAtWork() const { return atWork_; }
+  /// A call is waited for, as the thread that waits sees it; the one that works goes on.
+  bool isAtWork() const { return atWork_ && std::this_thread::get_id() == thread_; }
   /// Not while a call is at work.
   void run(const std::function<void()>& work);
 

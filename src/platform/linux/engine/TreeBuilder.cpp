@@ -18,7 +18,6 @@ namespace korvenal {
 namespace {
 
 constexpr std::size_t MaxNameBytes = 255;
-constexpr int PiecesAPump = 64;  ///< files or nodes: some tenths of a millisecond
 constexpr std::int64_t MaxEarlierEntries = 4'000'000;
 constexpr mode_t FolderMode = 0755;
 constexpr const char* StoppedText = "Operation canceled";
@@ -65,33 +64,36 @@ WriteOptionsPtr PreparedTrack::writeOptions() {
 }
 
 bool TreeBuilder::stopped() {
-  if (++pieces_ % PiecesAPump != 0 || !request_.pump || !request_.pump()) return false;
-  why_ = StoppedText;
-  return true;
-}
-
-bool TreeBuilder::aside(const std::function<bool()>& work) {
-  bool well = false;
-  bool stop = false;
-  runAside([&] { well = work(); }, [&] { stop = (request_.pump && request_.pump()) || stop; });
-  if (stop) why_ = StoppedText;
-  return well && !stop;
+  if (stop_) why_ = StoppedText;
+  return stop_;
 }
 
 std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
+  const auto pump = [this] { stop_ = (request_.pump && request_.pump()) || stop_; };
+  now_ = layout_.clock_.now();
+  if (request_.openEarlier) {
+    earlierToCheck_ = request_.openEarlier();
+    earlierToImport_ = request_.openEarlier();
+  }
+  bool built = false;
+  pump();  // quick work is over before the next
+  runAside([&] { built = doBuild(); }, pump);
+  if (built && !stopped()) return track_;
+  why = why_;
+  return nullptr;
+}
+
+bool TreeBuilder::doBuild() {
   track_->startBlock = request_.startBlock;
   track_->gap = request_.gap;
   track_->joliet = request_.joliet;
   track_->context.skipFaults = request_.skipFaults;
+  if (request_.earlierTracks != nullptr) request_.earlierTracks->wait();
   IsoImage* image = nullptr;
   const bool made = iso_image_new("", &image) >= 0;
   track_->image.reset(image);
   if (!made) why_ = "Out of memory";
-  if (made && inspectSources() && importEarlier() && addChildren() &&
-      aside([this] { return measure(); }))
-    return track_;
-  why = why_;
-  return nullptr;
+  return made && inspectSources() && importEarlier() && addChildren() && measure();
 }
 
 bool TreeBuilder::inspectSources() {
@@ -137,7 +139,7 @@ bool TreeBuilder::inspect(std::uint32_t index) {
 /// for ever.
 bool TreeBuilder::isEarlierSane() {
   const auto reader =
-      DiscReader::open(request_.libraries, request_.openEarlier(), request_.earlierStart);
+      DiscReader::open(request_.libraries, std::move(earlierToCheck_), request_.earlierStart);
   if (!reader) return false;
   std::vector<std::string> waiting = {""};
   std::int64_t entries = 0;
@@ -158,13 +160,11 @@ bool TreeBuilder::isEarlierSane() {
 bool TreeBuilder::importEarlier() {
   IsoImage* image = track_->image.get();
   if (request_.openEarlier) {
-    const auto cache = std::make_shared<BlockCache>(request_.openEarlier());
+    const auto cache = std::make_shared<BlockCache>(std::move(earlierToImport_));
     const DataSourcePtr source = newDataSource(cache);
     const ReadOptionsPtr options = newReadOptions(request_.earlierStart);
-    const auto importTree = [&] {
-      return iso_image_import(image, source.get(), options.get(), nullptr) >= 0;
-    };
-    if (!source || !options || !isEarlierSane() || !aside(importTree)) {
+    if (!source || !options || !isEarlierSane() ||
+        iso_image_import(image, source.get(), options.get(), nullptr) < 0) {
       if (why_.empty()) why_ = "The earlier sessions cannot be read";
       return false;
     }
@@ -199,7 +199,7 @@ bool TreeBuilder::addChildren() {
   folders_.resize(layout_.folders_.size());
   IsoDir* root = iso_image_get_root(track_->image.get());
   folders_[0] = root;
-  const Look look{FolderMode, 0, 0, layout_.clock_.now(), false};
+  const Look look{FolderMode, 0, 0, now_, false};
   dress(reinterpret_cast<IsoNode*>(root), look);
   // Parents have smaller indices than their children, so they are there first.
   for (const Child& child : sortedChildren()) {
@@ -234,8 +234,7 @@ bool TreeBuilder::addFolder(const Child& child) {
     why_ = iso_error_to_msg(result);
     return false;
   }
-  if (folder != nullptr)
-    dress(reinterpret_cast<IsoNode*>(folder), {FolderMode, 0, 0, layout_.clock_.now(), false});
+  if (folder != nullptr) dress(reinterpret_cast<IsoNode*>(folder), {FolderMode, 0, 0, now_, false});
   folders_[child.index] = folder;
   return true;
 }

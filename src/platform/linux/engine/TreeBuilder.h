@@ -1,7 +1,7 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,12 +12,14 @@
 
 namespace korvenal {
 
-/// Turns a layout into the library's tree, in bounded pieces of work. Used once.
+/// Turns a layout into the library's tree. Used once.
 class TreeBuilder {
  public:
   TreeBuilder(const IsoLayout& layout, IsoLayout::Request request)
       : layout_(layout), request_(std::move(request)) {}
 
+  /// The work is done on a thread of its own: with a million files it takes seconds, some of them
+  /// in single calls of the library. A stop takes effect between two files.
   std::shared_ptr<PreparedTrack> build(std::string& why);
 
  private:
@@ -37,9 +39,7 @@ class TreeBuilder {
   };
 
   bool stopped();
-  /// Runs what the library does in one piece on a thread of its own and pumps meanwhile. A stop
-  /// takes effect only when it has ended.
-  bool aside(const std::function<bool()>& work);
+  bool doBuild();
   bool inspectSources();
   bool inspect(std::uint32_t index);
   bool leaveOut(std::uint32_t index, const std::string& reason);
@@ -59,8 +59,11 @@ class TreeBuilder {
   std::shared_ptr<PreparedTrack> track_ = std::make_shared<PreparedTrack>();
   std::vector<Look> looks_;       ///< one a file
   std::vector<IsoDir*> folders_;  ///< one a folder; null where it could not be made
+  std::unique_ptr<BlockReader> earlierToCheck_;
+  std::unique_ptr<BlockReader> earlierToImport_;
+  UnixTime now_ = 0;  ///< the date of new folders
   std::string why_;
-  int pieces_ = 0;
+  std::atomic<bool> stop_ = false;
 };
 
 }  // namespace korvenal
