@@ -26,9 +26,11 @@ class LoopWatch {
     doSettle();
     longest_ = {};
     const Clock::time_point start = last_ = Clock::now();
+    trace_.setArmed(true);
     work();
     doSettle();
     doTick();
+    trace_.setArmed(false);
     std::printf("%-34s %8.1f ms, longest wait %7.1f ms\n", what, milliseconds(last_ - start),
                 milliseconds(longest_));
     std::fflush(stdout);

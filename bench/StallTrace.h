@@ -13,8 +13,8 @@
 namespace korvenal::bench {
 
 /// Tells where a thread is while it keeps its event loop waiting: after as many milliseconds
-/// without a sign of life as STALL_TRACE says, its stack is printed to the error stream, once a
-/// wait (addr2line and c++filt read it). Without that variable it does nothing.
+/// without a sign of life as STALL_TRACE says, its stack is printed to the error stream, and again
+/// after every quarter more (addr2line reads it). Without that variable it does nothing.
 class StallTrace {
  public:
   /// Watches the thread that makes it.
@@ -35,6 +35,8 @@ class StallTrace {
 
   /// A sign of life of the watched thread.
   void doBeat() { ++beats_; }
+  /// Whether a silence means anything now.
+  void setArmed(bool armed) { armed_ = armed; }
 
  private:
   static constexpr int MostFrames = 40;
@@ -42,16 +44,16 @@ class StallTrace {
   void doWatch(const std::stop_token& stop) {
     using Clock = std::chrono::steady_clock;
     unsigned seen = 0;
-    bool told = false;
+    int told = 0;
     for (Clock::time_point last = Clock::now(); !stop.stop_requested();
          std::this_thread::sleep_for(std::chrono::milliseconds(2))) {
-      if (const unsigned beats = beats_; beats != seen) {
+      if (const unsigned beats = beats_; beats != seen || !armed_) {
         seen = beats;
         last = Clock::now();
-        told = false;
-      } else if (!told && Clock::now() - last >= limit_) {
+        told = 0;
+      } else if (Clock::now() - last >= limit_ + told * limit_ / 4) {
         ::pthread_kill(watched_, SIGUSR1);
-        told = true;
+        ++told;
       }
     }
   }
@@ -59,6 +61,7 @@ class StallTrace {
   pthread_t watched_;
   std::chrono::milliseconds limit_{};
   std::atomic<unsigned> beats_ = 0;
+  std::atomic<bool> armed_ = false;
   std::jthread watcher_;
 };
 

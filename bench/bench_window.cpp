@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -28,6 +29,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* StartOption = "--start";
 constexpr int Rounds = 5;
+constexpr int Dvd = 1;  ///< of the list of disc types: takes all files of a tree
 
 /// Says yes to every question, and closes dialogs that wait for a person after some looks at them.
 class AgreeingDesktop : public ui::QtDesktop {
@@ -42,6 +44,9 @@ class AgreeingDesktop : public ui::QtDesktop {
     QCoreApplication::processEvents();
     return message.buttons == MessageButtons::YesNo ? Answer::Yes : Answer::Ok;
   }
+  std::string doAskSaveFile(const FileDialog&) override { return saveAs; }
+
+  std::string saveAs;  ///< the file that a person would choose
 
  private:
   void doLook() {
@@ -81,6 +86,7 @@ class Program {
     const Ports ports = start_->platform->ports(desktop_);
     Profile(ports.files, start_->workspace.gSettingsFile)
         .doWriteProfile("Devices", "dvcS_Name", "V");
+    desktop_.saveAs = folder + "exported.txt";
     main_ = std::make_unique<frmMain>(ports, start_->workspace);
     life_ = std::make_unique<Lifecycle>(*main_, desktop_, noTray_);
     window_ = std::make_unique<ui::MainWindow>(*main_, *life_, desktop_, ports);
@@ -166,11 +172,24 @@ void measureRuns(Program& program, bench::LoopWatch& watch, const std::string& t
   window.act([&] {
     main.doChangeTask(1);
     main.doTask01();
+    main.jobControls.setDiscType(Dvd);
     main.addItems.doPickItems({tree});
     main.job.doMarkChanged(false);
   });
   watch.measure("to the backup run", [&] { program.press("PBNext0"); });
   watch.measure("backup and verification", [&] { program.press("PBNext0"); });
+  std::printf("%d discs\n", main.plan.TotalDiscs);
+  watch.measure("report of the disc shown",
+                [&] { window.act([&] { main.grids.doShowDiscReport(1); }); });
+  std::printf("%d rows in it\n", main.grids.vsError[0].Rows() - 1);
+  for (const char* rows : {"only files with errors", "all files again"})
+    watch.measure(rows, [&] { program.find<QCheckBox>("OnlyShowErrorFile").click(); });
+  watch.measure("report saved as a text",
+                [&] { window.act([&] { main.doExport(main.grids.vsError[0]); }); });
+  watch.measure("the run page anew", [&] {
+    program.press("PBBack0");
+    program.press("PBNext0");
+  });
   const std::string target = folder + "target";
   fs::create_directory(target);
   watch.measure("index read from the disc", [&] {

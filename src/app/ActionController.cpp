@@ -24,11 +24,10 @@ bool mayBegin(Command command, const ActionState& state) {
     case Command::ChangeOption:
       return !state.IgnoreEvents;
     case Command::ShowReport:
+    case Command::ExportGrid:
     case Command::ChangeSettings:  // looking for drives would take the one that a run has chosen
     case Command::Close:
       return !state.ActionRunning && !state.ActionBusy;
-    case Command::ExportGrid:
-      return !state.ActionBusy;
   }
   return false;
 }
@@ -115,7 +114,7 @@ void ActionController::doShowSummary(int action) {
   grids_.clearPage(action);
   if (action == Backup) {
     grids_.PBErrorList[0] = "&Verify Report";
-    grids_.vsError[0].clearData();
+    grids_.doClearReport();
   }
   desktop_.doYield();
   if (!runs.summary) return;

@@ -204,7 +204,12 @@ void frmMain::doImportM3U() {
 }
 
 void frmMain::doExport(const Table& table) {
-  const FileOutcome outcome = doExportGrid(ports_.desktop, ports_.files, table);
+  FileOutcome outcome;
+  {
+    // The table stays as it is until all of it is written.
+    const FlagScope running(state.ActionRunning);
+    outcome = doExportGrid(ports_.desktop, ports_.files, table);
+  }
   if (outcome) return;
   const FlagScope ignore(state.IgnoreEvents);
   ports_.desktop.doShowMessage({.text = "The text file could not be written.\n" + outcome.text,

@@ -135,7 +135,7 @@ void DiscWriter::doSettle(DiscAttempt& attempt) {
   if (attempt.success && !services_.state.StopAction)
     verification_.doVerifyDisc(attempt, resetBeforeVerify_ || attempt.appending);
   // A disc that was not read has no report, least of all that of the disc before it.
-  if (!attempt.verified) services_.grids.vsError[0].clearData();
+  if (!attempt.verified) services_.grids.doClearReport();
 
   faults.discs += attempt.discError ? 1 : 0;
   faults.files += attempt.FileErrorCount;

@@ -45,7 +45,7 @@ void Verification::doVerifyDisc(DiscAttempt& attempt, bool reset) {
   services_.page.pbStopEnabled = false;
   services_.page.OnlyShowErrorFileEnabled = false;
   grids.PBErrorList[0] = "&Verify Report - " + attempt.record.label;
-  grids.vsError[0].clearData();
+  grids.doClearReport();
   if (reset) doResetDisc();
   services_.desktop.doYield();
   if (services_.engine.do_TestUnitReady() == 0) {
@@ -116,11 +116,9 @@ void Verification::doAddVerifyRow(int disc, const std::string& pathOnDisc,
                                   const std::string& result, const std::string& source) {
   Table& report = services_.grids.vsError[0];
   const std::string name(Paths::doGetFilePart(pathOnDisc));
-  const int row = report.addRow({name, result, source});
-  report.setRowHidden(row, services_.grids.OnlyShowErrorFile && Text::toUpper(result) == Pass);
-  report.Row = row;
-  const std::string friendly = friendlySource(name, disc, row);
-  if (!friendly.empty()) report.setText(row, 2, friendly);
+  const std::string friendly = friendlySource(name, disc, report.Rows());
+  report.Row = report.addRow({name, result, friendly.empty() ? source : friendly},
+                             services_.grids.OnlyShowErrorFile && result == Pass);
 }
 
 void Verification::doMarkSaved(int row, int splitRow, const FileInfo& source) {

@@ -10,7 +10,7 @@ namespace korvenal {
 namespace {
 
 constexpr int MostRunLogs = 100;
-constexpr std::int64_t MaxReportBytes = 1LL << 30;  ///< a report has one line a file of a disc
+constexpr int RowsAtOnce = 8192;  ///< of a report: a few milliseconds
 
 const std::vector<std::string> EventHeaders = {"Time", "Event"};
 const std::vector<std::string> ReportHeaders = {"File Name", "Result", "Source Path"};
@@ -22,7 +22,7 @@ constexpr int RecordLabel = 5;
 constexpr int RecordNote = 7;
 
 bool isGoodResult(const Table& report, int row) {
-  return Text::toUpper(report.text(row, 1)) == "PASS";
+  return Text::equalsIgnoreCase(report.text(row, 1), "PASS");
 }
 
 }  // namespace
@@ -110,37 +110,75 @@ void RunGrids::doForgetDiscs(int page) {
   for (int row = 1; row < records.Rows(); ++row) records.setCellData(row, RecordDrive, "");
 }
 
-void RunGrids::doSaveDiscReport(int n) {
-  constexpr int RowsAtOnce = 8192;  // a few milliseconds
+/// Calls the work for the rows of the report, the header too, some thousand at a time.
+void RunGrids::doEachPiece(const std::function<void(int from, int to)>& work) {
   const WaitPointer wait(desktop_);
+  const FlagScope running(state_.ActionRunning);
+  const Table& report = vsError[0];
+  for (int row = 0; row < report.Rows(); row += RowsAtOnce) {
+    if (row > 0) desktop_.doYield();
+    work(row, std::min(row + RowsAtOnce, report.Rows()));
+  }
+}
+
+void RunGrids::doClearReport(int page) {
+  const FlagScope running(state_.ActionRunning);
+  Table& report = vsError[static_cast<std::size_t>(page)];
+  while (report.Rows() > RowsAtOnce) {
+    report.setRows(report.Rows() - RowsAtOnce);
+    desktop_.doYield();
+  }
+  report.clearData();
+}
+
+void RunGrids::doSaveDiscReport(int n) {
   const std::string path = workspace_.runLog(n);
   const auto file = files_.doCreateFile(path);
   if (!file) return;
-  const Table& report = vsError[0];
-  for (int row = 0; row < report.Rows(); row += RowsAtOnce) {
-    file->write(report.saveRows(row, std::min(row + RowsAtOnce, report.Rows())));
-    desktop_.doYield();
-  }
+  doEachPiece([&](int from, int to) { file->write(vsError[0].saveRows(from, to)); });
   // Half a report would be taken for all of it.
   if (!file->finish()) files_.doDeleteFile(path);
 }
 
 void RunGrids::doShowDiscReport(int n) {
   PBErrorList[0] = "&Verify Report - " + vsOutput[0].text(n, RecordLabel);
-  vsError[0].clearData();
+  doClearReport();
   const std::string path = workspace_.runLog(n);
-  if (files_.doFileExists(path)) {
-    vsError[0].loadData(files_.readAll(path, MaxReportBytes).value_or(""));
-    setHeaders(vsError[0], ReportHeaders);
-  }
+  if (files_.doFileExists(path)) doLoadReport(path);
   doFilterReport();
 }
 
-void RunGrids::doFilterReport() {
+/// The lines below the header; none when the file is no report.
+void RunGrids::doLoadReport(const std::string& path) {
+  constexpr std::int64_t PieceBytes = 1 << 20;
   const WaitPointer wait(desktop_);
+  const FlagScope running(state_.ActionRunning);
   Table& report = vsError[0];
-  for (int row = 1; row < report.Rows(); ++row)
-    report.setRowHidden(row, OnlyShowErrorFile && isGoodResult(report, row));
+  std::string rest;
+  bool header = true;
+  for (std::int64_t offset = 0;; offset += PieceBytes) {
+    const auto piece = files_.readPart(path, offset, PieceBytes);
+    rest += piece.value_or("");
+    const bool last = !piece || static_cast<std::int64_t>(piece->size()) < PieceBytes;
+    const std::size_t end = last ? rest.size() : rest.rfind('\n') + 1;
+    std::string_view lines = std::string_view(rest).substr(0, end);
+    if (header && !lines.empty()) {
+      lines.remove_prefix(std::min(lines.find('\n'), lines.size() - 1) + 1);
+      header = false;
+    }
+    if (!report.appendData(lines)) return doClearReport();
+    if (last) return;
+    rest.erase(0, end);
+    desktop_.doYield();
+  }
+}
+
+void RunGrids::doFilterReport() {
+  Table& report = vsError[0];
+  doEachPiece([&](int from, int to) {
+    for (int row = std::max(from, 1); row < to; ++row)
+      report.setRowHidden(row, OnlyShowErrorFile && isGoodResult(report, row));
+  });
 }
 
 void RunGrids::doDeleteRunLogs() {

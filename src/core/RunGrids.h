@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,11 @@ class RunGrids {
   /// A run starts over: the records so far are about none of its discs.
   void doForgetDiscs(int page);
 
+  // A report may have a million rows: what follows lets the front end work while it looks at them,
+  // and nothing else begins meanwhile.
+
+  /// Empties `vsError` of a page.
+  void doClearReport(int page = 0);
   /// The report of the n-th record: `vsError`[0] to its file, and back.
   void doSaveDiscReport(int n);
   void doShowDiscReport(int n);
@@ -79,6 +85,9 @@ class RunGrids {
   std::string doGetBurnLogPath(const std::string& prefix);
 
  private:
+  void doLoadReport(const std::string& path);
+  void doEachPiece(const std::function<void(int from, int to)>& work);
+
   ActionState& state_;
   Desktop& desktop_;
   const Clock& clock_;

@@ -1,8 +1,13 @@
 #include "core/TableExport.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace korvenal {
 
 namespace {
+
+constexpr int RowsAtOnce = 8192;  ///< a few milliseconds
 
 void appendCell(std::string& out, const std::string& text) {
   for (const char c : text) out += c == '\t' || c == '\n' || c == '\r' ? ' ' : c;
@@ -19,6 +24,11 @@ void appendRow(std::string& out, const Table& table, int row) {
   out += '\n';
 }
 
+void appendRows(std::string& out, const Table& table, int from, int to) {
+  for (int row = from; row < to; ++row)
+    if (!table.isRowHidden(row)) appendRow(out, table, row);
+}
+
 void appendLines(std::string& out, const std::string& text) {
   if (text.empty()) return;
   out += text;
@@ -30,8 +40,7 @@ void appendLines(std::string& out, const std::string& text) {
 std::string exportText(const Table& table, const ExportFrame& frame) {
   std::string out;
   appendLines(out, frame.header);
-  for (int row = 0; row < table.Rows(); ++row)
-    if (!table.isRowHidden(row)) appendRow(out, table, row);
+  appendRows(out, table, 0, table.Rows());
   appendLines(out, frame.footer);
   return out;
 }
@@ -46,7 +55,21 @@ FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
   const std::string path = desktop.doAskSaveFile(dialog);
   if (path.empty()) return {};
   const WaitPointer wait(desktop);
-  return files.writeAll(path, exportText(table, frame));
+  std::vector<std::string> pieces(1);
+  appendLines(pieces.back(), frame.header);
+  for (int row = 0; row < table.Rows(); row += RowsAtOnce) {
+    appendRows(pieces.emplace_back(), table, row, std::min(row + RowsAtOnce, table.Rows()));
+    desktop.doYield();
+  }
+  appendLines(pieces.emplace_back(), frame.footer);
+  FileOutcome outcome;
+  desktop.doAside([&] {
+    std::string text;
+    for (const std::string& piece : pieces) text += piece;
+    outcome = files.writeAll(path, text);
+    pieces.clear();
+  });
+  return outcome;
 }
 
 void doPrintGrid(Desktop& desktop, const Clock& clock, const Table& table,

@@ -22,6 +22,7 @@ std::string exportText(const Table& table, const ExportFrame& frame = {});
 
 /// Asks for a file and writes the text there; an older file is replaced as a whole. Success also
 /// when there is nothing to do: a table without data, which is not asked about, or no file chosen.
+/// Yields; the table stays as it is meanwhile.
 FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
                          const ExportFrame& frame = {});
 

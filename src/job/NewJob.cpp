@@ -38,7 +38,7 @@ void NewJob::doNewJobValues() {
   job_ = std::move(fresh);
 
   grids_.clearPage(0);
-  grids_.vsError[0].clearData();
+  grids_.doClearReport();
   grids_.doDeleteRunLogs();
 }
 

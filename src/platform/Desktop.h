@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/Form.h"
@@ -38,6 +39,9 @@ class Desktop {
   virtual void doYield() = 0;
   /// A yield inside a wait for background work: rests some milliseconds as well.
   virtual void doRest() = 0;
+  /// Does long work that touches nothing which the program may touch meanwhile; a front end that
+  /// has other things to do does it on another thread and works until it has ended.
+  virtual void doAside(const std::function<void()>& work) { work(); }
 
   virtual Answer doShowMessage(const MessageBox& message) = 0;
   /// Shows the form and returns when it is closed.

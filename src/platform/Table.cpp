@@ -83,10 +83,15 @@ Table::Table(std::vector<std::string> headers) {
     cellFor(0, col).text = std::move(headers[static_cast<std::size_t>(col)]);
 }
 
+void Table::doTellChange() {
+  ++revision_;
+  ++settledRevision_;
+}
+
 void Table::setRows(int rows) {
   rows_.resize(static_cast<std::size_t>(std::max(rows, 1)));
   keepRowInside();
-  ++revision_;
+  doTellChange();
 }
 
 void Table::setCols(int cols) {
@@ -95,7 +100,7 @@ void Table::setCols(int cols) {
     if (row.cells.size() > static_cast<std::size_t>(cols_))
       row.cells.resize(static_cast<std::size_t>(cols_));
   hiddenCols_.resize(static_cast<std::size_t>(cols_));
-  ++revision_;
+  doTellChange();
 }
 
 const Table::Cell* Table::cellAt(int row, int col) const {
@@ -112,7 +117,7 @@ Table::Cell& Table::cellFor(int row, int col) {
   if (col >= cols_) setCols(col + 1);
   auto& cells = rows_[static_cast<std::size_t>(row)].cells;
   if (cells.size() <= static_cast<std::size_t>(col)) cells.resize(static_cast<std::size_t>(cols_));
-  ++revision_;
+  doTellChange();
   return cells[static_cast<std::size_t>(col)];
 }
 
@@ -148,9 +153,9 @@ bool Table::isRowHidden(int row) const {
 }
 
 void Table::setRowHidden(int row, bool hidden) {
-  if (row < 0 || row >= Rows()) return;
+  if (row < 0 || row >= Rows() || isRowHidden(row) == hidden) return;
   rows_[static_cast<std::size_t>(row)].hidden = hidden;
-  ++revision_;
+  doTellChange();
 }
 
 bool Table::isColHidden(int col) const {
@@ -161,29 +166,35 @@ void Table::setColHidden(int col, bool hidden) {
   if (col < 0) return;
   if (col >= cols_) setCols(col + 1);
   hiddenCols_[static_cast<std::size_t>(col)] = hidden;
-  ++revision_;
+  doTellChange();
 }
 
-int Table::addRow(std::vector<std::string> texts) {
-  insertRow(Rows(), std::move(texts));
+int Table::addRow(std::vector<std::string> texts, bool hidden) {
+  rows_.push_back(rowOf(std::move(texts)));
+  rows_.back().hidden = hidden;
+  ++revision_;
   return Rows() - 1;
 }
 
 void Table::insertRow(int at, std::vector<std::string> texts) {
   at = std::clamp(at, 1, Rows());
+  rows_.insert(rows_.begin() + at, rowOf(std::move(texts)));
+  doTellChange();
+}
+
+Table::RowData Table::rowOf(std::vector<std::string> texts) {
   if (static_cast<int>(texts.size()) > cols_) setCols(static_cast<int>(texts.size()));
   RowData row;
   row.cells.resize(texts.size());
   for (std::size_t col = 0; col < texts.size(); ++col) row.cells[col].text = std::move(texts[col]);
-  rows_.insert(rows_.begin() + at, std::move(row));
-  ++revision_;
+  return row;
 }
 
 void Table::removeRow(int at) {
   if (at < 1 || at >= Rows()) return;
   rows_.erase(rows_.begin() + at);
   keepRowInside();
-  ++revision_;
+  doTellChange();
 }
 
 void Table::moveRow(int from, int to) {
@@ -194,19 +205,18 @@ void Table::moveRow(int from, int to) {
     std::rotate(begin + from, begin + from + 1, begin + to + 1);
   else
     std::rotate(begin + to, begin + from, begin + from + 1);
-  ++revision_;
+  doTellChange();
 }
 
 void Table::arrangeRows(const std::vector<int>& rows) {
-  std::vector<RowData> arranged;
-  arranged.reserve(rows.size() + 1);
+  std::deque<RowData> arranged;
   arranged.push_back(std::move(rows_.front()));
   for (const int row : rows)
     if (row >= 1 && row < Rows())
       arranged.push_back(std::move(rows_[static_cast<std::size_t>(row)]));
   rows_ = std::move(arranged);
   keepRowInside();
-  ++revision_;
+  doTellChange();
 }
 
 void Table::keepRowInside() {
@@ -236,19 +246,41 @@ std::string Table::saveRows(int from, int to, bool withChecks) const {
 
 bool Table::loadData(std::string_view data, bool withChecks, int maxRows) {
   rows_.clear();
-  bool wellFormed = !data.empty();
-  int widest = cols_;
-  while (wellFormed && !data.empty()) {
-    bool lastLine = false;
-    RowData row;
-    wellFormed = Rows() < maxRows && parseRow(takeField(data, '\n', lastLine), withChecks, row);
-    widest = std::max(widest, static_cast<int>(row.cells.size()));
-    rows_.push_back(std::move(row));
-  }
+  const bool wellFormed =
+      !data.empty() && parseRows(data, withChecks, static_cast<std::size_t>(maxRows), rows_);
   if (!wellFormed) rows_.assign(1, {});
-  setCols(wellFormed ? widest : cols_);
+  doWiden(0);
   keepRowInside();
   return wellFormed;
+}
+
+bool Table::appendData(std::string_view data, bool withChecks, int maxRows) {
+  const std::size_t before = rows_.size();
+  const bool wellFormed = parseRows(data, withChecks, static_cast<std::size_t>(maxRows), rows_);
+  if (!wellFormed) rows_.resize(before);
+  doWiden(before);
+  ++revision_;
+  return wellFormed;
+}
+
+/// Makes room for the rows from `first` on.
+void Table::doWiden(std::size_t first) {
+  std::size_t widest = static_cast<std::size_t>(cols_);
+  for (std::size_t row = first; row < rows_.size(); ++row)
+    widest = std::max(widest, rows_[row].cells.size());
+  if (first == 0 || widest > static_cast<std::size_t>(cols_)) setCols(static_cast<int>(widest));
+}
+
+bool Table::parseRows(std::string_view data, bool withChecks, std::size_t maxRows,
+                      std::deque<RowData>& rows) {
+  while (!data.empty()) {
+    bool lastLine = false;
+    RowData row;
+    if (rows.size() >= maxRows || !parseRow(takeField(data, '\n', lastLine), withChecks, row))
+      return false;
+    rows.push_back(std::move(row));
+  }
+  return true;
 }
 
 bool Table::parseRow(std::string_view line, bool withChecks, RowData& row) {

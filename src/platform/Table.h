@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,8 @@ class Table {
  public:
   /// The check state of a cell.
   enum class Check : std::uint8_t { None = 0, Ticked = 1, Unticked = 2 };
+
+  static constexpr int MaxLoadedRows = 2'000'000;
 
   Table() = default;
   /// An empty table with these header texts.
@@ -42,7 +45,7 @@ class Table {
   void setColHidden(int col, bool hidden);
 
   /// Adds a row at the end and returns its number.
-  int addRow(std::vector<std::string> texts = {});
+  int addRow(std::vector<std::string> texts = {}, bool hidden = false);
   /// The new row gets the number `at`, at least 1: the header stays where it is.
   void insertRow(int at, std::vector<std::string> texts = {});
   /// Nothing happens for the header and for rows outside.
@@ -57,6 +60,8 @@ class Table {
   int Row = 0;
   /// Grows with every change; a front end compares it to know whether to repaint.
   std::uint64_t revision() const { return revision_; }
+  /// Grows with every change of what was there before: rows added at the end leave it as it is.
+  std::uint64_t settledRevision() const { return settledRevision_; }
 
   /// The data-only file form: UTF-8, one line a row, cells separated by a tab; backslash escapes
   /// for tab (\t), line feed (\n), carriage return (\r) and backslash (\\). With check states one
@@ -66,7 +71,10 @@ class Table {
   std::string saveRows(int from, int to, bool withChecks = false) const;
   /// Replaces all rows, the header too; the table widens to the longest. False, leaving a table of
   /// one row without texts, when the data is no such form or holds more than `maxRows` rows.
-  bool loadData(std::string_view data, bool withChecks = false, int maxRows = 2'000'000);
+  bool loadData(std::string_view data, bool withChecks = false, int maxRows = MaxLoadedRows);
+  /// Adds the rows of such data, which begins and ends between two lines, at the end. False, adding
+  /// none, when it is no such form or the table would hold more than `maxRows` rows.
+  bool appendData(std::string_view data, bool withChecks = false, int maxRows = MaxLoadedRows);
 
  private:
   struct Cell {
@@ -80,14 +88,21 @@ class Table {
   };
 
   static bool parseRow(std::string_view line, bool withChecks, RowData& row);
+  static bool parseRows(std::string_view data, bool withChecks, std::size_t maxRows,
+                        std::deque<RowData>& rows);
+  RowData rowOf(std::vector<std::string> texts);
+  void doWiden(std::size_t first);
+  void doTellChange();
   const Cell* cellAt(int row, int col) const;
   Cell& cellFor(int row, int col);
   void keepRowInside();
 
-  std::vector<RowData> rows_ = std::vector<RowData>(1);
+  // Never moved when the table grows: with a million rows that takes its time.
+  std::deque<RowData> rows_ = std::deque<RowData>(1);
   std::vector<bool> hiddenCols_;
   int cols_ = 0;
   std::uint64_t revision_ = 0;
+  std::uint64_t settledRevision_ = 0;
 };
 
 }  // namespace korvenal

@@ -60,7 +60,7 @@ bool RestoreRun::doCollect() {
   ActionState& state = services_.state;
   state.StopAction = false;
   state.TaskError = 0;
-  services_.grids.vsError[RestorePageIndex].clearData();
+  services_.grids.doClearReport(RestorePageIndex);
   const FlagScope running(state.ActionRunning);
   services_.grids.doEventMessage("Start restore action.");
   services_.grids.doEventMessage("Collecting selected files information...");

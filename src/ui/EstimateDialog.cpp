@@ -109,16 +109,17 @@ QWidget* EstimateDialog::totals() {
 QTableView* EstimateDialog::addTable(const char* name, QAbstractItemModel& model) {
   auto* table = new QTableView(this);
   table->setObjectName(QLatin1String(name));
+  // A disc may hold a million rows: all of one height, none of them measured, which is said before
+  // there are any.
+  table->verticalHeader()->hide();
+  table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
   table->setModel(&model);
   table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->setSelectionMode(QAbstractItemView::SingleSelection);
   table->setShowGrid(false);
   table->setWordWrap(false);
   table->setTabKeyNavigation(false);
-  table->verticalHeader()->hide();
-  // A disc may hold a million rows: all of one height, none of them measured.
-  table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
   table->horizontalHeader()->setHighlightSections(false);
   table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   return table;

@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QThread>
 #include <QUrl>
+#include <atomic>
+#include <thread>
 
 #include "ui/TablePrinter.h"
 #include "ui/Texts.h"
@@ -116,6 +118,15 @@ void QtDesktop::doYield() {
 void QtDesktop::doRest() {
   doYield();
   QThread::msleep(RestMilliseconds);
+}
+
+void QtDesktop::doAside(const std::function<void()>& work) {
+  std::atomic<bool> done = false;
+  const std::jthread worker([&] {
+    work();
+    done = true;
+  });
+  while (!done) doRest();
 }
 
 void QtDesktop::doPrepareToAsk() {

@@ -27,6 +27,7 @@ class QtDesktop : public Desktop {
 
   void doYield() override;
   void doRest() override;
+  void doAside(const std::function<void()>& work) override;
   Answer doShowMessage(const MessageBox& message) override;
   void doShowModal(Form& form) override;
   std::string doAskOpenFile(const FileDialog& dialog) override;

@@ -8,26 +8,71 @@
 
 namespace korvenal::ui {
 
+namespace {
+
+constexpr int RowsAtOnce = 20'000;  ///< a few milliseconds
+
+}  // namespace
+
 RecordModel::RecordModel(const Table& table, RowJudge judge, QObject* parent)
-    : QAbstractTableModel(parent), table_(table), judge_(std::move(judge)), cols_(table.Cols()) {
-  doLookThrough(shown_);
-  revision_ = table_.revision();
+    : QAbstractTableModel(parent),
+      table_(table),
+      judge_(std::move(judge)),
+      revision_(table.revision()),
+      settledRevision_(table.settledRevision()),
+      cols_(table.Cols()) {
+  doLookOn(shown_);
 }
 
-void RecordModel::doLookThrough(std::vector<int>& shown) {
-  shown.clear();
-  failures_ = 0;
-  for (int row = 1; row < table_.Rows(); ++row) {
-    if (!table_.isRowHidden(row)) shown.push_back(row);
-    if (judge_.kind(table_, row) == NoteKind::Bad) ++failures_;
+/// Adds the rows to show among the next ones that were not seen yet.
+void RecordModel::doLookOn(std::vector<int>& shown) {
+  const int end = std::min(table_.Rows(), seen_ + RowsAtOnce);
+  for (; seen_ < end; ++seen_) {
+    if (!table_.isRowHidden(seen_)) shown.push_back(seen_);
+    if (judge_.kind(table_, seen_) == NoteKind::Bad) ++failures_;
   }
 }
 
 bool RecordModel::refresh() {
-  if (revision_ == table_.revision()) return false;
+  if (revision_ == table_.revision() && !isBehind()) return false;
+  const bool onlyGrown = settledRevision_ == table_.settledRevision();
   revision_ = table_.revision();
+  settledRevision_ = table_.settledRevision();
+  if (onlyGrown)
+    doTakeNewRows();
+  else if (table_.Rows() <= RowsAtOnce)
+    doCompare();
+  else
+    doBeginAnew();
+  return true;
+}
+
+void RecordModel::doTakeNewRows() {
+  std::vector<int> fresh;
+  doLookOn(fresh);
+  if (fresh.empty()) return;
+  const int before = static_cast<int>(shown_.size());
+  beginInsertRows({}, before, before + static_cast<int>(fresh.size()) - 1);
+  shown_.insert(shown_.end(), fresh.begin(), fresh.end());
+  endInsertRows();
+}
+
+void RecordModel::doBeginAnew() {
+  beginResetModel();
+  cols_ = table_.Cols();
+  shown_.clear();
+  failures_ = 0;
+  seen_ = 1;
+  doLookOn(shown_);
+  endResetModel();
+}
+
+/// Looks through the whole table, and keeps the places of the rows that are where they were.
+void RecordModel::doCompare() {
   std::vector<int> shown;
-  doLookThrough(shown);
+  failures_ = 0;
+  seen_ = 1;
+  doLookOn(shown);
   const std::size_t common = std::min(shown.size(), shown_.size());
   const bool grownOrCut = std::equal(
       shown.begin(), shown.begin() + static_cast<std::ptrdiff_t>(common), shown_.begin());
@@ -36,7 +81,7 @@ bool RecordModel::refresh() {
     cols_ = table_.Cols();
     shown_ = std::move(shown);
     endResetModel();
-    return true;
+    return;
   }
   const int before = static_cast<int>(shown_.size());
   const int now = static_cast<int>(shown.size());
@@ -51,7 +96,6 @@ bool RecordModel::refresh() {
   }
   if (common > 0 && cols_ > 0)
     emit dataChanged(index(0, 0), index(static_cast<int>(common) - 1, cols_ - 1));
-  return true;
 }
 
 int RecordModel::tableRow(const QModelIndex& index) const {

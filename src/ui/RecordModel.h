@@ -27,8 +27,10 @@ class RecordModel : public QAbstractTableModel {
   explicit RecordModel(const Table& table, RowJudge judge = {}, QObject* parent = nullptr);
 
   /// Takes over what changed since the last call; next to nothing when nothing did. True when
-  /// something had changed.
+  /// something had changed. Of a large change it takes a part; the next calls go on.
   bool refresh();
+  /// There are rows that no call has taken over yet.
+  bool isBehind() const { return seen_ < table_.Rows(); }
   const Table& table() const { return table_; }
   /// Rows that went wrong, hidden ones too.
   int failures() const { return failures_; }
@@ -43,11 +45,16 @@ class RecordModel : public QAbstractTableModel {
                       int role = Qt::DisplayRole) const override;
 
  private:
-  void doLookThrough(std::vector<int>& shown);
+  void doLookOn(std::vector<int>& shown);
+  void doCompare();
+  void doBeginAnew();
+  void doTakeNewRows();
 
   const Table& table_;
   RowJudge judge_;
   std::uint64_t revision_ = 0;
+  std::uint64_t settledRevision_ = 0;
+  int seen_ = 1;            ///< rows of the table looked through, with the header
   std::vector<int> shown_;  ///< rows of the table
   int cols_ = 0;
   int failures_ = 0;

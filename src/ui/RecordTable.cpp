@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 
 #include "core/ActionState.h"
 #include "ui/Theme.h"
@@ -64,6 +65,8 @@ void RecordTable::refresh() {
     const FlagScope drawing(drawing_);
     if (!model_->refresh()) return;
   }
+  if (model_->isBehind()) QTimer::singleShot(0, this, [this] { refresh(); });
+  emit refreshed();
   doHideColumns();
   if (look_.follows == Follows::Current) return doShowCurrent();
   if (model_->rowCount() == 0) following_ = true;

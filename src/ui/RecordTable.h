@@ -27,6 +27,7 @@ class RecordTable : public QTableView {
   /// The model becomes the table's own. The table of texts outlives both.
   RecordTable(Table& table, RecordModel* model, Look look, QWidget* parent = nullptr);
 
+  /// A large change comes in by and by, whenever the program has time; `refreshed` tells of it.
   void refresh();
   int failures() const { return model_->failures(); }
   void setEmptyText(const QString& text);
@@ -36,6 +37,7 @@ class RecordTable : public QTableView {
  signals:
   /// A double click or Enter on a row of the table.
   void rowOpened(int tableRow);
+  void refreshed();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

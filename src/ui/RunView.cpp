@@ -22,10 +22,6 @@ namespace korvenal::ui {
 namespace {
 
 constexpr int BarSteps = 100;  ///< of a percent
-/// The report of a disc may have a million lines: looking through it takes this part of the time
-/// of a run at most.
-constexpr qint64 ErrorsShare = 20;
-
 constexpr int NoteColumn = 7;
 constexpr int ResultColumn = 1;
 constexpr int RestoreErrorColumn = 3;
@@ -41,8 +37,7 @@ QString tabText(const QString& caption) {
 RowJudge errorJudge(bool backup) {
   if (!backup) return {RestoreErrorColumn, [](const std::string&) { return NoteKind::Bad; }};
   return {ResultColumn, [](const std::string& result) {
-            const bool good = result == "PASS" || Text::toUpper(result) == "PASS";
-            return good ? NoteKind::Good : NoteKind::Bad;
+            return Text::equalsIgnoreCase(result, "PASS") ? NoteKind::Good : NoteKind::Bad;
           }};
 }
 
@@ -173,6 +168,7 @@ void RunView::doBuildErrors() {
   }
   column->addWidget(errors_.table);
   addTab(errors_, content, QString());
+  connect(errors_.table, &RecordTable::refreshed, this, [this] { doMarkErrors(); });
 }
 
 void RunView::doShowReport(int row) {
@@ -222,20 +218,17 @@ void RunView::doRefreshProgress() {
 }
 
 void RunView::doRefreshErrors() {
+  errors_.table->refresh();
+  doMarkErrors();
   const RunPage& page = main().runPages[static_cast<std::size_t>(action_)];
-  const bool busy = main().state.ActionBusy;
-  if (!busy || !sinceErrors_.isValid() || sinceErrors_.elapsed() >= errorsCost_ * ErrorsShare) {
-    QElapsedTimer cost;
-    cost.start();
-    errors_.table->refresh();
-    errorsCost_ = cost.elapsed();
-    sinceErrors_.start();
-  }
-  doMarkTab(errors_, toQt(main().grids.PBErrorList[static_cast<std::size_t>(action_)]),
-            errors_.table->failures());
   if (OnlyShowErrorFile_ == nullptr) return;
   OnlyShowErrorFile_->setChecked(main().grids.OnlyShowErrorFile);
   OnlyShowErrorFile_->setEnabled(page.OnlyShowErrorFileEnabled);
+}
+
+void RunView::doMarkErrors() {
+  doMarkTab(errors_, toQt(main().grids.PBErrorList[static_cast<std::size_t>(action_)]),
+            errors_.table->failures());
 }
 
 /// Failures are seen on the tab, whichever tab is open.

@@ -41,6 +41,7 @@ class RunView : public Page {
   void doBuildErrors();
   void doRefreshProgress();
   void doRefreshErrors();
+  void doMarkErrors();
   void doMarkTab(const Tab& tab, const QString& caption, int failures);
   void doShowReport(int row);
   bool hasErrors() const;
@@ -60,8 +61,6 @@ class RunView : public Page {
   QCheckBox* OnlyShowErrorFile_ = nullptr;
   RunPace runPace_;
   QElapsedTimer clock_;
-  QElapsedTimer sinceErrors_;
-  qint64 errorsCost_ = 0;  ///< milliseconds that the last look through the report took
 };
 
 }  // namespace korvenal::ui

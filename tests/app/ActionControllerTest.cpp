@@ -75,7 +75,8 @@ TEST(MayBegin, EachFlagKeepsItsOwnCommandsOut) {
   EXPECT_TRUE(refused({}).empty());
   EXPECT_THAT(refused({.ActionRunning = true}),
               ElementsAre(Command::ChangePage, Command::NewJob, Command::AddItems, Command::Next,
-                          Command::ShowReport, Command::ChangeSettings, Command::Close));
+                          Command::ShowReport, Command::ChangeSettings, Command::ExportGrid,
+                          Command::Close));
   EXPECT_THAT(refused({.ActionBusy = true}),
               ElementsAre(Command::ShowReport, Command::ChangeSettings, Command::ExportGrid,
                           Command::Close));

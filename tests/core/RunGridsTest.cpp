@@ -97,6 +97,34 @@ TEST_F(RunGridsTest, ReportsComeBackFromTheirFiles) {
   EXPECT_FALSE(report.hasData()) << "a missing report is an empty one";
 }
 
+TEST_F(RunGridsTest, AReportOfManyRowsLetsTheFrontEndWorkAndNothingElseBegin) {
+  const std::string name(200, 'n');
+  Table& report = grids_.vsError[0];
+  for (int i = 0; i < 30'000; ++i)
+    addReportRow(name + std::to_string(i), i % 7 == 3 ? "no" : "PASS");
+  const std::string whole = report.saveData();
+  bench_.desktop.onYield = [this](int) { EXPECT_TRUE(bench_.state.ActionRunning); };
+  const auto yieldsOf = [this](const std::function<void()>& work) {
+    bench_.desktop.yields = 0;
+    work();
+    return bench_.desktop.yields;
+  };
+  EXPECT_GT(yieldsOf([this] { grids_.doSaveDiscReport(1); }), 2);
+  EXPECT_GT(yieldsOf([this] { grids_.doClearReport(); }), 2);
+  EXPECT_GT(yieldsOf([this] { grids_.doShowDiscReport(1); }), 2);
+  EXPECT_TRUE(report.saveData() == whole);
+  grids_.OnlyShowErrorFile = true;
+  EXPECT_GT(yieldsOf([this] { grids_.doFilterReport(); }), 2);
+  EXPECT_TRUE(report.isRowHidden(3));
+  EXPECT_FALSE(report.isRowHidden(4));
+  EXPECT_FALSE(bench_.state.ActionRunning);
+
+  const std::string path = bench_.workspace.runLog(1);
+  bench_.files.writeAll(path, whole + "bad\\");
+  grids_.doShowDiscReport(1);
+  EXPECT_FALSE(report.hasData()) << "half a report would be taken for all of it";
+}
+
 TEST_F(RunGridsTest, PrintsBearTheirTitleAndTodaysDate) {
   Table table({"Drive"});
   doPrintGrid(bench_.desktop, bench_.clock, table, "Disc Record");

@@ -60,6 +60,19 @@ TEST(Table, MalformedDataLeavesOneRowWithoutTexts) {
   }
   Table table;
   EXPECT_TRUE(table.loadData("h\n1\n2\n", false, 3));
+  EXPECT_FALSE(table.appendData("3\n", false, 3));
+  EXPECT_FALSE(table.appendData("3\n4\\\n"));
+  EXPECT_EQ(table.saveData(), "h\n1\n2\n") << "nothing of what is malformed";
+  const std::uint64_t settled = table.settledRevision();
+  EXPECT_TRUE(table.appendData("3\n", false, 4));
+  table.addRow({"4"}, true);
+  EXPECT_EQ(table.saveData(), "h\n1\n2\n3\n4\n");
+  EXPECT_EQ(table.settledRevision(), settled) << "rows at the end change nothing of before";
+  table.setRowHidden(4, false);
+  EXPECT_NE(table.settledRevision(), settled) << "hidden since it was added";
+  EXPECT_TRUE(table.appendData("5\twide\n"));
+  EXPECT_EQ(table.Cols(), 2);
+  table = Table({"h"});
   EXPECT_FALSE(table.loadData("h\n1\n2\n3\n", false, 3));
 }
 

@@ -14,6 +14,7 @@ namespace korvenal {
 namespace {
 
 constexpr std::size_t BufferBytes = 64 << 10;
+constexpr std::size_t ComparisonsAPause = 64 << 10;  ///< a few milliseconds
 
 std::uint64_t firstBytesAsNumber(std::string_view name) {
   std::array<unsigned char, 8> bytes{};
@@ -44,7 +45,7 @@ bool FolderListing::read(int folder, const std::function<bool()>& pause) {
     }
     if (pause()) break;
   }
-  sort();
+  sort(pause);
   return complete;
 }
 
@@ -54,8 +55,10 @@ void FolderListing::add(std::string_view name, std::uint8_t type) {
   names_.append(name).push_back('\0');
 }
 
-void FolderListing::sort() {
-  std::sort(entries_.begin(), entries_.end(), [this](const Entry& a, const Entry& b) {
+void FolderListing::sort(const std::function<bool()>& pause) {
+  std::size_t compared = 0;
+  std::sort(entries_.begin(), entries_.end(), [&](const Entry& a, const Entry& b) {
+    if (++compared % ComparisonsAPause == 0) pause();
     return a.start != b.start ? a.start < b.start : name(a) < name(b);
   });
 }

@@ -30,7 +30,7 @@ class FolderListing {
 
  private:
   void add(std::string_view name, std::uint8_t type);
-  void sort();
+  void sort(const std::function<bool()>& pause);
 
   std::vector<Entry> entries_;
   std::string names_;

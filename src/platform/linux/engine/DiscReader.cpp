@@ -16,7 +16,7 @@ namespace korvenal {
 
 namespace {
 
-constexpr std::size_t MaxEntriesKept = 200'000;  ///< over all folders kept, but for the last
+constexpr std::size_t MaxEntriesKept = 50'000;  ///< over all folders kept, but for the last
 constexpr std::size_t MaxEntriesPerFolder = 4'000'000;
 constexpr std::int64_t MaxFolderBytes = std::int64_t{1} << 30;
 constexpr std::size_t MaxDepth = 1000;

@@ -24,9 +24,12 @@ std::uint32_t IsoLayout::folderId(std::string_view path) {
     const std::size_t start = end == 0 ? 0 : end + 1;
     const std::size_t next = path.find(Paths::DiscSeparator, start);
     end = next == std::string_view::npos ? path.size() : next;
-    const auto [place, isNew] = ids_.try_emplace(std::string(path.substr(0, end)),
-                                                 static_cast<std::uint32_t>(folders_.size()));
-    if (isNew) folders_.push_back({std::string(path.substr(start, end - start)), id});
+    auto place = ids_.find(path.substr(0, end));
+    if (place == ids_.end()) {
+      const std::string_view known = keep(path.substr(0, end));
+      place = ids_.emplace(known, static_cast<std::uint32_t>(folders_.size())).first;
+      folders_.push_back({known.substr(start), id});
+    }
     id = place->second;
   }
   lastPath_ = path;
@@ -34,8 +37,14 @@ std::uint32_t IsoLayout::folderId(std::string_view path) {
   return id;
 }
 
-std::string IsoLayout::pathOf(std::uint32_t folder, const std::string& name) const {
-  std::string path = name;
+std::string_view IsoLayout::keep(std::string_view text) {
+  auto* place = static_cast<char*>(memory_.allocate(text.size() + 1, 1));
+  text.copy(place, text.size());
+  return {place, text.size()};
+}
+
+std::string IsoLayout::pathOf(std::uint32_t folder, std::string_view name) const {
+  std::string path(name);
   for (std::uint32_t id = folder; id != 0; id = folders_[id].parent) {
     path.insert(0, 1, Paths::DiscSeparator);
     path.insert(0, folders_[id].name);
@@ -50,8 +59,8 @@ void IsoLayout::createDir(std::string_view parent, std::string_view name) {
 }
 
 void IsoLayout::insert(NewFile file) {
-  files_.push_back({std::string(file.name), folderId(file.parent), std::move(file.source),
-                    file.range, file.planned});
+  files_.push_back(
+      {keep(file.name), folderId(file.parent), keep(file.source), file.range, file.planned});
 }
 
 std::shared_ptr<PreparedTrack> IsoLayout::prepare(Request request, std::string& why) const {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
+#include <map>
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/BurnEngine.h"
@@ -62,7 +64,7 @@ class IsoLayout {
   struct NewFile {
     std::string_view parent;  ///< disc path; "\" is the root
     std::string_view name;
-    std::string source;  ///< native path
+    std::string_view source;  ///< native path
     Range range;
     std::optional<PlannedSource> planned;
   };
@@ -83,7 +85,12 @@ class IsoLayout {
     ReleaseThread* earlierTracks = nullptr;
   };
 
-  explicit IsoLayout(const Clock& clock) : clock_(clock), folders_(1) { ids_.emplace("", 0); }
+  explicit IsoLayout(const Clock& clock) : clock_(clock) {
+    folders_.emplace_back();
+    ids_.emplace("", 0);
+  }
+  IsoLayout(const IsoLayout&) = delete;
+  IsoLayout& operator=(const IsoLayout&) = delete;
 
   void createDir(std::string_view parent, std::string_view name);
   void insert(NewFile file);
@@ -92,25 +99,29 @@ class IsoLayout {
 
  private:
   struct Folder {
-    std::string name;
+    std::string_view name;
     std::uint32_t parent = 0;
   };
   struct File {
-    std::string name;
+    std::string_view name;
     std::uint32_t parent = 0;
-    std::string source;
+    std::string_view source;
     Range range;
     std::optional<PlannedSource> planned;
   };
   friend class TreeBuilder;
 
   std::uint32_t folderId(std::string_view path);
-  std::string pathOf(std::uint32_t folder, const std::string& name) const;
+  std::string_view keep(std::string_view text);
+  std::string pathOf(std::uint32_t folder, std::string_view name) const;
 
   const Clock& clock_;
-  std::vector<Folder> folders_;  ///< the root first, parents before their children
-  std::vector<File> files_;
-  std::unordered_map<std::string, std::uint32_t> ids_;  ///< by disc path; "" is the root
+  // A million files must neither be moved when there are more nor given back one by one: both would
+  // keep a window waiting.
+  std::pmr::monotonic_buffer_resource memory_;
+  std::pmr::deque<Folder> folders_{&memory_};  ///< the root first, parents before their children
+  std::pmr::deque<File> files_{&memory_};
+  std::pmr::map<std::string_view, std::uint32_t> ids_{&memory_};  ///< by disc path; "" is the root
   std::string lastPath_;
   std::uint32_t lastId_ = 0;
 };

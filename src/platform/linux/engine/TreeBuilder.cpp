@@ -108,9 +108,10 @@ bool TreeBuilder::inspectSources() {
 bool TreeBuilder::leaveOut(std::uint32_t index, const std::string& reason) {
   const auto& file = layout_.files_[index];
   looks_[index].leftOut = true;
-  track_->leftOut.push_back({layout_.pathOf(file.parent, file.name), file.source, reason});
+  const std::string source(file.source);
+  track_->leftOut.push_back({layout_.pathOf(file.parent, file.name), source, reason});
   if (request_.skipFaults) return true;
-  why_ = file.source + ": " + reason;
+  why_ = source + ": " + reason;
   return false;
 }
 
@@ -119,7 +120,9 @@ bool TreeBuilder::inspect(std::uint32_t index) {
   if (!isNameForDisc(file.name)) return leaveOut(index, "The name is not possible on a disc");
   struct stat status {};
   int error = 0;
-  if (!openSourceFile(file.source, status, error))
+  StreamSource& source = track_->sources[index];
+  source.path = file.source;
+  if (!openSourceFile(source.path, status, error))
     return leaveOut(index, std::system_category().message(error));
   const auto& planned = file.planned;
   const std::int64_t length = file.range.length < 0 ? status.st_size : file.range.length;
@@ -130,8 +133,10 @@ bool TreeBuilder::inspect(std::uint32_t index) {
                             planned->modified.value_or(status.st_mtime) != status.st_mtime)))
     return leaveOut(index, "The file has changed");
   looks_[index] = {status.st_mode & 0777, status.st_uid, status.st_gid, status.st_mtime, false};
-  track_->sources[index] = {file.source, layout_.pathOf(file.parent, file.name), file.range.offset,
-                            length, markOf(status)};
+  source.discPath = layout_.pathOf(file.parent, file.name);
+  source.offset = file.range.offset;
+  source.length = length;
+  source.mark = markOf(status);
   return true;
 }
 
@@ -173,7 +178,7 @@ bool TreeBuilder::importEarlier() {
   return iso_image_set_truncate_mode(image, 0, MaxNameBytes) >= 0;
 }
 
-const std::string& TreeBuilder::nameOf(const Child& child) const {
+std::string_view TreeBuilder::nameOf(const Child& child) const {
   return child.isFolder ? layout_.folders_[child.index].name : layout_.files_[child.index].name;
 }
 
@@ -220,7 +225,7 @@ void TreeBuilder::dress(IsoNode* node, const Look& look) const {
 
 bool TreeBuilder::addFolder(const Child& child) {
   IsoDir* parent = folders_[child.parent];
-  const std::string& name = nameOf(child);
+  const std::string name(nameOf(child));
   if (parent == nullptr || !isNameForDisc(name)) return true;  // its files are told one by one
   IsoDir* folder = nullptr;
   const int result = iso_image_add_new_dir(track_->image.get(), parent, name.c_str(), &folder);
@@ -256,7 +261,7 @@ bool TreeBuilder::insertFile(IsoDir* parent, std::uint32_t index, const std::str
 
 bool TreeBuilder::addFile(const Child& child) {
   IsoDir* parent = folders_[child.parent];
-  const std::string& name = nameOf(child);
+  const std::string name(nameOf(child));
   if (parent == nullptr) return leaveOut(child.index, "The folder is not possible on the disc");
   int result = 0;
   if (insertFile(parent, child.index, name, result)) return true;

@@ -47,7 +47,7 @@ class TreeBuilder {
   bool isEarlierSane();
   bool addChildren();
   std::vector<Child> sortedChildren() const;
-  const std::string& nameOf(const Child& child) const;
+  std::string_view nameOf(const Child& child) const;
   bool addFolder(const Child& child);
   bool addFile(const Child& child);
   bool insertFile(IsoDir* parent, std::uint32_t index, const std::string& name, int& result);
