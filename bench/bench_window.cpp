@@ -3,8 +3,10 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTableView>
+#include <QToolButton>
 #include <ctime>
 #include <filesystem>
 
@@ -55,6 +57,7 @@ class AgreeingDesktop : public ui::QtDesktop {
       seen_ = 0;
       return;
     }
+    if (dialog->objectName() == QLatin1String("frmBrowse")) return doBrowse(*dialog);
     if (dialog->objectName() == QLatin1String("frmLoadDisc")) {
       // A run that goes wrong asks for a disc without end.
       const char* way = ++prompts_ > MostPrompts ? "pbStop" : "pbOK";
@@ -69,6 +72,22 @@ class AgreeingDesktop : public ui::QtDesktop {
     }
   }
 
+  /// Filters as one types, ticks all, looks at the entries in every way, and closes.
+  void doBrowse(QDialog& dialog) {
+    auto& filter = *dialog.findChild<QLineEdit*>(QStringLiteral("filter"));
+    const QList<QAction*> views =
+        dialog.findChild<QToolButton*>(QStringLiteral("view"))->menu()->actions();
+    const QString typed = QStringLiteral("12 level");
+    const int look = seen_++;
+    if (look < typed.size()) return filter.setText(typed.left(look + 1));
+    if (look == typed.size()) return filter.clear();
+    if (look == typed.size() + 1)
+      return dialog.findChild<QCheckBox*>(QStringLiteral("SelectAll"))->click();
+    const int view = look - static_cast<int>(typed.size()) - 2;
+    if (view < views.size()) return views[view]->trigger();
+    dialog.reject();
+  }
+
   static constexpr int MostPrompts = 100;
 
   QTimer looks_;
@@ -79,13 +98,15 @@ class AgreeingDesktop : public ui::QtDesktop {
 /// A program in its window, with an application folder of its own.
 class Program {
  public:
-  explicit Program(const std::string& folder) {
+  /// The browser opens on the folder `browsed`.
+  Program(const std::string& folder, const std::string& browsed) {
     StartFailure failure;
     start_ = doStartProgram({.applicationFolder = folder, .shelf = folder + "discs"}, failure);
     if (!start_) throw std::runtime_error(failure.text);
     const Ports ports = start_->platform->ports(desktop_);
-    Profile(ports.files, start_->workspace.gSettingsFile)
-        .doWriteProfile("Devices", "dvcS_Name", "V");
+    Profile profile(ports.files, start_->workspace.gSettingsFile);
+    profile.doWriteProfile("Devices", "dvcS_Name", "V");
+    profile.doWriteProfile("Browser", "Default", browsed);
     desktop_.saveAs = folder + "exported.txt";
     main_ = std::make_unique<frmMain>(ports, start_->workspace);
     life_ = std::make_unique<Lifecycle>(*main_, desktop_, noTray_);
@@ -159,6 +180,7 @@ void measureEstimate(Program& program, bench::LoopWatch& watch, const std::strin
   frmMain& main = program.main();
   ui::MainWindow& window = program.window();
   watch.measure("backup page", [&] { window.act([&] { main.doTask01(); }); });
+  watch.measure("browser", [&] { window.act([&] { main.PBAddFiles(); }); });
   watch.measure("item added", [&] { window.act([&] { main.addItems.doPickItems({tree}); }); });
   watch.measure("estimate", [&] { window.act([&] { main.estimate.pbEstimate(); }); });
   std::printf("%d rows, %s\n", main.plan.vsBuffer.Rows() - 1, main.estimate.EstimateDisc.c_str());
@@ -225,7 +247,7 @@ class FirstPaint : public QObject {
 int startOnce(const std::string& folder, double begun) {
   FirstPaint watcher;
   qApp->installEventFilter(&watcher);
-  const Program program(folder);
+  const Program program(folder, folder);
   if (!watcher.painted) QApplication::exec();
   std::printf("start %.0f ms, resident memory %.1f MiB\n", (monotonicSeconds() - begun) * 1000,
               static_cast<double>(bench::memoryKilobytes("VmRSS:")) / 1024);
@@ -261,7 +283,7 @@ int main(int argc, char** argv) {
   measureStarts(self, folder);
   {
     QApplication application(argc, argv);
-    Program program(folder);
+    Program program(folder, argc > 1 ? argv[1] : folder);
     bench::LoopWatch watch;
     measureIndex(program, watch, folder);
     if (argc > 1) measureEstimate(program, watch, argv[1]);

@@ -20,12 +20,12 @@ frmBrowse::frmBrowse(const Services& services, const std::string& homeFolder)
 }
 
 std::string frmBrowse::pathOf(const Entry& entry) const {
-  return Paths::withEnd(folder_) + entry.name;
+  return Paths::withEnd(folder_).append(entry.name);
 }
 
 frmBrowse::Ticks frmBrowse::SelectAll() const {
   if (ticked_ == 0) return Ticks::None;
-  return ticked_ == entries_.size() ? Ticks::All : Ticks::Some;
+  return ticked_ == entries().size() ? Ticks::All : Ticks::Some;
 }
 
 bool frmBrowse::opensMaximized(int screenWidth) const {
@@ -33,20 +33,39 @@ bool frmBrowse::opensMaximized(int screenWidth) const {
   return services_.size.width > screenWidth - Margin;
 }
 
+/// The names in a folder, with nothing known of them yet.
+std::unique_ptr<frmBrowse::Listing> frmBrowse::listed(const std::string& folder) const {
+  auto listing = std::make_unique<Listing>();
+  services_.desktop.doAside([&] {
+    const std::vector<std::string> names = services_.files.listFolder(folder);
+    listing->entries.reserve(names.size());
+    for (const std::string& name : names) {
+      auto* place = static_cast<char*>(listing->names.allocate(name.size() + 1, 1));
+      name.copy(place, name.size());
+      listing->entries.push_back({.name = {place, name.size()}, .info = {}});
+    }
+  });
+  return listing;
+}
+
 bool frmBrowse::doShowFolder(const std::string& path) {
   if (adding_ || !Paths::isNative(path) || !services_.files.doFolderExists(path)) return false;
-  const int listing = ++listings_;
+  const int number = ++listings_;
   const std::string shown(Paths::withoutEnd(path));
-  std::vector<Entry> found;
-  for (std::string& name : services_.files.listFolder(shown)) {
-    FileInfo info = services_.files.doGetInfo(Paths::withEnd(shown) + name);
-    found.push_back({.name = std::move(name), .info = info});
+  const auto isOvertaken = [&] { return number != listings_ || isClosed(); };
+  auto listing = listed(shown);
+  for (Entry& entry : listing->entries) {
+    if (isOvertaken()) return true;
+    entry.info = services_.files.doGetInfo(Paths::withEnd(shown).append(entry.name));
     services_.desktop.doYield();
-    if (listing != listings_ || isClosed()) return true;
   }
-  std::stable_partition(found.begin(), found.end(), [](const Entry& e) { return e.isFolder(); });
+  services_.desktop.doAside([&] {
+    std::stable_partition(listing->entries.begin(), listing->entries.end(),
+                          [](const Entry& entry) { return entry.isFolder(); });
+  });
+  if (isOvertaken()) return true;
   folder_ = shown;
-  entries_ = std::move(found);
+  listing_ = std::move(listing);
   doCount();
   return true;
 }
@@ -56,8 +75,8 @@ void frmBrowse::doShowParent() {
 }
 
 void frmBrowse::doTick(std::size_t entry, bool on) {
-  if (adding_ || entry >= entries_.size() || entries_[entry].ticked == on) return;
-  entries_[entry].ticked = on;
+  if (adding_ || entry >= entries().size() || entries()[entry].ticked == on) return;
+  listing_->entries[entry].ticked = on;
   if (on)
     ++ticked_;
   else
@@ -67,13 +86,13 @@ void frmBrowse::doTick(std::size_t entry, bool on) {
 
 void frmBrowse::doSelectAll(bool on) {
   if (adding_) return;
-  for (Entry& entry : entries_) entry.ticked = on;
+  for (Entry& entry : listing_->entries) entry.ticked = on;
   doCount();
 }
 
 void frmBrowse::doCount() {
   ticked_ = static_cast<std::size_t>(
-      std::count_if(entries_.begin(), entries_.end(), [](const Entry& e) { return e.ticked; }));
+      std::count_if(entries().begin(), entries().end(), [](const Entry& e) { return e.ticked; }));
   doRepaint();
 }
 
@@ -88,10 +107,10 @@ void frmBrowse::CMD(int command) {
 void frmBrowse::doAdd() {
   std::vector<std::size_t> wanted;
   std::vector<std::string> paths;
-  for (std::size_t i = 0; i < entries_.size(); ++i) {
-    if (!entries_[i].ticked) continue;
+  for (std::size_t i = 0; i < entries().size(); ++i) {
+    if (!entries()[i].ticked) continue;
     wanted.push_back(i);
-    paths.push_back(pathOf(entries_[i]));
+    paths.push_back(pathOf(entries()[i]));
   }
   adding_ = true;
   doRepaint();
@@ -99,8 +118,9 @@ void frmBrowse::doAdd() {
   adding_ = false;
   // What a stop left over stays ticked.
   for (std::size_t i = 0; i < handled; ++i) {
-    entries_[wanted[i]].ticked = false;
-    entries_[wanted[i]].handled = true;
+    Entry& entry = listing_->entries[wanted[i]];
+    entry.ticked = false;
+    entry.handled = true;
   }
   doCount();
 }

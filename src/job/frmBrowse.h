@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
+#include <memory_resource>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "job/AddItems.h"
@@ -30,7 +33,7 @@ class frmBrowse : public Form {
     BrowserSize& size;
   };
   struct Entry {
-    std::string name;
+    std::string_view name;  ///< as long as its folder is shown
     FileInfo info;
     bool ticked = false;
     bool handled = false;  ///< was given to the job already, taken or refused
@@ -51,7 +54,7 @@ class frmBrowse : public Form {
   View view = Report;
   const std::string& folder() const { return folder_; }
   /// Folders first, each kind in the order of the bytes of the names.
-  const std::vector<Entry>& entries() const { return entries_; }
+  const std::vector<Entry>& entries() const { return listing_->entries; }
   std::string pathOf(const Entry& entry) const;
   std::size_t tickedCount() const { return ticked_; }
   /// The state of the box that ticks all.
@@ -73,12 +76,19 @@ class frmBrowse : public Form {
   void doKeepSize(int width, int height) { services_.size = {width, height}; }
 
  private:
+  /// A folder may hold a million entries: nothing of it is given back name by name.
+  struct Listing {
+    std::pmr::monotonic_buffer_resource names;
+    std::vector<Entry> entries;
+  };
+
+  std::unique_ptr<Listing> listed(const std::string& folder) const;
   void doAdd();
   void doCount();
 
   Services services_;
   std::string folder_;
-  std::vector<Entry> entries_;
+  std::unique_ptr<Listing> listing_ = std::make_unique<Listing>();
   std::size_t ticked_ = 0;
   bool adding_ = false;
   int listings_ = 0;  ///< a listing that a later one overtook is dropped

@@ -36,6 +36,10 @@ constexpr std::int64_t SmallTextBytes = 16LL << 20;
 constexpr const char* FormatError = "Backup index file format error.";
 
 bool isIndexName(std::string_view name) {
+  // Among a million names most are seen to be none by their ends.
+  if (name.size() <= NameTail.size() ||
+      !Text::equalsIgnoreCase(name.substr(name.size() - NameTail.size()), NameTail))
+    return false;
   return matchesPattern(name, IndexPatterns[0]) || matchesPattern(name, IndexPatterns[1]);
 }
 
@@ -137,6 +141,7 @@ FoundIndexes IndexOpening::doSearchIndexFiles() const {
     const std::string root = Paths::onDrive(letter, "");
     if (!services_.files.doFolderExists(root)) continue;
     for (const std::string& name : services_.files.listFolder(root)) {
+      services_.desktop.doYield();
       if (!isIndexName(name)) continue;
       const FileInfo info = services_.files.doGetInfo(root + name);
       if (info.kind != FileInfo::Kind::File || (info.attributes & AttributeSystem) != 0) continue;

@@ -1,5 +1,6 @@
 #include "ui/BrowseDialog.h"
 
+#include <QAbstractFileIconProvider>
 #include <QActionGroup>
 #include <QCheckBox>
 #include <QFileSystemModel>
@@ -24,6 +25,17 @@ namespace korvenal::ui {
 
 namespace {
 
+/// All folders look alike: the tree looks nothing up for the files that it leaves out.
+class FolderIcons : public QAbstractFileIconProvider {
+ public:
+  QIcon icon(IconType) const override { return icons_.folder(); }
+  QIcon icon(const QFileInfo&) const override { return icons_.folder(); }
+  QString type(const QFileInfo&) const override { return {}; }
+
+ private:
+  FileIcons icons_;
+};
+
 constexpr int TwipsPerPixel = 15;
 constexpr int FirstWidth = 900;
 constexpr int FirstHeight = 600;
@@ -37,7 +49,8 @@ BrowseDialog::BrowseDialog(frmBrowse& form, const DialogServices& services, QWid
       form_(form),
       services_(services),
       model_(form, *services.desktop),
-      folderModel_(new QFileSystemModel(this)) {
+      folderIcons_(std::make_unique<FolderIcons>()),
+      folderModel_(std::make_unique<QFileSystemModel>()) {
   setObjectName(QStringLiteral("frmBrowse"));
   setWindowTitle(tr("Select Item"));
   setMinimumSize(frmBrowse::MinimumWidth, frmBrowse::MinimumHeight);
@@ -60,6 +73,8 @@ BrowseDialog::BrowseDialog(frmBrowse& form, const DialogServices& services, QWid
     model_.refreshTicks();
   });
 }
+
+BrowseDialog::~BrowseDialog() = default;
 
 void BrowseDialog::refreshPlace() {
   const BrowserSize kept = form_.keptSize();
@@ -121,11 +136,12 @@ QWidget* BrowseDialog::pathRow() {
 }
 
 QWidget* BrowseDialog::folders() {
+  folderModel_->setIconProvider(folderIcons_.get());
   folderModel_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
   folderModel_->setRootPath(QStringLiteral("/"));
   folders_ = new QTreeView(this);
   folders_->setObjectName(QStringLiteral("folders"));
-  folders_->setModel(folderModel_);
+  folders_->setModel(folderModel_.get());
   folders_->setHeaderHidden(true);
   folders_->setUniformRowHeights(true);
   for (int column = 1; column < folderModel_->columnCount(); ++column) folders_->hideColumn(column);
@@ -165,6 +181,7 @@ QWidget* BrowseDialog::entries() {
   views_->addWidget(icons_);
   for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{report_, icons_}) {
     view->installEventFilter(this);
+    connect(&model_, &BrowseModel::looksChanged, view->viewport(), qOverload<>(&QWidget::update));
     connect(view, &QAbstractItemView::doubleClicked, this, &BrowseDialog::doOpen);
   }
   return views_;
@@ -213,6 +230,11 @@ void BrowseDialog::doTick(const QModelIndex& index) {
 }
 
 Qt::CheckState BrowseDialog::allState() const {
+  if (filter_->text().isEmpty()) {
+    const frmBrowse::Ticks ticks = form_.SelectAll();
+    if (ticks == frmBrowse::Ticks::None) return Qt::Unchecked;
+    return ticks == frmBrowse::Ticks::All ? Qt::Checked : Qt::PartiallyChecked;
+  }
   int ticked = 0;
   for (int row = 0; row < model_.rowCount(); ++row)
     if (model_.entry(model_.index(row, BrowseModel::NameColumn)).ticked) ++ticked;
@@ -222,6 +244,7 @@ Qt::CheckState BrowseDialog::allState() const {
 
 void BrowseDialog::doSelectAll() {
   // A click on the mixed state ticks what is not ticked yet.
+  model_.finish();
   const bool on = allState() != Qt::Checked;
   act([this, on] {
     if (filter_->text().isEmpty()) return form_.doSelectAll(on);
@@ -284,7 +307,8 @@ void BrowseDialog::refreshFolder() {
   model_.refresh();
   const QModelIndex at = folderModel_->index(folder);
   folders_->setCurrentIndex(at);
-  folders_->expand(at);
+  // Only for folders below: the tree looks at everything in what it expands, and watches it.
+  if (!form_.entries().empty() && form_.entries().front().isFolder()) folders_->expand(at);
   folders_->scrollTo(at);
 }
 

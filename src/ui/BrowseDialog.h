@@ -1,11 +1,13 @@
 #pragma once
 
 #include <array>
+#include <memory>
 
 #include "ui/BrowseModel.h"
 #include "ui/FormDialog.h"
 #include "ui/FormDialogs.h"
 
+class QAbstractFileIconProvider;
 class QCheckBox;
 class QFileSystemModel;
 class QLabel;
@@ -23,6 +25,7 @@ class BrowseDialog : public FormDialog {
   Q_OBJECT
  public:
   BrowseDialog(frmBrowse& form, const DialogServices& services, QWidget* parent);
+  ~BrowseDialog() override;
 
  protected:
   void refresh() override;
@@ -48,7 +51,8 @@ class BrowseDialog : public FormDialog {
   frmBrowse& form_;
   DialogServices services_;
   BrowseModel model_;
-  QFileSystemModel* folderModel_;
+  std::unique_ptr<QAbstractFileIconProvider> folderIcons_;
+  std::unique_ptr<QFileSystemModel> folderModel_;  ///< its thread asks for icons
   QLineEdit* path_ = nullptr;
   QLineEdit* filter_ = nullptr;
   QTreeView* folders_ = nullptr;

@@ -8,29 +8,61 @@
 
 namespace korvenal::ui {
 
+namespace {
+
+constexpr std::size_t EntriesAtOnce = 20'000;  ///< some milliseconds
+
+}  // namespace
+
 BrowseModel::BrowseModel(frmBrowse& form, Desktop& desktop, QObject* parent)
     : QAbstractTableModel(parent), form_(form), desktop_(desktop) {
   connect(&thumbnails_, &Thumbnails::made, this, &BrowseModel::showMade);
-  fill();
+  more_.setSingleShot(true);
+  connect(&more_, &QTimer::timeout, this, &BrowseModel::doTakeMore);
+  refresh();
 }
 
-void BrowseModel::fill() {
-  shown_.clear();
-  for (std::size_t at = 0; at < form_.entries().size(); ++at)
-    if (filter_.isEmpty() || toQt(form_.entries()[at].name).contains(filter_, Qt::CaseInsensitive))
-      shown_.push_back(at);
+bool BrowseModel::isWanted(const frmBrowse::Entry& entry) const {
+  return filter_.isEmpty() || toQt(entry.name).contains(filter_, Qt::CaseInsensitive);
+}
+
+/// Adds the entries in view among the next ones that were not seen yet.
+void BrowseModel::doLookOn(std::vector<std::size_t>& shown) {
+  const std::size_t end = std::min(form_.entries().size(), seen_ + EntriesAtOnce);
+  for (; seen_ < end; ++seen_)
+    if (isWanted(form_.entries()[seen_])) shown.push_back(seen_);
+  if (isBehind()) more_.start();
 }
 
 void BrowseModel::refresh() {
   beginResetModel();
   thumbnails_.forgetWanted();
-  fill();
+  pictured_.clear();
+  shown_.clear();
+  seen_ = 0;
+  doLookOn(shown_);
   endResetModel();
 }
 
+void BrowseModel::doTakeMore() {
+  std::vector<std::size_t> more;
+  doLookOn(more);
+  if (more.empty()) return;
+  const int before = rowCount();
+  beginInsertRows({}, before, before + static_cast<int>(more.size()) - 1);
+  shown_.insert(shown_.end(), more.begin(), more.end());
+  endInsertRows();
+}
+
+void BrowseModel::finish() {
+  while (isBehind()) {
+    doTakeMore();
+    desktop_.doYield();
+  }
+}
+
 void BrowseModel::refreshTicks() {
-  if (!shown_.empty())
-    emit dataChanged(index(0, NameColumn), index(rowCount() - 1, NameColumn), {Qt::CheckStateRole});
+  emit looksChanged();
 }
 
 void BrowseModel::setFilter(const QString& text) {
@@ -61,7 +93,9 @@ QIcon BrowseModel::icon(const frmBrowse::Entry& entry) const {
   const QString name = toQt(entry.name);
   // Only files: reading a pipe would wait for ever.
   if (withThumbnails_ && entry.info.kind == FileInfo::Kind::File) {
-    const QIcon picture = thumbnails_.of(toQt(form_.pathOf(entry)));
+    const QString path = toQt(form_.pathOf(entry));
+    pictured_.insert(path, static_cast<std::size_t>(&entry - form_.entries().data()));
+    const QIcon picture = thumbnails_.of(path);
     if (!picture.isNull()) return picture;
   }
   return icons_.ofType(name);
@@ -72,7 +106,7 @@ QString BrowseModel::text(const frmBrowse::Entry& entry, int column) const {
     case SizeColumn:
       return entry.isFolder() ? QString() : toQt(formatSizeText(entry.info.size, true));
     case TypeColumn:
-      return toQt(desktop_.doGetTypeName(entry.name, entry.isFolder()));
+      return toQt(desktop_.doGetTypeName(std::string(entry.name), entry.isFolder()));
     case ModifiedColumn:
       return toQt(Dates::displayShort(entry.info.modified));
     default:
@@ -106,6 +140,7 @@ QVariant BrowseModel::data(const QModelIndex& index, int role) const {
 bool BrowseModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::CheckStateRole || index.column() != NameColumn) return false;
   emit ticked(shown_[static_cast<std::size_t>(index.row())], value.toInt() == Qt::Checked);
+  emit dataChanged(index, index, {Qt::CheckStateRole});
   return true;
 }
 
@@ -121,10 +156,10 @@ Qt::ItemFlags BrowseModel::flags(const QModelIndex& index) const {
 }
 
 void BrowseModel::showMade(const QString& path) {
-  const auto found = std::find_if(shown_.begin(), shown_.end(), [this, &path](std::size_t at) {
-    return toQt(form_.pathOf(form_.entries()[at])) == path;
-  });
-  if (found == shown_.end()) return;
+  const auto asked = pictured_.constFind(path);
+  if (asked == pictured_.constEnd()) return;
+  const auto found = std::lower_bound(shown_.begin(), shown_.end(), *asked);
+  if (found == shown_.end() || *found != *asked) return;
   const QModelIndex at = index(static_cast<int>(found - shown_.begin()), NameColumn);
   emit dataChanged(at, at, {Qt::DecorationRole});
 }

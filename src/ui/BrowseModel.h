@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QHash>
+#include <QTimer>
 #include <vector>
 
 #include "job/frmBrowse.h"
@@ -18,8 +20,10 @@ class BrowseModel : public QAbstractTableModel {
 
   BrowseModel(frmBrowse& form, Desktop& desktop, QObject* parent = nullptr);
 
-  /// Takes the folder over as it is now.
+  /// Takes the folder over as it is now; a large one by and by, whenever the program has time.
   void refresh();
+  /// Takes over what is left of it; yields.
+  void finish();
   /// Boxes have changed.
   void refreshTicks();
   void setFilter(const QString& text);
@@ -36,9 +40,15 @@ class BrowseModel : public QAbstractTableModel {
 
  signals:
   void ticked(std::size_t entry, bool on);
+  /// Any number of entries look otherwise: views paint what is in sight anew. Telling a list which
+  /// rows would make it work out the place of each.
+  void looksChanged();
 
  private:
-  void fill();
+  bool isBehind() const { return seen_ < form_.entries().size(); }
+  bool isWanted(const frmBrowse::Entry& entry) const;
+  void doLookOn(std::vector<std::size_t>& shown);
+  void doTakeMore();
   QIcon icon(const frmBrowse::Entry& entry) const;
   QString text(const frmBrowse::Entry& entry, int column) const;
   void showMade(const QString& path);
@@ -49,7 +59,10 @@ class BrowseModel : public QAbstractTableModel {
   mutable Thumbnails thumbnails_;
   bool withThumbnails_ = false;
   QString filter_;
-  std::vector<std::size_t> shown_;  ///< places in the form's entries
+  std::vector<std::size_t> shown_;  ///< places in the form's entries, ascending
+  std::size_t seen_ = 0;            ///< of the form's entries
+  QTimer more_;
+  mutable QHash<QString, std::size_t> pictured_;  ///< entries whose pictures were asked for
 };
 
 }  // namespace korvenal::ui

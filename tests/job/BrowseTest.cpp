@@ -18,7 +18,7 @@ class BrowseTest : public testing::Test {
   std::vector<std::string> shown(const frmBrowse& form) const {
     std::vector<std::string> names;
     for (const auto& entry : form.entries())
-      names.push_back((entry.ticked ? "+" : "") + entry.name);
+      names.push_back(std::string(entry.ticked ? "+" : "").append(entry.name));
     return names;
   }
 
