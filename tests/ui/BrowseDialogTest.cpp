@@ -1,4 +1,5 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -27,6 +28,38 @@ class BrowseDialogTest : public WindowFixture {
     return Person::find<QTableView>(dialog, "entries");
   }
 };
+
+TEST_F(BrowseDialogTest, AFolderOfManyFilesIsTickedAsAWholeWhileItStillComesIn) {
+  constexpr int Files = 45'000;
+  temp.makeFolder("source/many");
+  makeFile("one");
+  int sevens = 0;
+  for (int i = 0; i < Files; ++i) {
+    const std::string name = "file " + std::to_string(i);
+    ASSERT_EQ(::link((source + "one").c_str(), (source + "many/" + name).c_str()), 0);
+    sevens += name.find('7') != std::string::npos ? 1 : 0;
+  }
+  set("Browser", "Default", source + "many");
+  doStart();
+  program->doTask01();
+  static_cast<MainWindow&>(window()).refresh();
+  person.when("frmBrowse", [&](QWidget& dialog) {
+    QAbstractItemModel& model = *entries(dialog).model();
+    QTRY_COMPARE(model.rowCount(), Files);
+    auto& filter = Person::find<QLineEdit>(dialog, "filter");
+    filter.setText(QStringLiteral("7"));
+    EXPECT_LT(model.rowCount(), sevens);
+    Person::press(dialog, "SelectAll");
+    EXPECT_EQ(model.rowCount(), sevens);
+    EXPECT_EQ(Person::find<QLabel>(dialog, "count").text(),
+              QStringLiteral("%1 selected").arg(sevens));
+    filter.setText(QStringLiteral("44999"));
+    filter.clear();
+    QTRY_COMPARE(model.rowCount(), Files);
+    Person::press(dialog, "CMD0");
+  });
+  press("PBAddFiles");
+}
 
 TEST_F(BrowseDialogTest, EntriesAreTickedFilteredAndAdded) {
   temp.makeFolder("source/Photos");
