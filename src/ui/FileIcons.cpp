@@ -30,8 +30,8 @@ QIcon FileIcons::ofType(const QString& name) const {
   if (const auto known = known_.constFind(extension); known != known_.constEnd()) return *known;
   const QMimeType type =
       types_.mimeTypeForFile(QStringLiteral("file") + extension, QMimeDatabase::MatchExtension);
-  QIcon icon = QIcon::fromTheme(type.iconName());
-  if (icon.isNull()) icon = QIcon::fromTheme(type.genericIconName());
+  QIcon icon = Theme::desktopIcon(type.iconName());
+  if (icon.isNull()) icon = Theme::desktopIcon(type.genericIconName());
   if (icon.isNull() && type.genericIconName() == PictureIcon) icon = Theme::ownIcon(PictureIcon);
   if (icon.isNull()) icon = plainFile();
   if (known_.size() >= IconsKept) known_.clear();

@@ -64,8 +64,16 @@ QColor Theme::explanation(const QPalette& palette) {
   return Pair{QColor(0x59, 0x5f, 0x69), QColor(0xb0, 0xb7, 0xc3)}.on(palette);
 }
 
+QIcon Theme::desktopIcon(const QString& name) {
+  // "hicolor" is what a desktop without a theme has: icons of applications, spread over hundreds of
+  // folders, all of which a search for anything else goes through.
+  const QString theme = QIcon::themeName();
+  const bool hasTheme = !theme.isEmpty() && theme != QLatin1String("hicolor");
+  return hasTheme ? QIcon::fromTheme(name) : QIcon();
+}
+
 QIcon Theme::icon(const QString& name) {
-  const QIcon fromTheme = QIcon::fromTheme(name);
+  const QIcon fromTheme = desktopIcon(name);
   return fromTheme.isNull() ? ownIcon(name) : fromTheme;
 }
 

@@ -27,6 +27,8 @@ QColor explanation(const QPalette& palette);
 /// The icon of the desktop's theme with this standard name ("document-save"), or the program's own
 /// when the theme has none.
 QIcon icon(const QString& name);
+/// The icon of the desktop's theme; null when it has none, and on a desktop without a theme.
+QIcon desktopIcon(const QString& name);
 /// The program's own icon: drawn for the palette at hand, at any scale.
 QIcon ownIcon(const QString& name);
 
