@@ -10,7 +10,8 @@ namespace korvenal {
 namespace {
 
 constexpr int MostRunLogs = 100;
-constexpr int RowsAtOnce = 8192;  ///< of a report: a few milliseconds
+constexpr int RowsAtOnce = 8192;                    ///< of a report: a few milliseconds
+constexpr std::int64_t MaxReportBytes = 1LL << 30;  ///< a report has one line a file of a disc
 
 const std::vector<std::string> EventHeaders = {"Time", "Event"};
 const std::vector<std::string> ReportHeaders = {"File Name", "Result", "Source Path"};
@@ -158,8 +159,9 @@ void RunGrids::doLoadReport(const std::string& path) {
   bool header = true;
   for (std::int64_t offset = 0;; offset += PieceBytes) {
     const auto piece = files_.readPart(path, offset, PieceBytes);
-    rest += piece.value_or("");
-    const bool last = !piece || static_cast<std::int64_t>(piece->size()) < PieceBytes;
+    if (!piece || offset > MaxReportBytes) return doClearReport();
+    rest += *piece;
+    const bool last = static_cast<std::int64_t>(piece->size()) < PieceBytes;
     const std::size_t end = last ? rest.size() : rest.rfind('\n') + 1;
     std::string_view lines = std::string_view(rest).substr(0, end);
     if (header && !lines.empty()) {

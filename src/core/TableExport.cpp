@@ -7,7 +7,7 @@ namespace korvenal {
 
 namespace {
 
-constexpr int RowsAtOnce = 8192;  ///< a few milliseconds
+constexpr int RowsAPiece = 8192;  ///< a few milliseconds
 
 void appendCell(std::string& out, const std::string& text) {
   for (const char c : text) out += c == '\t' || c == '\n' || c == '\r' ? ' ' : c;
@@ -57,8 +57,8 @@ FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
   const WaitPointer wait(desktop);
   std::vector<std::string> pieces(1);
   appendLines(pieces.back(), frame.header);
-  for (int row = 0; row < table.Rows(); row += RowsAtOnce) {
-    appendRows(pieces.emplace_back(), table, row, std::min(row + RowsAtOnce, table.Rows()));
+  for (int row = 0; row < table.Rows(); row += RowsAPiece) {
+    appendRows(pieces.emplace_back(), table, row, std::min(row + RowsAPiece, table.Rows()));
     desktop.doYield();
   }
   appendLines(pieces.emplace_back(), frame.footer);

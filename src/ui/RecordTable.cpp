@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTimer>
 
 #include "core/ActionState.h"
 #include "ui/Theme.h"
@@ -31,6 +30,8 @@ RecordTable::RecordTable(Table& table, RecordModel* model, Look look, QWidget* p
   for (std::size_t col = 0; col < look_.widths.size(); ++col)
     setColumnWidth(static_cast<int>(col), look_.widths[col] * fontMetrics().averageCharWidth());
   doHideColumns();
+  more_.setSingleShot(true);
+  connect(&more_, &QTimer::timeout, this, &RecordTable::refresh);
   connect(this, &QTableView::doubleClicked, this,
           [this](const QModelIndex& index) { emit rowOpened(model_->tableRow(index)); });
   if (look_.follows == Follows::Current) return;
@@ -65,7 +66,7 @@ void RecordTable::refresh() {
     const FlagScope drawing(drawing_);
     if (!model_->refresh()) return;
   }
-  if (model_->isBehind()) QTimer::singleShot(0, this, [this] { refresh(); });
+  if (model_->isBehind()) more_.start();
   emit refreshed();
   doHideColumns();
   if (look_.follows == Follows::Current) return doShowCurrent();

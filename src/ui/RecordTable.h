@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTableView>
+#include <QTimer>
 #include <vector>
 
 #include "ui/RecordModel.h"
@@ -52,6 +53,7 @@ class RecordTable : public QTableView {
   Table& table_;
   RecordModel* model_;
   Look look_;
+  QTimer more_;            ///< goes on with a large change
   bool following_ = true;  ///< the end of the table is in view
   bool drawing_ = false;   ///< the selection is being drawn, not made by the person
 };

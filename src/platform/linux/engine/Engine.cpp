@@ -187,6 +187,7 @@ std::int32_t Engine::do_GetFreeBlocksOnDisc() {
 // The layout.
 
 void Engine::do_ClearAll() {
+  if (preparing_) return;
   release_.take(std::exchange(layout_, std::make_shared<IsoLayout>(clock_)));
   release_.take(std::exchange(prepared_, nullptr));
   switches_ = {};
@@ -240,7 +241,7 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
   request.skipFaults = switches_.skipAtPreparation;
   request.replace = switches_.replace;
   request.pump = pump;
-  request.earlierTracks = &release_;
+  request.release = &release_;
   if (import_ && place.lastSession >= 0) {
     request.openEarlier = [this] { return selected_->openBlocks(); };
     request.earlierStart = static_cast<std::uint32_t>(place.lastSession);

@@ -80,9 +80,9 @@ class IsoLayout {
     std::uint32_t earlierStart = 0;
     /// Called on the calling thread while another one works, some fifty times a second; true stops.
     std::function<bool()> pump = nullptr;
-    /// Where tracks are let go, which is waited for: the library's images share a counter that is
-    /// not safe among threads.
-    ReleaseThread* earlierTracks = nullptr;
+    /// Where tracks are let go. Those under way are waited for: the library's images share a
+    /// counter that is not safe among threads.
+    ReleaseThread* release = nullptr;
   };
 
   explicit IsoLayout(const Clock& clock) : clock_(clock) {

@@ -80,6 +80,7 @@ std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
   runAside([&] { built = doBuild(); }, pump);
   if (built && !stopped()) return track_;
   why = why_;
+  if (request_.release != nullptr) request_.release->take(std::move(track_));
   return nullptr;
 }
 
@@ -88,7 +89,7 @@ bool TreeBuilder::doBuild() {
   track_->gap = request_.gap;
   track_->joliet = request_.joliet;
   track_->context.skipFaults = request_.skipFaults;
-  if (request_.earlierTracks != nullptr) request_.earlierTracks->wait();
+  if (request_.release != nullptr) request_.release->wait();
   IsoImage* image = nullptr;
   const bool made = iso_image_new("", &image) >= 0;
   track_->image.reset(image);
