@@ -37,14 +37,6 @@ void appendLines(std::string& out, const std::string& text) {
 
 }  // namespace
 
-std::string exportText(const Table& table, const ExportFrame& frame) {
-  std::string out;
-  appendLines(out, frame.header);
-  appendRows(out, table, 0, table.Rows());
-  appendLines(out, frame.footer);
-  return out;
-}
-
 FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
                          const ExportFrame& frame) {
   if (!table.hasData()) return {};

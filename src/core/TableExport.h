@@ -15,13 +15,11 @@ struct ExportFrame {
   std::string footer;
 };
 
-/// A table as text for people and other programs: every row that is not hidden, the header row
-/// included, one line each; columns that are not hidden, joined by a tab. Tabs and line breaks
-/// inside a cell become blanks, so that a line stays a row.
-std::string exportText(const Table& table, const ExportFrame& frame = {});
-
-/// Asks for a file and writes the text there; an older file is replaced as a whole. Success also
-/// when there is nothing to do: a table without data, which is not asked about, or no file chosen.
+/// Asks for a file and writes the table there as text for people and other programs: every row that
+/// is not hidden, the header row included, one line each; columns that are not hidden, joined by a
+/// tab. Tabs and line breaks inside a cell become blanks, so that a line stays a row. An older file
+/// is replaced as a whole. Success also when there is nothing to do: a table without data, which is
+/// not asked about, or no file chosen.
 /// Yields; the table stays as it is meanwhile.
 FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
                          const ExportFrame& frame = {});

@@ -86,7 +86,10 @@ TEST_F(RunGridsTest, ReportsComeBackFromTheirFiles) {
   EXPECT_TRUE(report.isRowHidden(3));
   EXPECT_EQ(grids_.PBErrorList[0], "&Verify Report - Backup #1");
 
-  EXPECT_EQ(exportText(report),
+  const std::string path = bench_.workspace.TempFolder + "report.txt";
+  bench_.desktop.files = {path};
+  EXPECT_TRUE(doExportGrid(bench_.desktop, bench_.files, report));
+  EXPECT_EQ(bench_.files.readAll(path, 1000),
             "File Name\tResult\tSource Path\n"
             "tab name.txt\tSize not match\t/source/tab name.txt\n");
   grids_.OnlyShowErrorFile = false;

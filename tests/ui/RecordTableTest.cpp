@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 
-namespace korvenal::ui::test {
+namespace korvenal::ui {
 namespace {
 
 constexpr int Rows = 90'000;
@@ -62,4 +62,4 @@ TEST_F(RecordTableTest, ManyRowsComeInByAndBy) {
 }
 
 }  // namespace
-}  // namespace korvenal::ui::test
+}  // namespace korvenal::ui
