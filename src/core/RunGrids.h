@@ -70,7 +70,7 @@ class RunGrids {
   void doForgetDiscs(int page);
 
   // A report may have a million rows: what follows lets the front end work while it looks at them,
-  // and nothing else begins meanwhile.
+  // and no other command but the filter begins meanwhile.
 
   /// Empties `vsError` of a page.
   void doClearReport(int page = 0);

@@ -7,7 +7,7 @@ namespace korvenal {
 
 namespace {
 
-constexpr int RowsAPiece = 8192;  ///< a few milliseconds
+constexpr std::size_t RowsAPiece = 8192;  ///< a few milliseconds
 
 void appendCell(std::string& out, const std::string& text) {
   for (const char c : text) out += c == '\t' || c == '\n' || c == '\r' ? ' ' : c;
@@ -24,9 +24,12 @@ void appendRow(std::string& out, const Table& table, int row) {
   out += '\n';
 }
 
-void appendRows(std::string& out, const Table& table, int from, int to) {
-  for (int row = from; row < to; ++row)
-    if (!table.isRowHidden(row)) appendRow(out, table, row);
+/// As they are now: what is hidden may change while the text is made.
+std::vector<int> shownRows(const Table& table) {
+  std::vector<int> rows;
+  for (int row = 0; row < table.Rows(); ++row)
+    if (!table.isRowHidden(row)) rows.push_back(row);
+  return rows;
 }
 
 void appendLines(std::string& out, const std::string& text) {
@@ -49,8 +52,11 @@ FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
   const WaitPointer wait(desktop);
   std::vector<std::string> pieces(1);
   appendLines(pieces.back(), frame.header);
-  for (int row = 0; row < table.Rows(); row += RowsAPiece) {
-    appendRows(pieces.emplace_back(), table, row, std::min(row + RowsAPiece, table.Rows()));
+  const std::vector<int> rows = shownRows(table);
+  for (std::size_t first = 0; first < rows.size(); first += RowsAPiece) {
+    std::string& piece = pieces.emplace_back();
+    const std::size_t end = std::min(first + RowsAPiece, rows.size());
+    for (std::size_t at = first; at < end; ++at) appendRow(piece, table, rows[at]);
     desktop.doYield();
   }
   appendLines(pieces.emplace_back(), frame.footer);

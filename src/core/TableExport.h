@@ -20,7 +20,7 @@ struct ExportFrame {
 /// tab. Tabs and line breaks inside a cell become blanks, so that a line stays a row. An older file
 /// is replaced as a whole. Success also when there is nothing to do: a table without data, which is
 /// not asked about, or no file chosen.
-/// Yields; the table stays as it is meanwhile.
+/// Yields; the rows and texts of the table stay as they are meanwhile.
 FileOutcome doExportGrid(Desktop& desktop, Files& files, const Table& table,
                          const ExportFrame& frame = {});
 

@@ -16,7 +16,8 @@ namespace korvenal {
 
 namespace {
 
-constexpr std::size_t MaxEntriesKept = 50'000;  ///< over all folders kept, but for the last
+constexpr std::size_t MaxEntriesKept =
+    50'000;  ///< over all folders kept; the last and those above it stay
 constexpr std::size_t MaxEntriesPerFolder = 4'000'000;
 constexpr std::int64_t MaxFolderBytes = std::int64_t{1} << 30;
 constexpr std::size_t MaxDepth = 1000;
@@ -286,13 +287,24 @@ void DiscReader::detach() {
   if (aid_.release != nullptr && !sharedWithStreams) aid_.release->take(std::move(kept));
 }
 
+/// The first to make room for the folder. Those above it stay: the next of their folders would have
+/// them read again.
+std::deque<std::string>::const_iterator DiscReader::oldestBeside(std::string_view path) const {
+  return std::find_if(order_.begin(), order_.end(), [path](const std::string& key) {
+    const bool above = key.empty() || (path.size() > key.size() && path.starts_with(key) &&
+                                       path[key.size()] == Paths::DiscSeparator);
+    return !above;
+  });
+}
+
 void DiscReader::keep(std::string_view path, const FolderPtr& folder) {
   entriesKept_ += folder->entries.size() + 1;
-  while (entriesKept_ > MaxEntriesKept && !order_.empty()) {
-    const auto oldest = folders_.find(order_.front());
-    entriesKept_ -= oldest->second->entries.size() + 1;
-    folders_.erase(oldest);
-    order_.pop_front();
+  for (auto oldest = oldestBeside(path); entriesKept_ > MaxEntriesKept && oldest != order_.end();
+       oldest = oldestBeside(path)) {
+    const auto known = folders_.find(*oldest);
+    entriesKept_ -= known->second->entries.size() + 1;
+    folders_.erase(known);
+    order_.erase(oldest);
   }
   order_.emplace_back(path);
   folders_.emplace(path, folder);
@@ -349,7 +361,7 @@ DiscReader::FolderPtr DiscReader::fetch(std::string_view path, const FolderPtr& 
     folder = Folder::read(source);
     if (folder) keep(path, folder);
   };
-  if (aid_.calls == nullptr || aid_.calls->isAtWork() || !isLong(source)) {
+  if (aid_.calls == nullptr || aid_.calls->isAtWork() || !isLong(source, path)) {
     work();
   } else {
     atWork_ = true;
@@ -360,10 +372,12 @@ DiscReader::FolderPtr DiscReader::fetch(std::string_view path, const FolderPtr& 
 }
 
 /// Whether the folder, or the one that makes room for it, is so large that it takes its time.
-bool DiscReader::isLong(IsoFileSource* source) const {
+bool DiscReader::isLong(IsoFileSource* source, std::string_view path) const {
   struct stat status {};
   if (iso_file_source_lstat(source, &status) >= 0 && status.st_size >= LongFolderBytes) return true;
-  return !order_.empty() && folders_.find(order_.front())->second->entries.size() >= LongFolder;
+  if (entriesKept_ + LongFolder <= MaxEntriesKept) return false;
+  const auto oldest = oldestBeside(path);
+  return oldest != order_.end() && folders_.find(*oldest)->second->entries.size() >= LongFolder;
 }
 
 namespace {
@@ -416,7 +430,10 @@ std::unique_ptr<FileStream> DiscReader::openFile(std::string_view discPath) {
   if (entry == nullptr || entry->info.kind != FileInfo::Kind::File) return nullptr;
   SourcePtr source = shared(entry->source.get());
   if (iso_file_source_open(source.get()) < 0) {
-    // Open already: a file that is read twice at once needs a second object of the library.
+    // Open already: a file that is read twice at once needs a second object of the library. Nothing
+    // is held meanwhile, because the disc may leave and be let go on another thread.
+    source.reset();
+    folder.reset();
     folder = freshFolderAt(parts.folder);
     entry = folder ? folder->find(parts.name) : nullptr;
     if (entry == nullptr || entry->info.kind != FileInfo::Kind::File) return nullptr;

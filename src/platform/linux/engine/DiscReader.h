@@ -63,7 +63,8 @@ class DiscReader {
   FolderPtr findFolder(std::string_view path);
   FolderPtr fetch(std::string_view path, const FolderPtr& above);
   iso_file_source* sourceOf(std::string_view path, const FolderPtr& above) const;
-  bool isLong(iso_file_source* source) const;
+  bool isLong(iso_file_source* source, std::string_view path) const;
+  std::deque<std::string>::const_iterator oldestBeside(std::string_view path) const;
   FolderPtr freshFolderAt(std::string_view path);
   void keep(std::string_view path, const FolderPtr& folder);
 

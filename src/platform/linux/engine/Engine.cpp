@@ -38,7 +38,10 @@ Engine::~Engine() {
     work_->eraseThread.join();
     work_->drive->endErase(work_->eraseResult);
   }
+  // The library's images share a counter that is not safe among threads.
+  release_.wait();
   work_.reset();
+  prepared_.reset();
   // Readers need the libraries.
   for (Drive* drive : drives_) {
     drive->dropReader();
