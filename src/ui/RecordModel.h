@@ -32,7 +32,7 @@ class RecordModel : public QAbstractTableModel {
   /// There are rows that no call has taken over yet.
   bool isBehind() const { return seen_ < table_.Rows(); }
   const Table& table() const { return table_; }
-  /// Rows that went wrong, hidden ones too.
+  /// Rows that went wrong among those taken over so far, hidden ones too.
   int failures() const { return failures_; }
   int tableRow(const QModelIndex& index) const;
   /// Invalid for a hidden row.
