@@ -169,6 +169,7 @@ struct Plan {
   UnixTime RunDate = 0;                   ///< the moment the scan began
   std::string RunStamp;                   ///< "yyyy-mm-dd-hh-nn-F" or "-D"
   std::string IndexDiscName;              ///< name of the index on disc 1
+  std::string FaultListName;              ///< name of each disc's list of files not saved
   std::string IndexTempPath;              ///< the finished index
   std::string IndexZipPath;               ///< the archive while it is made
   std::vector<std::string> skippedNotes;  ///< lines about what the walk had to pass over

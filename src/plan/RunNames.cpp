@@ -1,5 +1,6 @@
 #include "plan/RunNames.h"
 
+#include "platform/FaultList.h"
 #include "platform/Text.h"
 
 namespace korvenal {
@@ -7,8 +8,9 @@ namespace korvenal {
 namespace {
 
 const std::string IndexExtension = ".bdx";
-/// 255 bytes of a file name less "_KORVEN{", "(", the stamp of 18 bytes, ")}" and the extension.
-constexpr std::size_t JobNameBytes = 222;
+/// 255 bytes of a file name less "_KORVEN{", "(", the stamp of 18 bytes, ")}" and the longest
+/// extension of a file that stands beside the index.
+constexpr std::size_t JobNameBytes = 226 - FaultList::Extension.size();
 
 bool isUnsafe(char c) {
   const auto byte = static_cast<unsigned char>(c);
@@ -36,6 +38,7 @@ void nameRun(Plan& plan, const Workspace& workspace, std::string_view jobName, U
   plan.RunStamp = makeRunStamp(now, plan.IsDifferential);
   const std::string name = "_KORVEN{" + jobNameForFiles(jobName) + "(" + plan.RunStamp + ")}";
   plan.IndexDiscName = name + IndexExtension;
+  plan.FaultListName = FaultList::nameBeside(plan.IndexDiscName);
   plan.IndexTempPath = workspace.TempFolder + name + IndexExtension;
   plan.IndexZipPath = workspace.TempFolder + name + ".zip";
 }
