@@ -6,10 +6,7 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "platform/Paths.h"
 #include "platform/Text.h"
-#include "platform/linux/engine/DiscReader.h"
-#include "platform/linux/engine/IsoSource.h"
 #include "platform/linux/engine/SlowCalls.h"
 #include "platform/linux/engine/TrackFeed.h"
 
@@ -18,7 +15,6 @@ namespace korvenal {
 namespace {
 
 constexpr std::size_t MaxNameBytes = 255;
-constexpr std::int64_t MaxEarlierEntries = 4'000'000;
 constexpr mode_t FolderMode = 0755;
 constexpr const char* StoppedText = "Operation canceled";
 
@@ -71,10 +67,9 @@ bool TreeBuilder::stopped() {
 std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
   const auto pump = [this] { stop_ = (request_.pump && request_.pump()) || stop_; };
   now_ = layout_.clock_.now();
-  if (request_.openEarlier) {
-    earlierToCheck_ = request_.openEarlier();
-    earlierToImport_ = request_.openEarlier();
-  }
+  if (request_.openEarlier)
+    earlier_ = std::make_unique<EarlierTree>(request_.libraries, request_.openEarlier(),
+                                             request_.openEarlier(), request_.earlierStart, stop_);
   bool built = false;
   pump();  // quick work is over before the next
   runAside([&] { built = doBuild(); }, pump);
@@ -141,37 +136,11 @@ bool TreeBuilder::inspect(std::uint32_t index) {
   return true;
 }
 
-/// Goes through the earlier tree once, because the library would follow a crafted loop of folders
-/// for ever.
-bool TreeBuilder::isEarlierSane() {
-  const auto reader =
-      DiscReader::open(request_.libraries, std::move(earlierToCheck_), request_.earlierStart);
-  if (!reader) return false;
-  std::vector<std::string> waiting = {""};
-  std::int64_t entries = 0;
-  while (!waiting.empty()) {
-    const std::string folder = std::move(waiting.back());
-    waiting.pop_back();
-    for (const std::string& name : reader->list(folder)) {
-      if (stopped() || ++entries > MaxEarlierEntries) return false;
-      std::string path = folder;
-      if (!path.empty()) path += Paths::DiscSeparator;
-      path += name;
-      if (reader->info(path).kind == FileInfo::Kind::Folder) waiting.push_back(std::move(path));
-    }
-  }
-  return true;
-}
-
 bool TreeBuilder::importEarlier() {
   IsoImage* image = track_->image.get();
-  if (request_.openEarlier) {
-    const auto cache = std::make_shared<BlockCache>(std::move(earlierToImport_));
-    const DataSourcePtr source = newDataSource(cache);
-    const ReadOptionsPtr options = newReadOptions(request_.earlierStart);
-    if (!source || !options || !isEarlierSane() ||
-        iso_image_import(image, source.get(), options.get(), nullptr) < 0) {
-      if (why_.empty()) why_ = "The earlier sessions cannot be read";
+  if (earlier_) {
+    if (!earlier_->importInto(image)) {
+      if (!stopped()) why_ = "The earlier sessions cannot be read";
       return false;
     }
     track_->appended = true;

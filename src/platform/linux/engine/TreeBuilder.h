@@ -8,6 +8,7 @@
 
 #include <libisofs/libisofs.h>
 
+#include "platform/linux/engine/EarlierTree.h"
 #include "platform/linux/engine/IsoLayout.h"
 
 namespace korvenal {
@@ -44,7 +45,6 @@ class TreeBuilder {
   bool inspect(std::uint32_t index);
   bool leaveOut(std::uint32_t index, const std::string& reason);
   bool importEarlier();
-  bool isEarlierSane();
   bool addChildren();
   std::vector<Child> sortedChildren() const;
   std::string_view nameOf(const Child& child) const;
@@ -57,11 +57,10 @@ class TreeBuilder {
   const IsoLayout& layout_;
   IsoLayout::Request request_;
   std::shared_ptr<PreparedTrack> track_ = std::make_shared<PreparedTrack>();
-  std::vector<Look> looks_;       ///< one a file
-  std::vector<IsoDir*> folders_;  ///< one a folder; null where it could not be made
-  std::unique_ptr<BlockReader> earlierToCheck_;
-  std::unique_ptr<BlockReader> earlierToImport_;
-  UnixTime now_ = 0;  ///< the date of new folders
+  std::vector<Look> looks_;               ///< one a file
+  std::vector<IsoDir*> folders_;          ///< one a folder; null where it could not be made
+  std::unique_ptr<EarlierTree> earlier_;  ///< null when the tree stands alone
+  UnixTime now_ = 0;                      ///< the date of new folders
   std::string why_;
   std::atomic<bool> stop_ = false;
 };
