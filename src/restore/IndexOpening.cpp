@@ -1,14 +1,13 @@
 #include "restore/IndexOpening.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "core/DateText.h"
 #include "core/SizeText.h"
-#include "plan/BackupIndex.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "platform/Walker.h"
+#include "restore/IndexReading.h"
 
 namespace korvenal {
 
@@ -30,9 +29,6 @@ constexpr const char* IndexPatterns[] = {
     "-?)}.bdx"};
 constexpr std::string_view NameHead = "KORVEN{";
 constexpr std::string_view NameTail = "}.bdx";
-/// No index packs better than this, but for small ones; a bomb does.
-constexpr std::int64_t MaxRatio = 128;
-constexpr std::int64_t SmallTextBytes = 16LL << 20;
 constexpr const char* FormatError = "Backup index file format error.";
 
 bool isIndexName(std::string_view name) {
@@ -72,20 +68,6 @@ RestoreIcons iconsFor(int rows) {
 int progressStep(int rows) {
   return rows > 20000 ? 500 : rows > 2000 ? 200 : 100;
 }
-
-/// A file that goes away with its scope.
-class TemporaryFile {
- public:
-  TemporaryFile(Files& files, std::string path) : files_(files), path_(std::move(path)) {}
-  ~TemporaryFile() { files_.doDeleteFile(path_); }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  const std::string& path() const { return path_; }
-
- private:
-  Files& files_;
-  std::string path_;
-};
 
 }  // namespace
 
@@ -216,41 +198,12 @@ bool IndexOpening::doReadLOG2(const std::string& path) {
 
 bool IndexOpening::doLoadIndexFile(const std::string& path) {
   vsTXT.clear();
-  const bool packed = services_.archive.isArchive(path);
-  const std::string name = packed ? services_.archive.entryName(path) : path;
-  std::optional<std::string> text = packed ? doExtractIndex(path) : doReadText(path);
-  if (!text) return false;
-  page_.IsDifferential = isDifferentialName(name);
-  return vsTXT.load(std::move(*text), [this] { services_.desktop.doYield(); });
-}
-
-std::optional<std::string> IndexOpening::doExtractIndex(const std::string& path) {
-  const std::int64_t packedBytes = services_.files.doGetFileSize(path).whole();
-  const std::int64_t limit =
-      std::min(RestoreTree::MaxTextBytes, SmallTextBytes + MaxRatio * packedBytes);
-  const TemporaryFile extracted(services_.files, services_.workspace.TempFolder + IndexScratchName);
-  const auto pump = [this] { services_.desktop.doYield(); };
-  if (services_.archive.extract(path, extracted.path(), IndexPassword, limit, pump) != 0)
-    return std::nullopt;
-  return doReadText(extracted.path());
-}
-
-std::optional<std::string> IndexOpening::doReadText(const std::string& path) const {
-  constexpr std::int64_t PieceBytes = 4 * FileView::PieceBytes;
-  const std::int64_t size = services_.files.doGetFileSize(path).whole();
-  if (size > RestoreTree::MaxTextBytes) return std::nullopt;
-  std::string text;
-  while (static_cast<std::int64_t>(text.size()) < size) {
-    const auto part =
-        services_.files.readPart(path, static_cast<std::int64_t>(text.size()), PieceBytes);
-    if (!part || part->empty()) return std::nullopt;
-    // What begins as no index is not read on, however large it is.
-    if (text.empty() && !part->starts_with(IndexText::Stamp)) return std::nullopt;
-    if (text.empty()) text.reserve(static_cast<std::size_t>(size));
-    text += *part;
-    services_.desktop.doYield();
-  }
-  return text;
+  const IndexReading reading(services_.desktop, services_.files, services_.archive,
+                             services_.workspace);
+  std::optional<IndexReading::Content> index = reading.doRead(path);
+  if (!index) return false;
+  page_.IsDifferential = isDifferentialName(index->name);
+  return vsTXT.load(std::move(index->text), [this] { services_.desktop.doYield(); });
 }
 
 bool IndexOpening::doFillRestoreTable() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "core/ActionState.h"
@@ -69,8 +68,6 @@ class IndexOpening {
   bool doAskForFirstDisc();
   std::string pathOf(const FoundIndex& found) const;
   bool doLoadIndexFile(const std::string& path);
-  std::optional<std::string> doExtractIndex(const std::string& path);
-  std::optional<std::string> doReadText(const std::string& path) const;
   bool doFillRestoreTable();
   void showHeader(const IndexFilling& filling);
   void doAfterOpening();
