@@ -11,7 +11,8 @@ FileRestore::FileRestore(const RestoreServices& services)
     : progress(services.progress(), services.desktop),
       services_(services),
       page_(services.page),
-      existing_(services) {}
+      existing_(services),
+      claims_(services) {}
 
 void FileRestore::doForgetSplitFile() {
   split_ = {};
@@ -50,6 +51,7 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   disc_ = disc;
   target_ = &target;
   counts_ = {};
+  claims_.doBeginDisc(disc);
   doTellLostFiles();
   if (split_.SplitNextPart > 0) doRestoreParts(split_.SplitNextPart);
   // A file that goes on on the next disc has this whole disc to itself.
@@ -144,6 +146,15 @@ void FileRestore::doRestoreFile(int row) {
     return;
   }
   progress.RestoreBytesNext += info.size;
+  const std::string onDisc(page_.vsRestore.nameOnDisc(row));
+  if (const std::string fault =
+          claims_.doFindFault(onDisc, page_.vsRestore.item(row).size, info.size);
+      !fault.empty()) {
+    doAddErrorRow(fault, file.shown);
+    ++counts_.errors;
+    progress.doFinishFile();
+    return;
+  }
   file.size = info.size;
   file.modified = Dates::digits(info.modified);
   const bool write = existing_.mayWrite(*target_, file);
@@ -200,8 +211,11 @@ FileRestore::PartResult FileRestore::doRestorePart(int part) {
   if (info.kind != FileInfo::Kind::File) return doMissPart(part);
   progress.RestoreBytesNext += info.size;
   PartResult result = PartResult::Done;
+  const std::string fault =
+      claims_.doFindFault(split_.SplitBaseName + "." + Text::zeroPadded(part, 3),
+                          page_.vsRestore.partSize(split_.row, part), info.size);
   if (split_.SplitWrite)
-    result = doAppendPart(part, source);
+    result = fault.empty() ? doAppendPart(part, source) : doLosePart(fault);
   else
     ++counts_.skipped;
   progress.doFinishFile();
@@ -218,6 +232,14 @@ FileRestore::PartResult FileRestore::doAppendPart(int part, const std::string& s
   }
   if (part == split_.SplitPartCount) ++counts_.restored;
   return PartResult::Done;
+}
+
+/// Without one of its parts the file is none.
+FileRestore::PartResult FileRestore::doLosePart(const std::string& fault) {
+  split_.SplitNextPart = 0;
+  doAddErrorRow(fault, split_.target.shown);
+  ++counts_.errors;
+  return PartResult::Ended;
 }
 
 FileOutcome FileRestore::appendTo(const std::string& source, bool first) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/TargetFolder.h"
+#include "restore/DiscClaims.h"
 #include "restore/ExistingFiles.h"
 #include "restore/RestoreProgress.h"
 #include "restore/RestoreServices.h"
@@ -80,6 +81,7 @@ class FileRestore {
   PartResult doRestorePart(int part);
   PartResult doAppendPart(int part, const std::string& source);
   PartResult doMissPart(int part);
+  PartResult doLosePart(const std::string& fault);
   bool isLostOn(int row, int disc) const;
   void doTellLostFiles();
   FileOutcome appendTo(const std::string& source, bool first);
@@ -90,6 +92,7 @@ class FileRestore {
   const RestoreServices& services_;
   RestorePage& page_;
   ExistingFiles existing_;
+  DiscClaims claims_;
   SplitFile split_;
   std::set<int> begun_;  ///< rows of the split files that this run has begun or told to be lost
   DiscInHand disc_;

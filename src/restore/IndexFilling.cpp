@@ -56,7 +56,7 @@ class TreeFilling {
   bool add(const IndexLine& line) {
     const int type = clamped(line[IndexType], 0, 5);
     if (type == PieceType) {
-      if (partsFollow_) tree_.addPart(discIn(line[IndexDisc]));
+      if (partsFollow_) tree_.addPart(discIn(line[IndexDisc]), Fixed4::parse(line[IndexSize]));
       return true;
     }
     partsFollow_ = false;

@@ -10,6 +10,7 @@
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
+#include "platform/IndexArchive.h"
 #include "platform/TargetFolder.h"
 #include "records/Records.h"
 #include "restore/RestorePage.h"
@@ -25,7 +26,8 @@ struct RestoreServices {
   BurnEngine& engine;
   Desktop& desktop;
   const Clock& clock;
-  const FileView& files;  ///< native folders and the discs in the drives
+  Files& files;  ///< native folders and the discs in the drives
+  IndexArchive& archive;
   TargetFolders& targets;
   RunGrids& grids;
   RunPage& runPage;  ///< of the restore page

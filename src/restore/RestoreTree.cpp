@@ -44,6 +44,7 @@ void RestoreTree::clear(std::string text) {
   checks_ = {static_cast<std::uint8_t>(RestoreCheck::Unchecked)};
   collapsed_ = {0};
   partDiscs_ = {};
+  partSizes_ = {};
   Row = 0;
   ++revision_;
 }
@@ -85,11 +86,12 @@ void RestoreTree::finishRows() {
   }
 }
 
-void RestoreTree::addPart(int disc) {
+void RestoreTree::addPart(int disc, Fixed4 size) {
   Item& item = rows_.back();
   if (item.kind != RestoreKind::SplitFile || item.knownParts >= item.parts) return;
   if (item.knownParts == 0) item.firstPart = static_cast<std::uint32_t>(partDiscs_.size());
   partDiscs_.push_back(static_cast<std::uint16_t>(disc));
+  partSizes_.push_back(size);
   ++item.knownParts;
 }
 
@@ -168,6 +170,11 @@ int RestoreTree::partDisc(int at, int part) const {
   return partDiscs_[row.firstPart + static_cast<std::size_t>(part) - 1];
 }
 
+std::optional<Fixed4> RestoreTree::partSize(int at, int part) const {
+  if (partDisc(at, part) == 0) return std::nullopt;
+  return partSizes_[item(at).firstPart + static_cast<std::size_t>(part) - 1];
+}
+
 std::string RestoreTree::partBaseName(int at) const {
   // The name on disc, not the one shown: a long name is shortened for folder and parts alike.
   const std::string_view folder = withoutSeparator(nameOnDisc(at));
@@ -215,7 +222,8 @@ const std::string& RestoreTree::typeText(int at) const {
 std::size_t RestoreTree::memoryBytes() const {
   return text_.capacity() + names_.capacity() + nameAt_.capacity() * sizeof(std::uint32_t) +
          rows_.capacity() * sizeof(Item) + levels_.capacity() * sizeof(std::uint16_t) +
-         checks_.capacity() + collapsed_.capacity() + partDiscs_.capacity() * sizeof(std::uint16_t);
+         checks_.capacity() + collapsed_.capacity() +
+         partDiscs_.capacity() * sizeof(std::uint16_t) + partSizes_.capacity() * sizeof(Fixed4);
 }
 
 }  // namespace korvenal

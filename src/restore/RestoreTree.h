@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -67,7 +68,7 @@ class RestoreTree {
     std::uint32_t parent = 0;      ///< row of the parent folder; 0 for a top-level row
     std::uint32_t end = 0;         ///< the first row behind this one that lies no deeper
     std::uint32_t parts = 0;       ///< split files: number of parts
-    std::uint32_t firstPart = 0;   ///< split files: place of the first part's disc
+    std::uint32_t firstPart = 0;   ///< split files: place of the first part
     std::uint32_t knownParts = 0;  ///< split files: parts whose disc the index tells
     std::uint16_t disc = 0;        ///< disc of the item, of a split file's own row
     std::uint16_t firstDisc = 0;   ///< for folders the range of their contents
@@ -114,6 +115,8 @@ class RestoreTree {
 
   /// Parts of a split file, numbered from 1. The disc of a part that the index does not tell is 0.
   int partDisc(int at, int part) const;
+  /// Bytes of a part; nothing for one that the index does not tell.
+  std::optional<Fixed4> partSize(int at, int part) const;
   /// Path of a part on disc: the parts lie in the file's folder and bear "." and three digits.
   std::string partOnDisc(int at, int part) const;
   /// The common beginning of the part paths: folder and name without the suffix.
@@ -142,9 +145,9 @@ class RestoreTree {
   void finishRows();
   /// Widens the disc range of a row so that it holds both discs.
   void widenDiscs(int at, int firstDisc, int lastDisc);
-  /// Tells the disc of the next part of the row added last. Discs of more parts than the row has
-  /// are ignored.
-  void addPart(int disc);
+  /// Tells the disc and the bytes of the next part of the row added last. More parts than the row
+  /// has are ignored.
+  void addPart(int disc, Fixed4 size);
 
  private:
   static std::size_t index(int at) { return static_cast<std::size_t>(at); }
@@ -162,6 +165,7 @@ class RestoreTree {
   std::vector<std::uint8_t> checks_;
   std::vector<std::uint8_t> collapsed_;
   std::vector<std::uint16_t> partDiscs_;
+  std::vector<Fixed4> partSizes_;
   std::uint64_t revision_ = 0;
   mutable std::unordered_map<std::string, std::string> typeTexts_;  ///< by extension
 };

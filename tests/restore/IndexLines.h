@@ -26,7 +26,7 @@ class IndexLines {
     return line(
         {"2", path, origin, std::to_string(bytes), "2", Date, "", "", "", std::to_string(disc)});
   }
-  /// A split file with one part on each of the discs.
+  /// A split file with one part on each of the discs, all of one size.
   IndexLines& split(const std::string& path, std::size_t bytes, const std::vector<int>& parts) {
     ++files;
     ++splits;
@@ -35,8 +35,8 @@ class IndexLines {
     line({"2", path + "\\", "", std::to_string(bytes), "3", Date, std::to_string(parts.size()),
           first, last, first});
     for (std::size_t i = 0; i < parts.size(); ++i)
-      line({"2", path + "\\" + name, "", "1", "4", "", std::to_string(i + 1), "1", "1",
-            std::to_string(parts[i])});
+      line({"2", path + "\\" + name, "", std::to_string(bytes / parts.size()), "4", "",
+            std::to_string(i + 1), "1", "1", std::to_string(parts[i])});
     return *this;
   }
   std::string text() const {

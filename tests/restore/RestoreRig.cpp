@@ -124,8 +124,8 @@ RestoreRig::RestoreRig()
                 prompts.push_back("index");
                 if (onPrompt) onPrompt(reason, request);
               }),
-      run({state, engine, desktop, clock, files, targets, grids, runPage, records, settings,
-           devices, workspace, page},
+      run({state, engine, desktop, clock, files, archive, targets, grids, runPage, records,
+           settings, devices, workspace, page},
           {.doEnsureDevice = [](bool) { return true; },
            .doAskLoadDisc =
                [this](int reason, DiscRequest& request) {

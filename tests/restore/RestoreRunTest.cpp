@@ -99,7 +99,7 @@ IndexLines splitIndex() {
 void fillSplitDiscs(RestoreRig& rig) {
   rig.discs.contents["Backup #2"] = {{"A\\film\\film.001", "one"}};
   rig.discs.contents["Backup #3"] = {{"A\\film\\film.002", "two"}};
-  rig.discs.contents["Backup #4"] = {{"A\\film\\film.003", "three"}, {"A\\after", "after"}};
+  rig.discs.contents["Backup #4"] = {{"A\\film\\film.003", "six"}, {"A\\after", "after"}};
   rig.openAll(splitIndex());
 }
 
@@ -109,7 +109,7 @@ TEST(RestoreRun, JoinsAFileThatWasSplitOverThreeDiscs) {
   rig.folder.write("target/A/film", "an older film, longer than the new one");
   rig.page.RestoreOpt = ExistingReplaceAll;
   EXPECT_EQ(rig.run.doStartRestore().end, End::Finished);
-  EXPECT_EQ(rig.restored("A/film"), "onetwothree");
+  EXPECT_EQ(rig.restored("A/film"), "onetwosix");
   EXPECT_EQ(rig.restored("A/after"), "after");
   EXPECT_EQ(rig.prompts, (Texts{"0: 2 3 4", "1: 3 4", "1: 4"}));
   EXPECT_EQ(rig.note(1), "Success.");
@@ -129,7 +129,7 @@ TEST(RestoreRun, JoinsASplitFileFromThreeDrivesInTheWrongOrder) {
     rig.insert('X', "Backup #3");
   };
   EXPECT_EQ(rig.run.doStartRestore().end, End::Finished);
-  EXPECT_EQ(rig.restored("A/film"), "onetwothree");
+  EXPECT_EQ(rig.restored("A/film"), "onetwosix");
   EXPECT_EQ(rig.restored("A/after"), "after");
   EXPECT_EQ(rig.prompts, Texts{"0: 2 3 4"});
 }

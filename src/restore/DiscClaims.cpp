@@ -1,0 +1,72 @@
+#include "restore/DiscClaims.h"
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "restore/FileRestore.h"
+#include "restore/IndexReading.h"
+#include "restore/IndexText.h"
+
+namespace korvenal {
+
+namespace {
+
+constexpr const char* WrongSize = "The file on disc is not the one in the index.";
+constexpr int PieceType = 4;
+
+/// The path on disc of the file that a line tells of; empty for folders and split files.
+std::string fileOf(const IndexLine& line) {
+  const std::int64_t type = Text::toInteger(line[IndexType]);
+  std::string path(line[IndexName]);
+  if (type == PieceType) return path + "." + Text::zeroPadded(Text::toInteger(line[IndexSplit]), 3);
+  return type == static_cast<int>(RestoreKind::File) ? path : std::string();
+}
+
+}  // namespace
+
+void DiscClaims::doBeginDisc(const DiscInHand& disc) {
+  root_ = Paths::onDrive(disc.letter, "");
+  number_ = disc.number;
+  own_.reset();
+  told_ = false;
+}
+
+std::string DiscClaims::doFindFault(const std::string& discPath, std::optional<Fixed4> wanted,
+                                    Fixed4 onDisc) {
+  if (!wanted || *wanted == onDisc) return {};
+  if (!isBurnedAsChanged(discPath, onDisc)) return WrongSize;
+  if (!told_)
+    services_.grids.doEventMessage("Files of backup disc #" + std::to_string(number_) +
+                                   " had changed when it was burned; its own index holds.");
+  told_ = true;
+  return {};
+}
+
+bool DiscClaims::isBurnedAsChanged(const std::string& discPath, Fixed4 onDisc) {
+  if (!own_) doReadOwnIndex();
+  const auto own = own_->find(discPath);
+  return own != own_->end() && Fixed4(own->second) == onDisc;
+}
+
+void DiscClaims::doReadOwnIndex() {
+  own_.emplace();
+  const IndexReading reading(services_.desktop, services_.files, services_.archive,
+                             services_.workspace);
+  const auto pump = [this] { services_.desktop.doYield(); };
+  IndexText index;
+  auto content = reading.doRead(root_ + nameOfIndex());
+  if (!content || !index.load(std::move(content->text), pump)) return;
+  IndexCursor cursor(index.text());
+  IndexLine line;
+  for (cursor.next(line); cursor.next(line);) {
+    pump();
+    if (Text::toInteger(line[IndexDisc]) != number_) continue;
+    if (std::string path = fileOf(line); !path.empty())
+      own_->emplace(std::move(path), Text::toInteger(line[IndexSize]));
+  }
+}
+
+std::string DiscClaims::nameOfIndex() const {
+  return std::string(Paths::doGetFilePart(services_.page.IndexPath));
+}
+
+}  // namespace korvenal
