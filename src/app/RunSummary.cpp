@@ -66,7 +66,7 @@ std::vector<std::string> restoreSummary(const RestoreSummary& restore,
   lines.push_back("?Restore to:  " +
                   (restore.target.empty() ? "<Not defined>" : "\"" + restore.target + "\""));
   if (!restore.target.empty() && restore.freeBytes)
-    lines.push_back("?Free space in drive " + restore.target.substr(0, 2) + "  " +
+    lines.push_back("?Free space in drive " + restore.mountPoint + "  " +
                     formatSizeText(*restore.freeBytes, true) + ".");
   addPressLine(lines, "Restore");
   return lines;

@@ -20,7 +20,8 @@ struct RestoreSummary {
   bool SkipOpen = false;
   bool OnlyRestoreFile = false;
   std::string target;               ///< folder; empty when not defined
-  std::optional<Fixed4> freeBytes;  ///< of the target's drive, when it reports them
+  std::optional<Fixed4> freeBytes;  ///< of the target's volume, when it reports them
+  std::string mountPoint;           ///< of that volume
 };
 
 /// The lines that open a run page, with their marks, as the events of the page show them. A first

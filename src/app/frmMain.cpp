@@ -355,6 +355,7 @@ RestoreSummary frmMain::restoreFacts() const {
       .OnlyRestoreFile = restorePage.OnlyRestoreFile,
       .target = restorePage.txRestoreTo,
       .freeBytes = volume ? std::optional(volume->freeBytes) : std::nullopt,
+      .mountPoint = volume ? volume->mountPoint : std::string(),
   };
 }
 

@@ -1,6 +1,7 @@
 #include "console/ConsoleDesktop.h"
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <thread>
@@ -34,8 +35,12 @@ Choice choiceOf(const MessageBox& message) {
 }  // namespace
 
 std::string absolutePath(const std::string& path) {
+  // No shell stands before the prompt, so what people type for their home is expanded here.
+  const bool inHome = path == "~" || path.starts_with("~/");
+  const char* home = inHome ? std::getenv("HOME") : nullptr;
   std::error_code error;
-  const auto absolute = std::filesystem::absolute(path, error);
+  const auto absolute =
+      std::filesystem::absolute(home != nullptr ? home + path.substr(1) : path, error);
   return error ? path : absolute.lexically_normal().string();
 }
 

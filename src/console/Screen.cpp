@@ -14,8 +14,7 @@ constexpr std::string_view WipeLine = "\r\x1b[K";
 
 void Screen::line(std::string_view text) {
   wipeProgress();
-  for (const std::string& part : Text::split(text, '\n'))
-    out_ << Text::escapedForTerminal(part) << '\n';
+  for (const std::string& part : Text::split(text, '\n')) out_ << Text::escaped(part) << '\n';
 }
 
 void Screen::raw(std::string_view text) {
@@ -25,7 +24,7 @@ void Screen::raw(std::string_view text) {
 
 void Screen::progress(std::string_view text) {
   if (!terminal_) return;
-  const std::string line(Text::firstBytes(Text::escapedForTerminal(text), ProgressBytes));
+  const std::string line(Text::firstBytes(Text::escaped(text), ProgressBytes));
   if (line == shown_) return;
   out_ << WipeLine << line;
   shown_ = line;

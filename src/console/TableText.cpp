@@ -16,18 +16,32 @@ std::size_t widthOf(const std::string& text) {
   }));
 }
 
+/// The visible columns. Two neighbours under one header are an icon and its text: the icon has
+/// nothing to say here.
+std::vector<int> columnsOf(const Table& table) {
+  std::vector<int> columns;
+  for (int column = 0; column < table.Cols(); ++column) {
+    if (table.isColHidden(column)) continue;
+    const bool sameHeader = !columns.empty() && !table.text(0, column).empty() &&
+                            table.text(0, columns.back()) == table.text(0, column);
+    if (sameHeader) columns.pop_back();
+    columns.push_back(column);
+  }
+  return columns;
+}
+
 }  // namespace
 
 std::string tableText(const Table& table) {
   std::vector<std::vector<std::string>> rows;
   std::vector<std::size_t> widths;
+  const std::vector<int> columns = columnsOf(table);
   for (int row = 0; row < table.Rows(); ++row) {
     if (table.isRowHidden(row)) continue;
     std::vector<std::string> cells;
-    for (int column = 0; column < table.Cols(); ++column) {
-      if (table.isColHidden(column)) continue;
+    for (const int column : columns) {
       const std::string line = Text::replaceAll(table.text(row, column), "\n", " ");
-      cells.push_back(Text::escapedForTerminal(line));
+      cells.push_back(Text::escaped(line));
       widths.resize(std::max(widths.size(), cells.size()));
       widths[cells.size() - 1] = std::max(widths[cells.size() - 1], widthOf(cells.back()));
     }

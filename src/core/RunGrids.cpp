@@ -67,7 +67,8 @@ void RunGrids::doEventMessage(const std::string& msg, bool shade) {
     style.background = EventStyle::Background::Green;
 
   Table& events = vsEvent[page];
-  const int row = events.addRow({Dates::timeOfDay(clock_.now()), msg.substr(mark.size())});
+  const int row =
+      events.addRow({Dates::timeOfDay(clock_.now()), Text::escaped(msg.substr(mark.size()))});
   events.setCellData(row, 1, mark);
   events.Row = row;
   styles_[page].resize(static_cast<std::size_t>(events.Rows()));

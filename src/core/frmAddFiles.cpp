@@ -1,6 +1,7 @@
 #include "core/frmAddFiles.h"
 
 #include "core/Workspace.h"
+#include "platform/Text.h"
 
 namespace korvenal {
 
@@ -55,7 +56,8 @@ void frmAddFiles::doShowPath(const std::string& path) {
 void frmAddFiles::IgnoreUnicode(const std::string& name) {
   desktop_.doYield();
   const Answer answer = desktop_.doShowMessage(
-      {.text = name + "\nItem name contains unsupported unicode character. It will be excluded.",
+      {.text = Text::escaped(name) +
+               "\nItem name contains unsupported unicode character. It will be excluded.",
        .title = gProductName,
        .icon = MessageIcon::Warning,
        .buttons = MessageButtons::OkCancel});

@@ -72,8 +72,12 @@ bool AddItems::doAddPath(const std::string& path, const std::string& refusalTitl
                          RowsByName& names) {
   const FileInfo info = itemInfo(services_.files, path);
   if (info.kind == FileInfo::Kind::Missing) {
+    const bool isThere = services_.files.doFileExists(path);
+    const std::string shown = Text::escaped(path);
     services_.desktop.doShowMessage(
-        {.text = path + "\nItem name contains unsupported unicode character. It will be excluded.",
+        {.text = isThere ? shown + "\nItem name contains unsupported unicode character. It will "
+                                   "be excluded."
+                         : "There is no " + shown + ".",
          .title = refusalTitle,
          .icon = MessageIcon::Warning});
     return true;
@@ -96,7 +100,7 @@ AddItems::RowsByName AddItems::rowsByName() const {
 bool AddItems::doTellDuplicate(const std::string& name, int row) {
   job_.vsContents.Row = row;
   const Answer answer = services_.desktop.doShowMessage(
-      {.text = name + "\nItem name duplicated. It will be excluded.",
+      {.text = Text::escaped(name) + "\nItem name duplicated. It will be excluded.",
        .title = "Error",
        .icon = MessageIcon::Stop,
        .buttons = MessageButtons::OkCancel});

@@ -45,7 +45,7 @@ std::string frmCreateItem::pathError(const std::string& source) const {
   if (!Paths::isNative(source)) return "Invalid path format.";
   if (TypeOpt != 0) return {};
   if (source.back() == Paths::NativeSeparator)
-    return "Invalid file path format. There should be no ' \\ ' at the end of the path.";
+    return "Invalid file path format. There should be no ' / ' at the end of the path.";
   const bool dotMissing =
       name_.find('.') != std::string::npos && source.find('.') == std::string::npos;
   return dotMissing ? "Invalid file path. Please add original file name to the path." : "";

@@ -4,6 +4,7 @@
 #include "plan/PlanLimits.h"
 #include "plan/frmSplit.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 
 namespace korvenal {
 
@@ -34,7 +35,7 @@ std::string LargeFiles::reasonToSplit(int row) const {
   const std::int64_t size = plan_.vsBuffer.row(row).size.whole();
   const bool overDisc = size + EntryOverhead > discCapacity(job_.comboDiscType);
   if (!overDisc && size <= LargeFileLimit) return {};
-  return "The file '" + plan_.vsBuffer.sourcePath(row) + "' is larger than " +
+  return "The file '" + Text::escaped(plan_.vsBuffer.sourcePath(row)) + "' is larger than " +
          (overDisc ? job_.discTypeText() + " disc capacity," : "2GB,") +
          " it need to be split for burning to disc.";
 }

@@ -42,6 +42,7 @@ struct VolumeInfo {
   std::string fileSystem;  ///< "CDFS" for ISO 9660, the UDF name for UDF
   Fixed4 totalBytes;
   Fixed4 freeBytes;
+  std::string mountPoint = {};  ///< "/home" of a native path; empty for a disc
 };
 
 /// The outcome of an operation on files: code 0 is success, any other the system's error number

@@ -230,7 +230,7 @@ std::string counted(std::int64_t count, std::string_view noun) {
   return std::to_string(count) + " " + std::string(noun) + (count > 1 ? "s" : "");
 }
 
-std::string escapedForTerminal(std::string_view text) {
+std::string escaped(std::string_view text) {
   static constexpr char Hex[] = "0123456789ABCDEF";
   std::string result;
   const auto appendHex = [&](unsigned char byte) {

@@ -49,7 +49,8 @@ std::string groupedOneDecimal(double number);
 /// "file" for 1 and 0, "files" above 1, as the program's sentences count.
 std::string counted(std::int64_t count, std::string_view noun);
 
-/// The text with control characters shown as \t, \n, \xHH, so that no terminal acts on them.
-std::string escapedForTerminal(std::string_view text);
+/// The text with control characters shown as \t, \n, \xHH: a name in a sentence stays on its line,
+/// and no terminal acts on it. A text that is escaped already stays as it is.
+std::string escaped(std::string_view text);
 
 }  // namespace korvenal::Text

@@ -5,6 +5,7 @@
 
 #include "core/ActionState.h"
 #include "platform/Form.h"
+#include "platform/Text.h"
 
 namespace korvenal {
 
@@ -29,7 +30,7 @@ class frmReplace : public Form {
   /// `existing` stands in the target folder, `onDisc` would replace it.
   frmReplace(ActionState& state, const std::string& fileName, ReplaceFile existing,
              ReplaceFile onDisc)
-      : message("The file '" + fileName + "' is existing."),
+      : message("The file '" + Text::escaped(fileName) + "' is existing."),
         files{std::move(existing), std::move(onDisc)},
         state_(state) {
     state_.WorkerMode = ReplaceNo;

@@ -110,7 +110,7 @@ QString BrowseModel::text(const frmBrowse::Entry& entry, int column) const {
     case ModifiedColumn:
       return toQt(Dates::displayShort(entry.info.modified));
     default:
-      return toQt(entry.name);
+      return shownText(entry.name);
   }
 }
 
@@ -123,7 +123,7 @@ QVariant BrowseModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return text(at, index.column());
     case Qt::ToolTipRole:
-      return index.column() == NameColumn ? QVariant(toolTipText(toQt(at.name))) : QVariant();
+      return index.column() == NameColumn ? QVariant(toolTipText(shownText(at.name))) : QVariant();
     case Qt::DecorationRole:
       return index.column() == NameColumn ? QVariant(icon(at)) : QVariant();
     case Qt::CheckStateRole:

@@ -22,7 +22,7 @@ QVariant DiscContentsModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::TextAlignmentRole && index.column() == DiscContentsSize)
     return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
-  return toQt(contents_.text(index.row() + 1, index.column()));
+  return shownText(contents_.text(index.row() + 1, index.column()));
 }
 
 QVariant DiscContentsModel::headerData(int section, Qt::Orientation orientation, int role) const {

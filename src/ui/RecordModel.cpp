@@ -120,7 +120,7 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 QVariant RecordModel::data(const QModelIndex& index, int role) const {
   const int row = tableRow(index);
   if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-    return toQt(table_.text(row, index.column()));
+    return shownText(table_.text(row, index.column()));
   const bool told = role == Qt::ForegroundRole || role == Qt::DecorationRole;
   if (!told || index.column() != judge_.column) return {};
   switch (judge_.kind(table_, row)) {

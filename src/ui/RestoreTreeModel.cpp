@@ -131,7 +131,7 @@ QVariant RestoreTreeModel::data(const QModelIndex& index, int role) const {
   const bool isName = index.column() == RestoreName;
   switch (role) {
     case Qt::DisplayRole:
-      return toQt(tree().text(at, index.column()));
+      return shownText(tree().text(at, index.column()));
     case Qt::CheckStateRole:
       return isName ? QVariant(boxOf(tree().check(at))) : QVariant();
     case Qt::DecorationRole:

@@ -46,7 +46,7 @@ int TableModel::columnCount(const QModelIndex& parent) const {
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
-  const QString text = toQt(table_.text(tableRow(index), index.column()));
+  const QString text = shownText(table_.text(tableRow(index), index.column()));
   return role == Qt::ToolTipRole ? toolTipText(text) : text;
 }
 

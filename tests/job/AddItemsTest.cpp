@@ -53,7 +53,8 @@ TEST_F(AddItemsTest, WhatNoDiscCanHoldIsToldAndPassedOver) {
   EXPECT_EQ(bench_.desktop.asked[0].title, "Unsporrted Format");
   EXPECT_EQ(bench_.desktop.asked[2].title, "Unspported Format");
   EXPECT_EQ(bench_.desktop.asked[2].text,
-            odd + "\nItem name contains unsupported unicode character. It will be excluded.");
+            bench_.folder / "new\\nline" +
+                "\nItem name contains unsupported unicode character. It will be excluded.");
 }
 
 TEST_F(AddItemsTest, TheItemAfterTheTenThousandthEndsTheList) {
@@ -136,7 +137,7 @@ TEST_F(AddItemsTest, ItemsMadeByHandAreChecked) {
       {0, " TAKEN ", "/x", "Item name duplicated with existing item."},
       {1, "a", "relative", "Invalid path format."},
       {0, "a.txt", "/data/x.txt/",
-       "Invalid file path format. There should be no ' \\ ' at the end of the path."},
+       "Invalid file path format. There should be no ' / ' at the end of the path."},
       {0, "a.txt", "/data/x", "Invalid file path. Please add original file name to the path."},
   };
   for (const Case& one : cases) {

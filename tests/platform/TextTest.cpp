@@ -54,7 +54,7 @@ TEST(Text, NumbersAreReadUpToTheFirstOtherCharacter) {
 }
 
 TEST(Text, NothingActsOnATerminal) {
-  EXPECT_EQ(Text::escapedForTerminal("a\x1B[2J\t\n\x7F\xC2\x9B\xFF\xC3\xA4"),
+  EXPECT_EQ(Text::escaped("a\x1B[2J\t\n\x7F\xC2\x9B\xFF\xC3\xA4"),
             "a\\x1B[2J\\t\\n\\x7F\\xC2\\x9B\\xFF\xC3\xA4");
 }
 

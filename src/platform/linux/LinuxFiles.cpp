@@ -54,6 +54,20 @@ std::string withoutLinks(const std::string& path) {
   return real ? std::string(real.get()) : path;
 }
 
+/// The highest folder above the path that lies on the same volume.
+std::string mountPointOf(const std::string& path) {
+  std::string point = withoutLinks(path);
+  struct stat own {
+  }, above{};
+  if (::stat(point.c_str(), &own) != 0) return {};
+  while (point.size() > 1) {
+    const std::string parent = point.substr(0, std::max<std::size_t>(point.rfind('/'), 1));
+    if (::stat(parent.c_str(), &above) != 0 || above.st_dev != own.st_dev) break;
+    point = parent;
+  }
+  return point;
+}
+
 void flushFolder(const std::string& folder) {
   const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened) ::fsync(opened.get());
@@ -123,6 +137,7 @@ std::optional<VolumeInfo> LinuxFiles::doGetVolumeInfo(const std::string& path) c
   };
   info.totalBytes = bytes(volume.f_blocks);
   info.freeBytes = bytes(volume.f_bavail);
+  info.mountPoint = mountPointOf(path);
   return info;
 }
 
