@@ -1,5 +1,6 @@
 #include "restore/DiscClaims.h"
 
+#include "platform/FaultList.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "restore/FileRestore.h"
@@ -10,6 +11,7 @@ namespace korvenal {
 
 namespace {
 
+constexpr const char* NotSaved = "The file was not saved when this disc was burned.";
 constexpr const char* WrongSize = "The file on disc is not the one in the index.";
 constexpr int PieceType = 4;
 
@@ -23,15 +25,39 @@ std::string fileOf(const IndexLine& line) {
 
 }  // namespace
 
-void DiscClaims::doBeginDisc(const DiscInHand& disc) {
+std::string DiscClaims::doBeginDisc(const DiscInHand& disc) {
   root_ = Paths::onDrive(disc.letter, "");
   number_ = disc.number;
   own_.reset();
   told_ = false;
+  notSaved_.clear();
+  return doReadFaults();
+}
+
+std::string DiscClaims::doReadFaults() {
+  for (const std::string& name : faultLists()) {
+    const std::string path = root_ + name;
+    if (!services_.files.doFileExists(path)) continue;
+    const auto text = services_.files.readAll(path, FaultList::Bytes);
+    const auto paths = text ? FaultList::parse(*text) : std::nullopt;
+    if (!paths) return path;
+    notSaved_.insert(paths->begin(), paths->end());
+  }
+  return {};
+}
+
+std::vector<std::string> DiscClaims::faultLists() const {
+  std::string name = FaultList::nameBeside(services_.page.IndexName);
+  if (FaultList::isName(name)) return {std::move(name)};
+  // Of an index file that somebody renamed the name on the discs is not known: any list may be it.
+  std::vector<std::string> lists = services_.files.listFolder(root_);
+  std::erase_if(lists, [](const std::string& one) { return !FaultList::isName(one); });
+  return lists;
 }
 
 std::string DiscClaims::doFindFault(const std::string& discPath, std::optional<Fixed4> wanted,
                                     Fixed4 onDisc) {
+  if (notSaved_.contains(discPath)) return NotSaved;
   if (!wanted || *wanted == onDisc) return {};
   if (!isBurnedAsChanged(discPath, onDisc)) return WrongSize;
   if (!told_)
@@ -53,7 +79,7 @@ void DiscClaims::doReadOwnIndex() {
                              services_.workspace);
   const auto pump = [this] { services_.desktop.doYield(); };
   IndexText index;
-  auto content = reading.doRead(root_ + nameOfIndex());
+  auto content = reading.doRead(root_ + services_.page.IndexName);
   if (!content || !index.load(std::move(content->text), pump)) return;
   IndexCursor cursor(index.text());
   IndexLine line;
@@ -63,10 +89,6 @@ void DiscClaims::doReadOwnIndex() {
     if (std::string path = fileOf(line); !path.empty())
       own_->emplace(std::move(path), Text::toInteger(line[IndexSize]));
   }
-}
-
-std::string DiscClaims::nameOfIndex() const {
-  return std::string(Paths::doGetFilePart(services_.page.IndexPath));
 }
 
 }  // namespace korvenal

@@ -51,7 +51,10 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   disc_ = disc;
   target_ = &target;
   counts_ = {};
-  claims_.doBeginDisc(disc);
+  if (const std::string list = claims_.doBeginDisc(disc); !list.empty()) {
+    doAddErrorRow("The list of files that were not saved cannot be read.", list);
+    ++counts_.errors;
+  }
   doTellLostFiles();
   if (split_.SplitNextPart > 0) doRestoreParts(split_.SplitNextPart);
   // A file that goes on on the next disc has this whole disc to itself.

@@ -203,6 +203,7 @@ bool IndexOpening::doLoadIndexFile(const std::string& path) {
   std::optional<IndexReading::Content> index = reading.doRead(path);
   if (!index) return false;
   page_.IsDifferential = isDifferentialName(index->name);
+  page_.IndexName = Paths::doGetFilePart(index->name);
   return vsTXT.load(std::move(index->text), [this] { services_.desktop.doYield(); });
 }
 

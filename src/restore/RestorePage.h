@@ -42,6 +42,7 @@ struct RestorePage {
   std::array<std::string, 3> vsBackupInfo;
   std::string txJobName;
   std::string IndexPath;  ///< where the index was read from
+  std::string IndexName;  ///< what it is called on the discs of its set
   std::string setName;    ///< "Photos (2026-11-22-10-00-F)": the set of discs; empty when unknown
   bool IsDifferential = false;
   bool IndexLoading = false;
