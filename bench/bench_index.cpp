@@ -61,7 +61,7 @@ int main() {
     return 1;
 
   BackupIndex index(files, bench.archive, bench.desktop, bench.state);
-  const BackupIndex::Header header{"Bench", "", 0};
+  const BackupIndex::Header header{"Bench", ""};
   bench::compareInPairs({"zip", "-9", "-q", "-P", "x", "-j", zip, text},
                         [&] { index.doWriteBackupIndex(bench.plan, &header); });
   std::printf("%d rows, text %ju bytes, zip %ju bytes, own %s bytes\n", bench.plan.vsBuffer.Rows(),

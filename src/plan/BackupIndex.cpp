@@ -14,7 +14,26 @@ constexpr std::size_t BufferBytes = 1048576;
 constexpr const char* LineEnd = "\r\n";
 
 bool isIndexed(const PlanTable::Row& row) {
-  return row.type <= RowType::Piece;
+  return row.type <= RowType::Piece && !row.lost;
+}
+
+/// What the lines of an index are of.
+struct LineCounts {
+  std::int64_t lines = 0;
+  std::int64_t pieces = 0;
+  std::int64_t lostFiles = 0;  ///< files that have none, though the plan counts them
+};
+
+LineCounts countLines(const PlanTable& table) {
+  LineCounts counts;
+  for (int at = 2; at < table.Rows(); ++at) {
+    const PlanTable::Row& row = table.row(at);
+    counts.lines += isIndexed(row) ? 1 : 0;
+    counts.pieces += isIndexed(row) && row.type == RowType::Piece ? 1 : 0;
+    const bool file = row.type == RowType::File || row.type == RowType::SplitFile;
+    counts.lostFiles += file && row.lost ? 1 : 0;
+  }
+  return counts;
 }
 
 /// A field can hold no tab and no line break.
@@ -26,18 +45,17 @@ std::string asField(std::string_view text) {
 }
 
 std::string headerLine(const Plan& plan, const BackupIndex::Header& header) {
-  const auto& rows = plan.vsBuffer.rows();
-  const auto lines = rows.size() > 2 ? std::count_if(rows.begin() + 2, rows.end(), isIndexed) : 0;
+  const LineCounts counts = countLines(plan.vsBuffer);
   const std::string user = header.userName.empty() ? "" : "\\*" + asField(header.userName);
   const std::string fields[IndexFields] = {IndexStamp,
                                            asField(header.jobName) + user,
-                                           std::to_string(plan.TotalFiles),
+                                           std::to_string(plan.TotalFiles - counts.lostFiles),
                                            plan.TotalSize.toText(),
                                            "0",
                                            Dates::digits(plan.RunDate),
                                            std::to_string(plan.TotalSplits),
-                                           std::to_string(header.pieces),
-                                           std::to_string(lines),
+                                           std::to_string(counts.pieces),
+                                           std::to_string(counts.lines),
                                            std::to_string(plan.TotalDiscs)};
   std::string line;
   for (const std::string& field : fields) line.append(line.empty() ? "" : "\t").append(field);

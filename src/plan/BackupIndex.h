@@ -24,7 +24,6 @@ class BackupIndex {
   struct Header {
     std::string jobName;
     std::string userName;  ///< empty when unknown
-    std::int32_t pieces = 0;
   };
 
   BackupIndex(Files& files, IndexArchive& archive, Desktop& desktop, const ActionState& state)

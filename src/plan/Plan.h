@@ -80,6 +80,9 @@ class PlanTable {
     RowType type = RowType::None;
     bool itemFlag = false;  ///< Flag "1"; else "2"
     bool dated = false;     ///< `modified` holds a date
+    /// Not saved, and nothing of it will be: an index that is written from now on has no line of
+    /// it. A split file's pieces are marked with its own row.
+    bool lost = false;
     std::uint8_t disc = 0;  ///< 1 to 100; 0: none yet
   };
 
@@ -164,11 +167,14 @@ struct Plan {
   Fixed4 IndexSizeFinal;               ///< bytes of the index that is burned
 
   int ScanMode = 0;           ///< 0 backup run, 1 estimate
-  bool IndexOnDiscs = false;  ///< the discs carry an index
+  bool IndexOnDiscs = false;  ///< the discs carry an index, whose row is row 1
+  /// Rows have changed since the index was written. Whoever changes a size, a date or a `lost` of a
+  /// row sets it; the index is then written anew before it goes on the next disc.
+  bool IndexOutdated = false;
   bool IsDifferential = false;
   UnixTime RunDate = 0;                   ///< the moment the scan began
   std::string RunStamp;                   ///< "yyyy-mm-dd-hh-nn-F" or "-D"
-  std::string IndexDiscName;              ///< name of the index on disc 1
+  std::string IndexDiscName;              ///< name of the index on the discs
   std::string FaultListName;              ///< name of each disc's list of files not saved
   std::string IndexTempPath;              ///< the finished index
   std::string IndexZipPath;               ///< the archive while it is made

@@ -16,9 +16,8 @@ bool lowerRowHolds(const PlanTable& table, const PlanTable::Row& folder, int fol
 
 }  // namespace
 
-std::int32_t countPlan(Plan& plan) {
+void countPlan(Plan& plan) {
   PlanTable& table = plan.vsBuffer;
-  std::int32_t pieces = 0;
   PlanTable::Row* splitFile = nullptr;
   for (int at = 2; at < table.Rows(); ++at) {
     PlanTable::Row& row = table.row(at);
@@ -32,7 +31,6 @@ std::int32_t countPlan(Plan& plan) {
         splitFile = &row;
         break;
       case RowType::Piece: {
-        ++pieces;
         const PlanTable::Range piece = table.rangeOf(row.range);
         if (splitFile != nullptr && piece.end == splitFile->size.whole())
           splitFile->range = table.addRange({piece.number, splitFile->disc, row.disc});
@@ -42,7 +40,6 @@ std::int32_t countPlan(Plan& plan) {
         break;
     }
   }
-  return pieces;
 }
 
 void doRemoveEmptyFolders(PlanTable& table) {

@@ -32,6 +32,7 @@ void SourceScan::doDeleteRunFiles() {
 void SourceScan::prepare() {
   plan_.clearTotals();
   plan_.skippedNotes.clear();
+  plan_.IndexOutdated = false;
   plan_.IndexOnDiscs = job_.BurnBackupIndex;
   plan_.IsDifferential = job_.isDifferential();
   splitAndSpan_ = job_.optSplitAndSpan == 1;
@@ -115,7 +116,7 @@ SourceScan::Outcome SourceScan::allocate() {
 
 SourceScan::Outcome SourceScan::complete() {
   PlanTable& table = plan_.vsBuffer;
-  const std::int32_t pieces = countPlan(plan_);
+  countPlan(plan_);
   if (plan_.IsDifferential || services_.settings.ExcludeEmptyFolder) doRemoveEmptyFolders(table);
 
   // A restore cannot join pieces without the index.
@@ -126,7 +127,7 @@ SourceScan::Outcome SourceScan::complete() {
   }
   if (plan_.ScanMode != 0) return Outcome::Whole;
 
-  const BackupIndex::Header header{job_.txJobName, "", pieces};
+  const BackupIndex::Header header{job_.txJobName, ""};
   plan_.IndexSizeFinal = index_.doWriteBackupIndex(plan_, &header);
   if (services_.state.StopAction) return Outcome::Stopped;
   table.row(1).size = plan_.IndexSizeFinal;
