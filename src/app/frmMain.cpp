@@ -87,12 +87,17 @@ void frmMain::doWire() {
   deviceCheck.actions.doDevice = [this] { doDevice(); };
   deviceCheck.actions.doRefreshSummary = [this] { controller.doShowSummary(state.ActionPage); };
   controller.runs.start[ActionController::Backup] = [this] {
+    const AwakeScope awake(ports_.power, "A backup is at work.");
     backupResult = backup.doStartBackup();
   };
   controller.runs.start[ActionController::Restore] = [this] {
+    const AwakeScope awake(ports_.power, "A restore is at work.");
     restoreResult = restore.doStartRestore();
   };
-  controller.runs.start[ActionController::Erase] = [this] { eraseResult = erase.doStartErase(); };
+  controller.runs.start[ActionController::Erase] = [this] {
+    const AwakeScope awake(ports_.power, "Discs are being erased.");
+    eraseResult = erase.doStartErase();
+  };
   controller.runs.summary = [this](int action) { return summaryLines(action); };
   controller.runs.doForgetPlan = [this] { backup.PreparedForRun = false; };
   controller.runs.doRemovePartRows = [this] { restore.doRemovePartRows(); };

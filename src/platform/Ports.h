@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/ImageTrays.h"
 #include "platform/IndexArchive.h"
+#include "platform/PowerState.h"
 #include "platform/TargetFolder.h"
 #include "platform/Walker.h"
 
@@ -24,6 +25,7 @@ struct Ports {
   ImageTrays& trays;
   Desktop& desktop;
   const Clock& clock;
+  PowerState& power;
 };
 
 }  // namespace korvenal

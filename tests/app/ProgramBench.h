@@ -26,8 +26,8 @@ struct ProgramBench : DeviceBench {
  private:
   Ports ports() {
     const Ports real = platform.ports(desktop);
-    return {real.files, real.targets, real.walker, real.archive, real.archiveBits,
-            engine,     devices,      real.trays,  desktop,      real.clock};
+    return {real.files, real.targets, real.walker, real.archive, real.archiveBits, engine,
+            devices,    real.trays,   desktop,     real.clock,   real.power};
   }
 };
 

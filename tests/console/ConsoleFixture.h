@@ -79,6 +79,14 @@ class WatchedClock : public Clock {
   std::function<void()> looked_;
 };
 
+/// Notes why the machine was kept awake, and when it might sleep again.
+class NotedPower : public PowerState {
+ public:
+  void stayAwake(const std::string& why) override { notes.push_back(why); }
+  void allowSleep() override { notes.push_back("may sleep"); }
+  std::vector<std::string> notes;
+};
+
 /// How a script went.
 struct Outcome {
   ExitCode code = ExitCode::Ok;
@@ -122,7 +130,8 @@ class ConsoleFixture : public testing::Test {
                        .devices = all.devices,
                        .trays = all.trays,
                        .desktop = all.desktop,
-                       .clock = clock};
+                       .clock = clock,
+                       .power = power};
         },
         workspace);
     const ExitCode code = program.run(commands);
@@ -145,6 +154,7 @@ class ConsoleFixture : public testing::Test {
   test::TempDir temp;
   std::string source;  ///< with '/' at the end
   std::string target;
+  NotedPower power;
   int imageDrives = 1;
   bool feeder = true;
   std::string interruptAt;  ///< the person presses the interrupt key when this is printed

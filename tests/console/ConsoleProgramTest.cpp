@@ -276,5 +276,12 @@ TEST_F(Console, NoNameMakesTheTerminalAct) {
   EXPECT_THAT(outcome.out, HasSubstr("\\x1B[31mred"));
 }
 
+TEST_F(Console, TheMachineStaysAwakeForAsLongAsARunIsAtWork) {
+  writeSource();
+  ASSERT_EQ(run(backupScript() + "index\nrestore " + target).code, ExitCode::Ok);
+  EXPECT_THAT(power.notes, ElementsAre("A backup is at work.", "may sleep", "A restore is at work.",
+                                       "may sleep"));
+}
+
 }  // namespace
 }  // namespace korvenal::console

@@ -41,7 +41,8 @@ Ports LinuxPlatform::ports(Desktop& desktop) {
           .devices = engine_,
           .trays = shelf_,
           .desktop = desktop,
-          .clock = clock_};
+          .clock = clock_,
+          .power = power_};
 }
 
 }  // namespace korvenal

@@ -8,6 +8,7 @@
 #include "platform/linux/LinuxFiles.h"
 #include "platform/linux/LinuxTargetFolder.h"
 #include "platform/linux/LinuxWalker.h"
+#include "platform/linux/LoginPowerState.h"
 #include "platform/linux/SqliteArchiveBits.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/ZipIndexArchive.h"
@@ -51,6 +52,7 @@ class LinuxPlatform {
   LinuxWalker walker_;
   ZipIndexArchive archive_;
   SqliteArchiveBits archiveBits_;
+  LoginPowerState power_;
 };
 
 }  // namespace korvenal
