@@ -13,6 +13,7 @@ void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
   if (!doPrepareTrack(attempt)) return;
 
   services_.engine.do_SetVolumeID(attempt.record.label);
+  services_.engine.do_SetVolumeSetID(services_.plan.identity.text());
   services_.grids.doEventMessage(texts_.doSetDriveSpeed(
       attempt.type, {services_.devices.WriteSpeedDVD, services_.devices.WriteSpeedCD},
       DiscTexts::Transfer::Writing));

@@ -9,6 +9,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Fixed4.h"
+#include "platform/SetIdentity.h"
 
 namespace korvenal {
 
@@ -175,6 +176,8 @@ struct Plan {
   UnixTime RunDate = 0;                   ///< the moment the scan began
   std::string RunStamp;                   ///< "yyyy-mm-dd-hh-nn-F" or "-D"
   std::string IndexDiscName;              ///< name of the index on the discs
+  SetIdentity identity;                   ///< of the set; a run that goes on keeps it
+  std::string IndexDiscName;              ///< name of the index on disc 1
   std::string FaultListName;              ///< name of each disc's list of files not saved
   std::string IndexTempPath;              ///< the finished index
   std::string IndexZipPath;               ///< the archive while it is made

@@ -36,6 +36,7 @@ std::string jobNameForFiles(std::string_view jobName) {
 void nameRun(Plan& plan, const Workspace& workspace, std::string_view jobName, UnixTime now) {
   plan.RunDate = now;
   plan.RunStamp = makeRunStamp(now, plan.IsDifferential);
+  plan.identity = SetIdentity::ofRun(now, plan.IsDifferential, jobName);
   const std::string name = "_KORVEN{" + jobNameForFiles(jobName) + "(" + plan.RunStamp + ")}";
   plan.IndexDiscName = name + IndexExtension;
   plan.FaultListName = FaultList::nameBeside(plan.IndexDiscName);

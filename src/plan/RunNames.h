@@ -15,7 +15,7 @@ std::string makeRunStamp(UnixTime moment, bool differential);
 /// be held becomes '_', and it is cut so that the name of the index stays within 255 bytes.
 std::string jobNameForFiles(std::string_view jobName);
 
-/// Sets the moment, the stamp and the names of the index of a run that begins now.
+/// Sets the moment, the stamp, the identity and the names of the index of a run that begins now.
 void nameRun(Plan& plan, const Workspace& workspace, std::string_view jobName, UnixTime now);
 
 }  // namespace korvenal

@@ -76,6 +76,8 @@ class BurnEngine {
   virtual void do_SetSkipFileOnError(int on) = 0;
   virtual void do_SetFileError_Skip(int on) = 0;
   virtual void do_SetVolumeID(const std::string& label) = 0;
+  /// The volume-set id: at most 128 bytes, kept as they are.
+  virtual void do_SetVolumeSetID(const std::string& text) = 0;
   virtual int do_ImportSession(std::uint8_t session, const std::string& path) = 0;
   virtual void do_CreateDir(const std::string& parent, const std::string& name) = 0;
   /// With `part` 0 the whole file, the last two values being 0. With `part` -1 the bytes from

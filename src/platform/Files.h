@@ -10,6 +10,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Fixed4.h"
+#include "platform/SetIdentity.h"
 
 namespace korvenal {
 
@@ -58,8 +59,8 @@ struct FileOutcome {
 /// Called after each piece of a long copy with the number of pieces done; true stops the copy.
 using CopyProgress = std::function<bool(std::int64_t pieces)>;
 
-/// Files as they can be looked at and read: native paths, and paths on a drive ("V:\a\b"), which
-/// are read from the disc itself without mounting it.
+/// Files as they can be looked at and read: native paths, and paths on a drive ("V:\a\b", or
+/// "V:32\a\b" in the tree of one session), which are read from the disc itself without mounting it.
 class FileView {
  public:
   static constexpr std::int64_t PieceBytes = 262144;  ///< a copy reports after each such piece
@@ -69,6 +70,9 @@ class FileView {
   virtual FileInfo doGetInfo(const std::string& path) const = 0;
   /// Label and file system of the volume that holds the path. Nothing on any failure.
   virtual std::optional<VolumeInfo> doGetVolumeInfo(const std::string& path) const = 0;
+  /// The sessions of the disc in the drive of the path, the oldest first, as far as they hold a
+  /// tree. Nothing of a path on no drive.
+  virtual std::vector<DiscSession> discSessions(const std::string&) const { return {}; }
   /// The whole content; nothing when it cannot be read or is larger than `maxBytes`.
   virtual std::optional<std::string> readAll(const std::string& path,
                                              std::int64_t maxBytes) const = 0;

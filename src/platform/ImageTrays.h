@@ -5,13 +5,15 @@
 #include <vector>
 
 #include "platform/Clock.h"
+#include "platform/SetIdentity.h"
 
 namespace korvenal {
 
 /// A disc that is an image file, as a person sees it.
 struct ImageDisc {
-  std::string file;   ///< native path of the image; empty for no disc
-  std::string label;  ///< volume label; empty on a blank disc
+  std::string file;                     ///< native path of the image; empty for no disc
+  std::string label;                    ///< volume label, the newest; empty on a blank disc
+  std::vector<DiscSession> trees = {};  ///< of its sessions, the oldest first
   std::uint8_t typeCode = 0;
   std::int64_t capacityBlocks = 0;
   int sessions = 0;       ///< complete ones; none on a blank or a spoilt disc

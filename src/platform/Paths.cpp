@@ -1,5 +1,7 @@
 #include "platform/Paths.h"
 
+#include <charconv>
+
 #include "platform/Text.h"
 
 namespace korvenal::Paths {
@@ -46,13 +48,27 @@ std::optional<DrivePath> asDrivePath(std::string_view path) {
   if (path.size() < 2 || path[1] != ':') return std::nullopt;
   const char letter = upperLetter(path[0]);
   if (letter < 'A' || letter > 'Z') return std::nullopt;
-  if (path.size() == 2) return DrivePath{letter, {}};
-  if (path[2] != DiscSeparator) return std::nullopt;
-  return DrivePath{letter, path.substr(3)};
+  DrivePath onDrive{letter, {}, {}};
+  path.remove_prefix(2);
+  if (!path.empty() && path.front() != DiscSeparator) {
+    std::uint32_t session = 0;
+    const auto [end, error] = std::from_chars(path.data(), path.data() + path.size(), session);
+    if (error != std::errc()) return std::nullopt;
+    path.remove_prefix(static_cast<std::size_t>(end - path.data()));
+    onDrive.session = session;
+  }
+  if (path.empty()) return onDrive;
+  if (path.front() != DiscSeparator) return std::nullopt;
+  onDrive.discPath = path.substr(1);
+  return onDrive;
 }
 
 std::string onDrive(char letter, std::string_view discPath) {
   return std::string(1, letter) + ":\\" + std::string(discPath);
+}
+
+std::string onDrive(char letter, std::uint32_t session, std::string_view discPath) {
+  return std::string(1, letter) + ":" + std::to_string(session) + "\\" + std::string(discPath);
 }
 
 bool isHoldable(std::string_view component) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,7 +8,8 @@
 /// Three kinds of paths meet here:
 /// - native paths of sources and targets: "/home/ann/Photos", reported folders end in '/';
 /// - disc paths: relative to the disc's root, '\' between components, folders end in '\';
-/// - drive paths: a letter, ':', '\' and a disc path: "V:\Photos\a.jpg".
+/// - drive paths: a letter, ':', '\' and a disc path: "V:\Photos\a.jpg" in the newest tree of the
+///   disc; "V:32\Photos\a.jpg" in that of the session whose first block is 32.
 namespace korvenal::Paths {
 
 inline constexpr char NativeSeparator = '/';
@@ -29,13 +31,16 @@ std::string withEnd(std::string_view path);
 
 /// A path on a drive, taken apart.
 struct DrivePath {
-  char letter = 0;            ///< 'A' to 'Z'
-  std::string_view discPath;  ///< no leading '\'; empty for the root
+  char letter = 0;                       ///< 'A' to 'Z'
+  std::optional<std::uint32_t> session;  ///< its first block; nothing for the newest tree
+  std::string_view discPath;             ///< no leading '\'; empty for the root
 };
-/// Parses "V:", "V:\" and "V:\a\b"; nothing for any other text.
+/// Parses "V:", "V:\", "V:\a\b" and "V:32\a\b"; nothing for any other text.
 std::optional<DrivePath> asDrivePath(std::string_view path);
 /// "V:\" and the disc path.
 std::string onDrive(char letter, std::string_view discPath);
+/// "V:32\" and the disc path.
+std::string onDrive(char letter, std::uint32_t session, std::string_view discPath);
 
 /// True when a disc and the index can hold this component: it is not empty, is UTF-8 and has no
 /// '\' and no control character.

@@ -19,7 +19,11 @@ TEST(Paths, PathsOnDrives) {
   EXPECT_EQ(Paths::asDrivePath("V:\\a\\b")->discPath, "a\\b");
   EXPECT_EQ(Paths::asDrivePath("V:")->discPath, "");
   EXPECT_EQ(Paths::asDrivePath("V:\\")->discPath, "");
-  for (const char* other : {"", "V", "V:a", "1:\\a", "/V:\\a", "VV:\\"})
+  EXPECT_FALSE(Paths::asDrivePath("V:\\a")->session);
+  EXPECT_EQ(Paths::asDrivePath(Paths::onDrive('V', 32, "a\\b"))->session, 32U);
+  EXPECT_EQ(Paths::asDrivePath("V:32\\a\\b")->discPath, "a\\b");
+  for (const char* other :
+       {"", "V", "V:a", "V:-1\\a", "V:32a", "V:4294967296\\a", "1:\\a", "/V:\\a", "VV:\\"})
     EXPECT_FALSE(Paths::asDrivePath(other)) << other;
 }
 

@@ -37,9 +37,9 @@ const MemoryDiscs::Content* MemoryDiscs::inDrive(char letter) const {
   return content == contents.end() ? nullptr : &content->second;
 }
 
-FileInfo MemoryDiscs::doGetInfo(char letter, std::string_view discPath) {
+FileInfo MemoryDiscs::doGetInfo(DiscTree tree, std::string_view discPath) {
   FileInfo info;
-  const Content* content = inDrive(letter);
+  const Content* content = inDrive(tree.letter);
   if (content == nullptr) return info;
   info.modified = modified;
   info.permissions = 0644;
@@ -62,20 +62,26 @@ std::optional<VolumeInfo> MemoryDiscs::doGetVolumeInfo(char letter) {
   return info;
 }
 
-std::vector<std::string> MemoryDiscs::listFolder(char letter, std::string_view discPath) {
+/// All discs are of one session, burned before sessions bore an identity.
+std::vector<DiscSession> MemoryDiscs::sessions(char letter) {
+  if (inDrive(letter) == nullptr) return {};
+  return {{.start = 0, .label = engine_.drives[letter].disc->label, .identity = {}}};
+}
+
+std::vector<std::string> MemoryDiscs::listFolder(DiscTree tree, std::string_view discPath) {
   std::set<std::string> names;
   const std::string folder = asFolder(discPath);
-  if (const Content* content = inDrive(letter))
+  if (const Content* content = inDrive(tree.letter))
     for (const auto& [path, bytes] : *content)
       if (path.starts_with(folder))
         names.insert(path.substr(folder.size(), path.find('\\', folder.size()) - folder.size()));
   return {names.begin(), names.end()};
 }
 
-std::unique_ptr<FileStream> MemoryDiscs::open(char letter, std::string_view discPath) {
-  const FileInfo info = doGetInfo(letter, discPath);
+std::unique_ptr<FileStream> MemoryDiscs::open(DiscTree tree, std::string_view discPath) {
+  const FileInfo info = doGetInfo(tree, discPath);
   if (info.kind != FileInfo::Kind::File) return nullptr;
-  return std::make_unique<MemoryStream>(info, inDrive(letter)->at(std::string(discPath)));
+  return std::make_unique<MemoryStream>(info, inDrive(tree.letter)->at(std::string(discPath)));
 }
 
 namespace {

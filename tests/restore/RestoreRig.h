@@ -30,10 +30,11 @@ class MemoryDiscs : public DiscFiles {
   std::map<std::string, Content> contents;
   UnixTime modified = 1'600'000'000;
 
-  FileInfo doGetInfo(char letter, std::string_view discPath) override;
+  FileInfo doGetInfo(DiscTree tree, std::string_view discPath) override;
   std::optional<VolumeInfo> doGetVolumeInfo(char letter) override;
-  std::vector<std::string> listFolder(char letter, std::string_view discPath) override;
-  std::unique_ptr<FileStream> open(char letter, std::string_view discPath) override;
+  std::vector<DiscSession> sessions(char letter) override;
+  std::vector<std::string> listFolder(DiscTree tree, std::string_view discPath) override;
+  std::unique_ptr<FileStream> open(DiscTree tree, std::string_view discPath) override;
 
  private:
   const Content* inDrive(char letter) const;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Files.h"
+#include "platform/Paths.h"
 
 namespace korvenal {
 
@@ -29,20 +30,31 @@ class FileStream {
   }
 };
 
+/// A tree on the disc in a drive: the newest one, or that of the session that begins at a block.
+struct DiscTree {
+  DiscTree(char drive) : letter(drive) {}
+  DiscTree(const Paths::DrivePath& path) : letter(path.letter), session(path.session) {}
+
+  char letter = 0;
+  std::optional<std::uint32_t> session;
+};
+
 /// Reads the discs in the drives without mounting them. Disc paths have '\' between components and
 /// none at the start; one at the end is ignored; the empty path is the root. Names ignore no case.
 class DiscFiles {
  public:
   virtual ~DiscFiles() = default;
-  /// Kind Missing also when the drive holds no readable disc.
-  virtual FileInfo doGetInfo(char letter, std::string_view discPath) = 0;
+  /// Kind Missing also when the drive holds no readable disc, or the disc no such session.
+  virtual FileInfo doGetInfo(DiscTree tree, std::string_view discPath) = 0;
   /// Label, file system and room of the loaded disc; nothing when there is none.
   virtual std::optional<VolumeInfo> doGetVolumeInfo(char letter) = 0;
+  /// The sessions of the loaded disc that hold a tree, the oldest first.
+  virtual std::vector<DiscSession> sessions(char letter) = 0;
   /// Names in the folder, in the order of their bytes; empty on any failure.
-  virtual std::vector<std::string> listFolder(char letter, std::string_view discPath) = 0;
+  virtual std::vector<std::string> listFolder(DiscTree tree, std::string_view discPath) = 0;
   /// Null when the path is no readable file. The stream stays valid, failing its reads, when the
   /// disc leaves the drive. Files are mostly opened in the order in which they lie on the disc.
-  virtual std::unique_ptr<FileStream> open(char letter, std::string_view discPath) = 0;
+  virtual std::unique_ptr<FileStream> open(DiscTree tree, std::string_view discPath) = 0;
 };
 
 }  // namespace korvenal

@@ -117,7 +117,7 @@ FileOutcome fillAndRename(Descriptor file, const std::string& temporary, const s
 
 FileInfo LinuxFiles::doGetInfo(const std::string& path) const {
   if (const auto onDrive = Paths::asDrivePath(path))
-    return discs_ != nullptr ? discs_->doGetInfo(onDrive->letter, onDrive->discPath) : FileInfo();
+    return discs_ != nullptr ? discs_->doGetInfo(*onDrive, onDrive->discPath) : FileInfo();
   return SystemFiles::isUsable(path) ? SystemFiles::infoAt(AT_FDCWD, path, 0) : FileInfo();
 }
 
@@ -139,6 +139,12 @@ std::optional<VolumeInfo> LinuxFiles::doGetVolumeInfo(const std::string& path) c
   info.freeBytes = bytes(volume.f_bavail);
   info.mountPoint = mountPointOf(path);
   return info;
+}
+
+std::vector<DiscSession> LinuxFiles::discSessions(const std::string& path) const {
+  const auto onDrive = Paths::asDrivePath(path);
+  return onDrive && discs_ != nullptr ? discs_->sessions(onDrive->letter)
+                                      : std::vector<DiscSession>();
 }
 
 std::optional<std::string> LinuxFiles::readAll(const std::string& path,
@@ -175,7 +181,7 @@ std::optional<std::string> LinuxFiles::readPart(const std::string& path, std::in
 
 std::vector<std::string> LinuxFiles::listFolder(const std::string& path) const {
   if (const auto onDrive = Paths::asDrivePath(path))
-    return discs_ != nullptr ? discs_->listFolder(onDrive->letter, onDrive->discPath)
+    return discs_ != nullptr ? discs_->listFolder(*onDrive, onDrive->discPath)
                              : std::vector<std::string>();
   std::vector<std::string> names;
   if (!SystemFiles::isUsable(path)) return names;

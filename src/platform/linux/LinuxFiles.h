@@ -13,6 +13,7 @@ class LinuxFiles : public Files {
 
   FileInfo doGetInfo(const std::string& path) const override;
   std::optional<VolumeInfo> doGetVolumeInfo(const std::string& path) const override;
+  std::vector<DiscSession> discSessions(const std::string& path) const override;
   std::optional<std::string> readAll(const std::string& path, std::int64_t maxBytes) const override;
   std::optional<std::string> readPart(const std::string& path, std::int64_t offset,
                                       std::int64_t bytes) const override;

@@ -96,7 +96,7 @@ int writeFully(int descriptor, const char* bytes, std::size_t size) {
 
 std::unique_ptr<FileStream> openStream(const std::string& path, DiscFiles* discs) {
   if (const auto onDrive = Paths::asDrivePath(path))
-    return discs != nullptr ? discs->open(onDrive->letter, onDrive->discPath) : nullptr;
+    return discs != nullptr ? discs->open(*onDrive, onDrive->discPath) : nullptr;
   if (!isUsable(path)) return nullptr;
   // Not to wait for the other end of a pipe.
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));

@@ -24,6 +24,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr const char* ApplicationId = "KORVENAL TO DVD";
 constexpr auto PollEvery = 5ms;
 constexpr auto LongestFarewell = 5s;  ///< from the drive's idle state to the end of its worker
 
@@ -214,7 +215,10 @@ bool BurnRun::watch(burn::burn_drive* drive, TrackFeed& feed,
 bool BurnRun::write() {
   std::vector<LibraryMessage> failures = DiscLibraries::takeFailures();
   failures.clear();  // what others left behind
+  // Behind an import, which brings those of the earlier session.
   iso_image_set_volume_id(track_->image.get(), options_.label.c_str());
+  iso_image_set_volset_id(track_->image.get(), options_.volumeSet.c_str());
+  iso_image_set_application_id(track_->image.get(), ApplicationId);
   const WriteOptionsPtr treeOptions = track_->writeOptions();
   ::burn_source* tree = nullptr;
   if (!treeOptions ||

@@ -16,6 +16,7 @@ class TrackFeed;
 /// The switches of one burn.
 struct BurnOptions {
   std::string label;
+  std::string volumeSet;
   bool closeDisc = false;
   bool underrunProof = true;
   bool calibrate = true;

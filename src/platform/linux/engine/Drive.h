@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "platform/SetIdentity.h"
 #include "platform/linux/engine/DiscReader.h"
 #include "platform/linux/engine/GrabbedDrive.h"
 
@@ -77,11 +80,14 @@ class Drive {
   virtual std::int32_t writeSpeed(std::int32_t wanted) = 0;
   virtual std::int32_t readSpeed(std::int32_t wanted) = 0;
 
-  /// A reader of the newest session; null without a readable disc. The drive keeps it until the
-  /// disc changes.
-  virtual std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid) = 0;
-  /// Detaches the reader, if there is one.
-  virtual void dropReader() = 0;
+  /// The sessions of the disc that hold a tree, the oldest first.
+  virtual std::vector<DiscSession> sessions() = 0;
+  /// A reader of the newest tree, or of that of a session; null without a readable disc or such a
+  /// session. The drive keeps it until the disc changes.
+  virtual std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid,
+                                             std::optional<std::uint32_t> session) = 0;
+  /// Detaches all readers.
+  virtual void dropReaders() = 0;
   virtual std::unique_ptr<BlockReader> openBlocks() = 0;
 
   virtual TrackPlace place() = 0;

@@ -44,7 +44,7 @@ Engine::~Engine() {
   prepared_.reset();
   // Readers need the libraries.
   for (Drive* drive : drives_) {
-    drive->dropReader();
+    drive->dropReaders();
     drive->release();
   }
 }
@@ -89,8 +89,8 @@ int Engine::do_DeviceCan(std::uint8_t code) {
   return selected_ != nullptr && selected_->can(code) ? -1 : 0;
 }
 
-std::shared_ptr<DiscReader> Engine::readerIn(Drive& drive) {
-  return drive.reader(libraries_, {&calls_, &release_});
+std::shared_ptr<DiscReader> Engine::readerIn(Drive& drive, std::optional<std::uint32_t> session) {
+  return drive.reader(libraries_, {&calls_, &release_}, session);
 }
 
 std::string Engine::devicePath(char letter) {
@@ -155,11 +155,19 @@ DiscState Engine::stateOf(char letter) {
   return drive != nullptr ? drive->state() : DiscState();
 }
 
-std::shared_ptr<DiscReader> Engine::readerOf(char letter) {
+Drive* Engine::findIdle(char letter) const {
   Drive* drive = find(letter);
-  // Its earlier sessions may be read on another thread.
-  if (drive == nullptr || (preparing_ && drive == selected_)) return nullptr;
-  return readerIn(*drive);
+  return preparing_ && drive == selected_ ? nullptr : drive;
+}
+
+std::shared_ptr<DiscReader> Engine::readerOf(DiscTree tree) {
+  Drive* drive = findIdle(tree.letter);
+  return drive != nullptr ? readerIn(*drive, tree.session) : nullptr;
+}
+
+std::vector<DiscSession> Engine::sessionsOf(char letter) {
+  Drive* drive = findIdle(letter);
+  return drive != nullptr ? drive->sessions() : std::vector<DiscSession>();
 }
 
 std::uint8_t Engine::do_DiscIs() {
@@ -195,6 +203,7 @@ void Engine::do_ClearAll() {
   release_.take(std::exchange(prepared_, nullptr));
   switches_ = {};
   label_.clear();
+  volumeSet_.clear();
   import_ = false;
   planned_.reset();
 }
@@ -292,10 +301,10 @@ int Engine::do_Burn(FinishCallback finished, FileErrorCallback fileError, int,
   work->fileError = std::move(fileError);
   work->logFile = logFile;
   prepared_->context.skipFaults = switches_.skipAtBurn;
-  work->burn =
-      std::make_unique<BurnRun>(std::move(prepared_), place,
-                                BurnOptions{label_, switches_.finalize, switches_.underrunProof,
-                                            switches_.calibrate, switches_.simulate});
+  work->burn = std::make_unique<BurnRun>(
+      std::move(prepared_), place,
+      BurnOptions{label_, volumeSet_, switches_.finalize, switches_.underrunProof,
+                  switches_.calibrate, switches_.simulate});
   work_ = std::move(work);
   deliverable_ = std::exchange(work_->burn->track().leftOut, {});
   return -1;

@@ -60,6 +60,7 @@ class Engine : public BurnEngine, public MountedDevices {
   void do_SetSkipFileOnError(int on) override { switches_.skipAtPreparation = on != 0; }
   void do_SetFileError_Skip(int on) override { switches_.skipAtBurn = on != 0; }
   void do_SetVolumeID(const std::string& label) override { label_ = label; }
+  void do_SetVolumeSetID(const std::string& text) override { volumeSet_ = text; }
   int do_ImportSession(std::uint8_t session, const std::string& path) override;
   void do_CreateDir(const std::string& parent, const std::string& name) override;
   void do_InsertFileWithName(const std::string& parent, const std::string& source,
@@ -83,8 +84,9 @@ class Engine : public BurnEngine, public MountedDevices {
   std::string devicePath(char letter) override;
   std::string problem(char letter) override;
 
-  /// The reader of the disc in a drive, for the files on it; null without one.
-  std::shared_ptr<DiscReader> readerOf(char letter);
+  /// The reader of a tree of the disc in a drive, for the files on it; null without one.
+  std::shared_ptr<DiscReader> readerOf(DiscTree tree);
+  std::vector<DiscSession> sessionsOf(char letter);
   DiscState stateOf(char letter);
   const DiscLibraries& libraries() const { return libraries_; }
 
@@ -115,7 +117,9 @@ class Engine : public BurnEngine, public MountedDevices {
   };
 
   Drive* find(char letter) const;
-  std::shared_ptr<DiscReader> readerIn(Drive& drive);
+  std::shared_ptr<DiscReader> readerIn(Drive& drive, std::optional<std::uint32_t> session = {});
+  /// The drive, unless its earlier sessions may be read on another thread.
+  Drive* findIdle(char letter) const;
   bool isBusy(const Drive* drive) const { return work_ && work_->drive == drive; }
   bool mayTouch() const;
   void setError(int number, const std::string& text);
@@ -132,6 +136,7 @@ class Engine : public BurnEngine, public MountedDevices {
   std::int32_t writeSpeed_ = 0;
   Switches switches_;
   std::string label_;
+  std::string volumeSet_;
   std::shared_ptr<IsoLayout> layout_;
   bool import_ = false;
   bool preparing_ = false;  ///< earlier sessions may be read on another thread

@@ -2,8 +2,8 @@
 
 namespace korvenal {
 
-FileInfo EngineDiscFiles::doGetInfo(char letter, std::string_view discPath) {
-  const auto reader = engine_.readerOf(letter);
+FileInfo EngineDiscFiles::doGetInfo(DiscTree tree, std::string_view discPath) {
+  const auto reader = engine_.readerOf(tree);
   return reader ? reader->info(discPath) : FileInfo();
 }
 
@@ -19,13 +19,17 @@ std::optional<VolumeInfo> EngineDiscFiles::doGetVolumeInfo(char letter) {
   return info;
 }
 
-std::vector<std::string> EngineDiscFiles::listFolder(char letter, std::string_view discPath) {
-  const auto reader = engine_.readerOf(letter);
+std::vector<DiscSession> EngineDiscFiles::sessions(char letter) {
+  return engine_.sessionsOf(letter);
+}
+
+std::vector<std::string> EngineDiscFiles::listFolder(DiscTree tree, std::string_view discPath) {
+  const auto reader = engine_.readerOf(tree);
   return reader ? reader->list(discPath) : std::vector<std::string>();
 }
 
-std::unique_ptr<FileStream> EngineDiscFiles::open(char letter, std::string_view discPath) {
-  const auto reader = engine_.readerOf(letter);
+std::unique_ptr<FileStream> EngineDiscFiles::open(DiscTree tree, std::string_view discPath) {
+  const auto reader = engine_.readerOf(tree);
   return reader ? reader->openFile(discPath) : nullptr;
 }
 

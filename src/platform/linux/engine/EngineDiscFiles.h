@@ -12,10 +12,11 @@ class EngineDiscFiles : public DiscFiles {
   /// The engine must outlive this.
   explicit EngineDiscFiles(Engine& engine) : engine_(engine) {}
 
-  FileInfo doGetInfo(char letter, std::string_view discPath) override;
+  FileInfo doGetInfo(DiscTree tree, std::string_view discPath) override;
   std::optional<VolumeInfo> doGetVolumeInfo(char letter) override;
-  std::vector<std::string> listFolder(char letter, std::string_view discPath) override;
-  std::unique_ptr<FileStream> open(char letter, std::string_view discPath) override;
+  std::vector<DiscSession> sessions(char letter) override;
+  std::vector<std::string> listFolder(DiscTree tree, std::string_view discPath) override;
+  std::unique_ptr<FileStream> open(DiscTree tree, std::string_view discPath) override;
 
  private:
   Engine& engine_;

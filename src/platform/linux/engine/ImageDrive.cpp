@@ -10,6 +10,7 @@
 #include "platform/BurnEngine.h"
 #include "platform/linux/Descriptor.h"
 #include "platform/linux/engine/FaultyBlocks.h"
+#include "platform/linux/engine/SessionChain.h"
 
 namespace korvenal {
 
@@ -22,10 +23,6 @@ constexpr int EraseFailed = 1032;
 
 ImageDrive::ImageDrive(Files& files, Identity identity, Changed changed)
     : files_(files), identity_(identity), changed_(std::move(changed)) {}
-
-ImageDrive::~ImageDrive() {
-  dropReader();
-}
 
 std::optional<DiscProfile> ImageDrive::profileOf(Files& files, const std::string& image) {
   const FileInfo info = files.doGetInfo(image);
@@ -42,7 +39,7 @@ std::optional<DiscProfile> ImageDrive::profileOf(Files& files, const std::string
 }
 
 void ImageDrive::setTray(const std::string& image, bool open) {
-  dropReader();
+  dropReaders();
   profile_.reset();
   image_ = image;
   open_ = open;
@@ -73,7 +70,7 @@ DiscProfile* ImageDrive::profile() {
   if (image_.empty() || open_) return nullptr;
   // The image may have been taken away behind the program's back.
   if (!busy_ && !files_.doFileExists(image_)) {
-    dropReader();
+    dropReaders();
     profile_.reset();
     return nullptr;
   }
@@ -131,18 +128,31 @@ std::int32_t ImageDrive::speedFor(std::int32_t wanted) {
   return wanted > 0 ? std::min(wanted, maximum) : maximum;
 }
 
-std::shared_ptr<DiscReader> ImageDrive::reader(const DiscLibraries& libraries, ReaderAid aid) {
+std::vector<DiscSession> ImageDrive::sessions() {
+  const DiscProfile* disc = busy_ ? nullptr : profile();
+  if (disc == nullptr || disc->sessions.empty()) return {};
+  if (readers_.sessions().empty())
+    if (const auto blocks = openBlocks())
+      readers_.keepSessions(readSessions(*blocks, startsOn(*blocks, *disc)));
+  return readers_.sessions();
+}
+
+std::vector<std::uint32_t> ImageDrive::startsOn(BlockReader& blocks, const DiscProfile& disc) {
+  // An image whose profile was left behind still has all its sessions.
+  return disc.sessions.front() == 0 ? readSessionChain(blocks).starts : disc.sessions;
+}
+
+std::shared_ptr<DiscReader> ImageDrive::reader(const DiscLibraries& libraries, ReaderAid aid,
+                                               std::optional<std::uint32_t> session) {
   if (busy_) return nullptr;
   const DiscProfile* disc = profile();
   if (disc == nullptr || disc->sessions.empty()) return nullptr;
+  if (auto kept = readers_.find(session)) return kept;
+  if (session) sessions();
+  if (!readers_.isKnown(session)) return nullptr;
   // Block 0 points to the newest complete tree, whoever wrote the image.
-  if (!reader_) reader_ = DiscReader::open(libraries, openBlocks(), 0, aid);
-  return reader_;
-}
-
-void ImageDrive::dropReader() {
-  if (reader_) reader_->detach();
-  reader_.reset();
+  readers_.keep(session, DiscReader::open(libraries, openBlocks(), session.value_or(0), aid));
+  return readers_.find(session);
 }
 
 std::unique_ptr<BlockReader> ImageDrive::openBlocks() {
@@ -185,7 +195,7 @@ bool ImageDrive::beginBurn(std::string& why) {
     disc->writing = false;
     return false;
   }
-  dropReader();
+  dropReaders();
   busy_ = true;
   return true;
 }
@@ -223,7 +233,7 @@ bool ImageDrive::beginErase() {
     profile_ = beforeErase_;
     return false;
   }
-  dropReader();
+  dropReaders();
   busy_ = true;
   return true;
 }

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/linux/engine/DiscProfile.h"
 #include "platform/linux/engine/Drive.h"
+#include "platform/linux/engine/SessionReaders.h"
 
 namespace korvenal {
 
@@ -24,12 +25,14 @@ class ImageDrive : public Drive {
   };
 
   ImageDrive(Files& files, Identity identity, Changed changed);
-  ~ImageDrive() override;
 
   static std::string profileFileOf(const std::string& image) { return image + ".disc"; }
   /// The profile of an image; that of a pressed disc when it has none. Nothing when there is no
   /// such image or its profile is damaged.
   static std::optional<DiscProfile> profileOf(Files& files, const std::string& image);
+
+  /// First blocks of the sessions of a disc that has some.
+  static std::vector<std::uint32_t> startsOn(BlockReader& blocks, const DiscProfile& disc);
 
   const std::string& disc() const { return image_; }
   bool isOpen() const { return open_; }
@@ -49,8 +52,10 @@ class ImageDrive : public Drive {
   void setSpeed(std::int32_t, std::int32_t) override {}
   std::int32_t writeSpeed(std::int32_t wanted) override { return speedFor(wanted); }
   std::int32_t readSpeed(std::int32_t wanted) override { return speedFor(wanted); }
-  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid) override;
-  void dropReader() override;
+  std::vector<DiscSession> sessions() override;
+  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid,
+                                     std::optional<std::uint32_t> session) override;
+  void dropReaders() override { readers_.drop(); }
   std::unique_ptr<BlockReader> openBlocks() override;
   TrackPlace place() override;
   bool beginBurn(std::string& why) override;
@@ -77,7 +82,7 @@ class ImageDrive : public Drive {
   std::shared_ptr<bool> pulled_ = std::make_shared<bool>(false);  ///< by a fault while reading
   std::optional<DiscProfile> profile_;
   DiscProfile beforeErase_;  ///< while an erase is at work
-  std::shared_ptr<DiscReader> reader_;
+  SessionReaders readers_;
 };
 
 }  // namespace korvenal

@@ -74,7 +74,9 @@ ImageDisc ImageShelf::describe(const std::string& image) const {
   if (profile->sessions.empty()) return disc;
   const auto blocks = openImageBlocks(image);
   const auto head = blocks ? readVolumeHead(*blocks, 0) : std::nullopt;
-  if (head) disc.label = head->label;
+  if (!head) return disc;
+  disc.label = head->label;
+  disc.trees = readSessions(*blocks, ImageDrive::startsOn(*blocks, *profile));
   return disc;
 }
 

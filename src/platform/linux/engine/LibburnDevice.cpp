@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <chrono>
 #include <fstream>
+#include <optional>
 #include <sstream>
 #include <thread>
 
@@ -74,10 +75,23 @@ void tellRoom(burn::burn_drive* drive, MmcReport& report) {
     report.nextBlock = std::max(next, 0);
 }
 
+/// The first block of a session; nothing when the drive does not tell.
+std::optional<std::uint32_t> startOf(burn::burn_session* session) {
+  int count = 0;
+  burn::burn_track** tracks = burn::burn_session_get_tracks(session, &count);
+  if (tracks == nullptr || count < 1) return std::nullopt;
+  burn::burn_toc_entry entry{};
+  burn::burn_track_get_entry(tracks[0], &entry);
+  const bool told = (entry.extensions_valid & 1) != 0 && entry.start_lba >= 0;
+  return told ? std::optional(static_cast<std::uint32_t>(entry.start_lba)) : std::nullopt;
+}
+
 void tellSessions(burn::burn_drive* drive, MmcReport& report) {
   burn::burn_disc* disc = burn::burn_drive_get_disc(drive);
   if (disc == nullptr) return;
-  burn::burn_disc_get_sessions(disc, &report.sessions);
+  burn::burn_session** sessions = burn::burn_disc_get_sessions(disc, &report.sessions);
+  for (int i = 0; sessions != nullptr && i < report.sessions; ++i)
+    if (const auto start = startOf(sessions[i])) report.sessionStarts.push_back(*start);
   burn::burn_disc_free(disc);
   int start = 0;
   if (report.sessions > 0 && burn::burn_disc_get_msc1(drive, &start) == 1)

@@ -25,10 +25,6 @@ class MmcDrive::Blocks : public BlockReader {
 MmcDrive::MmcDrive(char letter, std::unique_ptr<MmcDevice> device)
     : letter_(letter), device_(std::move(device)) {}
 
-MmcDrive::~MmcDrive() {
-  dropReader();
-}
-
 std::string MmcDrive::problem() const {
   if (!device_->isPresent()) return {};
   const std::string refusal = device_->refusal();
@@ -62,7 +58,7 @@ bool MmcDrive::hold() {
   if (!device_->hold(problem_)) return false;
   problem_.clear();
   const MmcReport before = std::exchange(report_, device_->report());
-  if (report_ != before) dropReader();
+  if (report_ != before) dropReaders();
   chain_ = {};
   if (MmcFacts::isOverwritable(report_.profile)) {
     Blocks blocks(*this);
@@ -98,7 +94,7 @@ void MmcDrive::release() {
 void MmcDrive::eject() {
   // A reader that waits for its blocks must not lose them.
   if (busy_ || device_->isOccupied() || !device_->isPresent()) return;
-  dropReader();
+  dropReaders();
   device_->release();
   device_->openTray();
 }
@@ -141,21 +137,34 @@ std::int64_t MmcDrive::readFrom(const MmcReport& disc, std::uint32_t first, std:
   return device_->read(first, count, buffer);
 }
 
-std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries, ReaderAid aid) {
+std::vector<DiscSession> MmcDrive::sessions() {
+  if (busy_ || !hold()) return {};
+  if (readers_.sessions().empty()) {
+    Blocks blocks(*this);
+    // Handlers may run meanwhile, and find none.
+    auto sessions = readSessions(blocks, MmcFacts::sessionStarts(report_, chain_));
+    if (!sessions.empty()) readers_.keepSessions(std::move(sessions));
+  }
+  return readers_.sessions();
+}
+
+std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries, ReaderAid aid,
+                                             std::optional<std::uint32_t> session) {
   if (busy_ || !hold()) return nullptr;
   const std::int64_t newest = MmcFacts::placeOf(report_, chain_).lastSession;
   if (newest < 0) return nullptr;
+  if (auto kept = readers_.find(session)) return kept;
+  if (session) sessions();
+  if (!readers_.isKnown(session)) return nullptr;
   // On discs that are written anywhere block 0 leads to the newest tree.
   const bool overwritable = MmcFacts::isOverwritable(report_.profile);
-  if (!reader_)
-    reader_ = DiscReader::open(libraries, openBlocks(),
-                               overwritable ? 0 : static_cast<std::uint32_t>(newest), aid);
-  return reader_;
-}
-
-void MmcDrive::dropReader() {
-  if (reader_) reader_->detach();
-  reader_.reset();
+  const std::uint32_t start =
+      session.value_or(overwritable ? 0 : static_cast<std::uint32_t>(newest));
+  auto reader = DiscReader::open(libraries, openBlocks(), start, aid);
+  // While its head was read, a handler may have opened one as well.
+  if (auto kept = readers_.find(session)) return kept;
+  readers_.keep(session, reader);
+  return reader;
 }
 
 std::unique_ptr<BlockReader> MmcDrive::openBlocks() {
@@ -176,7 +185,7 @@ bool MmcDrive::beginBurn(std::string& why) {
     why = problem_;
     return false;
   }
-  dropReader();
+  dropReaders();
   busy_ = true;
   return true;
 }
@@ -188,7 +197,7 @@ void MmcDrive::endBurn(const DriveResult&) {
 
 bool MmcDrive::beginErase() {
   if (busy_ || !hold() || !state().erasable) return false;
-  dropReader();
+  dropReaders();
   busy_ = true;
   return true;
 }

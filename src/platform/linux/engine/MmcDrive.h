@@ -6,6 +6,7 @@
 
 #include "platform/linux/engine/Drive.h"
 #include "platform/linux/engine/MmcDevice.h"
+#include "platform/linux/engine/SessionReaders.h"
 #include "platform/linux/engine/SlowCalls.h"
 
 namespace korvenal {
@@ -15,7 +16,6 @@ namespace korvenal {
 class MmcDrive : public Drive {
  public:
   MmcDrive(char letter, std::unique_ptr<MmcDevice> device);
-  ~MmcDrive() override;
 
   char letter() const override { return letter_; }
   bool isPresent() const override { return device_->isPresent(); }
@@ -35,8 +35,10 @@ class MmcDrive : public Drive {
   std::int32_t writeSpeed(std::int32_t wanted) override;
   std::int32_t readSpeed(std::int32_t wanted) override;
 
-  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid) override;
-  void dropReader() override;
+  std::vector<DiscSession> sessions() override;
+  std::shared_ptr<DiscReader> reader(const DiscLibraries& libraries, ReaderAid aid,
+                                     std::optional<std::uint32_t> session) override;
+  void dropReaders() override { readers_.drop(); }
   std::unique_ptr<BlockReader> openBlocks() override;
 
   TrackPlace place() override;
@@ -62,7 +64,7 @@ class MmcDrive : public Drive {
   bool busy_ = false;
   MmcReport report_;  ///< of the disc, as of the last hold
   SessionChain chain_;
-  std::shared_ptr<DiscReader> reader_;
+  SessionReaders readers_;
 };
 
 /// A drive for each device node /dev/sr0, /dev/sr1 ... that there may be, with the letters D to U.

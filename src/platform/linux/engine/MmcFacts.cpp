@@ -143,6 +143,19 @@ TrackPlace MmcFacts::placeOf(const MmcReport& report, const SessionChain& chain)
   return place;
 }
 
+std::vector<std::uint32_t> MmcFacts::sessionStarts(const MmcReport& report,
+                                                   const SessionChain& chain) {
+  if (isOverwritable(report.profile)) return chain.starts;
+  std::vector<std::uint32_t> starts = report.sessionStarts;
+  // What the drive calls the last one is where the newest tree is read.
+  if (report.sessions > 0 && report.lastSession >= 0) {
+    const auto last = static_cast<std::uint32_t>(report.lastSession);
+    std::erase_if(starts, [last](std::uint32_t start) { return start >= last; });
+    starts.push_back(last);
+  }
+  return starts;
+}
+
 EraseKind MmcFacts::eraseKindOf(const MmcReport& report, bool quick) {
   if (!isOverwritable(report.profile)) return EraseKind::Blank;
   if (needsFormat(report)) return EraseKind::Format;

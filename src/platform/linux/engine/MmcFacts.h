@@ -36,10 +36,11 @@ struct MmcReport {
   int profile = 0;
   Medium medium = Medium::None;
   bool erasable = false;
-  int sessions = 0;               ///< complete ones
-  std::int64_t freeBlocks = 0;    ///< that can still be written
-  std::int64_t nextBlock = 0;     ///< the next one to be written
-  std::int64_t lastSession = -1;  ///< first block of it; -1 for none
+  int sessions = 0;                               ///< complete ones
+  std::int64_t freeBlocks = 0;                    ///< that can still be written
+  std::int64_t nextBlock = 0;                     ///< the next one to be written
+  std::int64_t lastSession = -1;                  ///< first block of it; -1 for none
+  std::vector<std::uint32_t> sessionStarts = {};  ///< first blocks of the complete ones, in order
   std::int64_t readableBlocks = 0;
   Format format = Format::Unknown;
   std::int64_t formatBlocks = 0;      ///< size of the format; the largest possible without one
@@ -63,6 +64,8 @@ bool isCd(int profile);
 /// `chain` counts on overwritable discs alone.
 DiscState stateOf(const MmcReport& report, const SessionChain& chain);
 TrackPlace placeOf(const MmcReport& report, const SessionChain& chain);
+/// First blocks of the sessions, the oldest first.
+std::vector<std::uint32_t> sessionStarts(const MmcReport& report, const SessionChain& chain);
 EraseKind eraseKindOf(const MmcReport& report, bool quick);
 
 /// Does a drive with these profiles answer the capability code, 13 to 18?

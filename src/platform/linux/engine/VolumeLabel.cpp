@@ -17,6 +17,7 @@ constexpr std::uint32_t FirstDescriptor = 16;  ///< blocks behind the start of a
 constexpr std::uint32_t MaxDescriptors = 16;
 constexpr std::size_t LabelAt = 40;
 constexpr std::size_t LabelBytes = 32;
+constexpr std::size_t SetAt = 190;  ///< the volume-set id, of 128 bytes
 constexpr std::uint8_t Primary = 1;
 constexpr std::uint8_t Supplementary = 2;
 
@@ -33,10 +34,10 @@ void appendUtf8(std::string& text, unsigned unit) {
   }
 }
 
-std::string plainLabel(const Block& block) {
-  const std::string bytes(reinterpret_cast<const char*>(block.data()) + LabelAt, LabelBytes);
-  const std::string label(Text::trim(bytes.substr(0, bytes.find('\0'))));
-  return Text::isUtf8(label) ? label : std::string();
+std::string plainText(const Block& block, std::size_t at, std::size_t size) {
+  const std::string bytes(reinterpret_cast<const char*>(block.data()) + at, size);
+  const std::string text(Text::trim(bytes.substr(0, bytes.find('\0'))));
+  return Text::isUtf8(text) ? text : std::string();
 }
 
 std::string wideLabel(const Block& block) {
@@ -73,7 +74,8 @@ std::optional<VolumeHead> readVolumeHead(BlockReader& disc, std::uint32_t start)
     if (disc.read(start + FirstDescriptor + i, 1, block.data()) != 1) break;
     if (std::memcmp(block.data() + 1, "CD001", 5) != 0) break;
     if (block[0] == Primary) {
-      head = VolumeHead{plainLabel(block), littleEndian(block.data() + 80)};
+      head = VolumeHead{plainText(block, LabelAt, LabelBytes), littleEndian(block.data() + 80),
+                        SetIdentity::parse(plainText(block, SetAt, SetIdentity::MaxBytes))};
     } else if (block[0] == Supplementary && head && isJoliet(block)) {
       const std::string wide = wideLabel(block);
       if (!isAscii(wide)) head->label = wide;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/SetIdentity.h"
 #include "platform/linux/engine/BlockReader.h"
 
 namespace korvenal {
@@ -12,6 +13,7 @@ namespace korvenal {
 struct VolumeHead {
   std::string label;
   std::uint32_t blocks = 0;  ///< size of the volume as the tree tells it
+  SetIdentity identity;      ///< of the backup that the tree was burned for
 };
 
 /// Reads the volume descriptors of ISO 9660. Nothing when there is none. The label comes from the
