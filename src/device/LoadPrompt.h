@@ -9,6 +9,7 @@
 #include "core/RunGrids.h"
 #include "device/DeviceSettings.h"
 #include "device/DriveDiscovery.h"
+#include "device/SetDiscs.h"
 #include "platform/BurnEngine.h"
 #include "platform/Desktop.h"
 #include "platform/ImageTrays.h"
@@ -32,6 +33,7 @@ struct DiscRequest {
   int RestoreDiscIndex = 0;          ///< entries done
   // Erase.
   bool SkipBlankDiscs = false;
+  WantedDisc wantedSet;  ///< what tells the discs of the set; without a label
   /// For the feeder of image drives: "Photos (2026-11-22-10-00-F)", the set that discs belong to;
   /// empty when unknown.
   std::string setName;

@@ -177,7 +177,6 @@ struct Plan {
   std::string RunStamp;                   ///< "yyyy-mm-dd-hh-nn-F" or "-D"
   std::string IndexDiscName;              ///< name of the index on the discs
   SetIdentity identity;                   ///< of the set; a run that goes on keeps it
-  std::string IndexDiscName;              ///< name of the index on disc 1
   std::string FaultListName;              ///< name of each disc's list of files not saved
   std::string IndexTempPath;              ///< the finished index
   std::string IndexZipPath;               ///< the archive while it is made

@@ -26,7 +26,7 @@ std::string fileOf(const IndexLine& line) {
 }  // namespace
 
 std::string DiscClaims::doBeginDisc(const DiscInHand& disc) {
-  root_ = Paths::onDrive(disc.letter, "");
+  root_ = disc.pathOf("");
   number_ = disc.number;
   own_.reset();
   told_ = false;

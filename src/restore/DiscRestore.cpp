@@ -1,20 +1,16 @@
 #include "restore/DiscRestore.h"
 
+#include "device/DiscNames.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace korvenal {
 
-namespace {
-
-std::string labelOf(int disc) {
-  return "Backup #" + std::to_string(disc);
-}
-
-}  // namespace
-
 DiscRestore::DiscRestore(const RestoreServices& services)
-    : services_(services), texts_(services.engine), files_(services) {}
+    : services_(services),
+      texts_(services.engine),
+      discs_(services.files, services.page),
+      files_(services) {}
 
 void DiscRestore::doBeginRun() {
   DiscErrorCount = 0;
@@ -73,27 +69,38 @@ void DiscRestore::doRestoreDiscs() {
 }
 
 bool DiscRestore::doPassOverDrives(TargetFolder& target) {
-  const int wanted = wantedDisc();
   bool found = false;
-  for (int i = 0; i < services_.devices.driveCount(); ++i) {
-    const DiscInHand disc{services_.devices.letter(i), wanted, labelOf(wanted)};
-    services_.progress() = {std::string(1, disc.letter) + ":  " + disc.label, 0};
+  for (const char letter : drivesInOrder()) {
+    // Looked up for each drive: the one before may have brought the disc that was wanted.
+    services_.progress() = {std::string(1, letter) + ":  " + DiscNames::labelOf(wantedDisc()), 0};
     services_.desktop.doYield();
-    if (services_.engine.do_SelectDeviceByLetter(disc.letter) == 0) continue;
+    if (services_.engine.do_SelectDeviceByLetter(letter) == 0) continue;
     if (services_.state.StopAction) break;
-    if (!isWantedDiscIn(disc)) continue;
+    const auto disc = findWantedIn(letter);
+    if (!disc) continue;
     found = true;
-    if (doRestoreDisc(disc, target) == Next::EndRun) break;
+    if (doRestoreDisc(*disc, target) == Next::EndRun) break;
   }
   return found;
 }
 
-bool DiscRestore::isWantedDiscIn(const DiscInHand& disc) {
-  if (services_.engine.do_TestUnitReady() == 0) return false;
-  const std::string root = Paths::onDrive(disc.letter, "");
-  if (!services_.files.doFolderExists(root)) return false;
-  const auto volume = services_.files.doGetVolumeInfo(root);
-  return volume && Text::equalsIgnoreCase(volume->label, disc.label);
+std::string DiscRestore::drivesInOrder() const {
+  std::string letters;
+  for (int i = 0; i < services_.devices.driveCount(); ++i) letters += services_.devices.letter(i);
+  const auto index = Paths::asDrivePath(services_.page.IndexPath);
+  const std::size_t at = index ? letters.find(index->letter) : std::string::npos;
+  if (at != std::string::npos) letters = index->letter + letters.erase(at, 1);
+  return letters;
+}
+
+std::optional<DiscInHand> DiscRestore::findWantedIn(char letter) {
+  if (services_.engine.do_TestUnitReady() == 0) return std::nullopt;
+  const int wanted = wantedDisc();
+  const DiscRecognition::Look look = discs_.look(letter, wanted);
+  if (look.another.isKnown())
+    services_.grids.doEventMessage("* Backup disc #" + std::to_string(wanted) +
+                                   " belongs to another backup: " + look.another.shown() + ".");
+  return look.disc;
 }
 
 DiscRestore::Next DiscRestore::doRestoreDisc(const DiscInHand& disc, TargetFolder& target) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "burn/DiscTexts.h"
 #include "records/Records.h"
+#include "restore/DiscRecognition.h"
 #include "restore/FileRestore.h"
 #include "restore/RestoreServices.h"
 
@@ -15,8 +17,7 @@ struct RestoreFaults {
   int files = 0;
 };
 
-/// Restores from the discs in the drives, as far as they are the wanted ones. A disc is known by
-/// its volume label alone.
+/// Restores from the discs in the drives, as far as they are the wanted ones of the set.
 class DiscRestore {
  public:
   explicit DiscRestore(const RestoreServices& services);
@@ -47,9 +48,12 @@ class DiscRestore {
   bool isOver() const;
   int wantedDisc() const;
   void doSetUpEngine();
-  /// True when the wanted disc was found in a drive.
+  /// True when a wanted disc was found in a drive.
   bool doPassOverDrives(TargetFolder& target);
-  bool isWantedDiscIn(const DiscInHand& disc);
+  /// The drives in the order in which they are looked at: that of the index first.
+  std::string drivesInOrder() const;
+  /// The wanted disc, when it lies in the selected drive.
+  std::optional<DiscInHand> findWantedIn(char letter);
   Next doRestoreDisc(const DiscInHand& disc, TargetFolder& target);
   /// False when the person does not want to go on.
   bool doTryDisc(Attempt& attempt, TargetFolder& target);
@@ -64,6 +68,7 @@ class DiscRestore {
 
   const RestoreServices& services_;
   DiscTexts texts_;
+  DiscRecognition discs_;
   FileRestore files_;
 };
 

@@ -30,7 +30,7 @@ WantedCount FileRestore::doCountWanted(const DiscInHand& disc) {
   WantedCount count;
   const auto look = [&](const std::string& pathOnDisc, const Fixed4* plannedSize) {
     ++count.wanted;
-    const FileInfo info = services_.files.doGetInfo(Paths::onDrive(disc.letter, pathOnDisc));
+    const FileInfo info = services_.files.doGetInfo(disc.pathOf(pathOnDisc));
     if (info.kind != FileInfo::Kind::File) return;
     ++count.found;
     progress.RestoreBytesTotal += plannedSize != nullptr ? *plannedSize : info.size;
@@ -140,18 +140,18 @@ void FileRestore::doRestoreFolder(int row) {
 }
 
 void FileRestore::doRestoreFile(int row) {
-  const std::string source = Paths::onDrive(disc_.letter, page_.vsRestore.nameOnDisc(row));
+  const std::string nameOnDisc(page_.vsRestore.nameOnDisc(row));
+  const std::string source = disc_.pathOf(nameOnDisc);
   RestoredFile file = targetOf(row);
   const FileInfo info = services_.files.doGetInfo(source);
   if (info.kind != FileInfo::Kind::File) {
-    doAddErrorRow("Backup file not found.", source);
+    doAddErrorRow("Backup file not found.", Paths::onDrive(disc_.letter, nameOnDisc));
     ++counts_.errors;
     return;
   }
   progress.RestoreBytesNext += info.size;
-  const std::string onDisc(page_.vsRestore.nameOnDisc(row));
   if (const std::string fault =
-          claims_.doFindFault(onDisc, page_.vsRestore.item(row).size, info.size);
+          claims_.doFindFault(nameOnDisc, page_.vsRestore.item(row).size, info.size);
       !fault.empty()) {
     doAddErrorRow(fault, file.shown);
     ++counts_.errors;
@@ -208,8 +208,7 @@ void FileRestore::doRestoreParts(int from) {
 }
 
 FileRestore::PartResult FileRestore::doRestorePart(int part) {
-  const std::string source =
-      Paths::onDrive(disc_.letter, split_.SplitBaseName + "." + Text::zeroPadded(part, 3));
+  const std::string source = disc_.pathOf(split_.SplitBaseName + "." + Text::zeroPadded(part, 3));
   const FileInfo info = services_.files.doGetInfo(source);
   if (info.kind != FileInfo::Kind::File) return doMissPart(part);
   progress.RestoreBytesNext += info.size;

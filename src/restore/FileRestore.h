@@ -5,18 +5,12 @@
 
 #include "platform/TargetFolder.h"
 #include "restore/DiscClaims.h"
+#include "restore/DiscInHand.h"
 #include "restore/ExistingFiles.h"
 #include "restore/RestoreProgress.h"
 #include "restore/RestoreServices.h"
 
 namespace korvenal {
-
-/// The disc that files are taken from.
-struct DiscInHand {
-  char letter = 0;
-  int number = 0;
-  std::string label;  ///< "Backup #2"
-};
 
 /// What became of the rows of one disc.
 struct RestoreCounts {

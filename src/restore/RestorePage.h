@@ -8,6 +8,7 @@
 #include "core/Settings.h"
 #include "platform/Desktop.h"
 #include "platform/Fixed4.h"
+#include "platform/SetIdentity.h"
 #include "restore/RestoreTree.h"
 
 namespace korvenal {
@@ -44,6 +45,8 @@ struct RestorePage {
   std::string IndexPath;  ///< where the index was read from
   std::string IndexName;  ///< what it is called on the discs of its set
   std::string setName;    ///< "Photos (2026-11-22-10-00-F)": the set of discs; empty when unknown
+  SetIdentity identity;   ///< of the set; unknown when its index is without a date
+  bool isSetUnmarked = false;  ///< its first disc is older than identities
   bool IsDifferential = false;
   bool IndexLoading = false;
   int OutlineDepth = 0;  ///< deepest level of the tree

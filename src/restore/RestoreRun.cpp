@@ -12,7 +12,10 @@ constexpr std::size_t MaxVisits = 10000;
 }  // namespace
 
 RestoreRun::RestoreRun(const RestoreServices& services, Steps steps)
-    : services_(services), steps_(std::move(steps)), discs_(services_) {}
+    : services_(services),
+      steps_(std::move(steps)),
+      recognition_(services_.files, services_.page),
+      discs_(services_) {}
 
 RestoreResult RestoreRun::doStartRestore() {
   ActionState& state = services_.state;
@@ -126,8 +129,10 @@ bool RestoreRun::isFirstDiscInDrive() const {
   const RestorePage& page = services_.page;
   const bool begins = page.RestoreDiscList.front() == 1;
   const bool oneDrive = services_.devices.DeviceMode != 1;
-  return begins && (page.discsWanted() == 1 || oneDrive) && Paths::asDrivePath(page.IndexPath) &&
-         services_.files.doFileExists(page.IndexPath);
+  const auto index = Paths::asDrivePath(page.IndexPath);
+  return begins && (page.discsWanted() == 1 || oneDrive) && index &&
+         services_.files.doFileExists(page.IndexPath) &&
+         recognition_.look(index->letter, 1).disc.has_value();
 }
 
 RestoreResult::End RestoreRun::doRestoreLoop() {
@@ -159,6 +164,7 @@ void RestoreRun::doAskLoadDisc(int reason) {
   request_.RestoreDiscList = services_.page.RestoreDiscList;
   request_.RestoreDiscIndex = services_.page.RestoreDiscIndex;
   request_.setName = services_.page.setName;
+  request_.wantedSet = {"", services_.page.identity, services_.page.isSetUnmarked};
   steps_.doAskLoadDisc(reason, request_);
 }
 

@@ -61,6 +61,7 @@ class RestoreRun {
   RestoreServices services_;
   Steps steps_;
   DiscRequest request_;
+  DiscRecognition recognition_;
   DiscRestore discs_;
 };
 
