@@ -106,7 +106,7 @@ void Lifecycle::doTellEnd(int action) {
   switch (action) {
     case ActionController::Backup: {
       const RunFaults& faults = main_.backupResult.faults;
-      const bool errors = faults.discs + faults.files + faults.notVerified > 0;
+      const bool errors = faults.discs + faults.files + faults.notVerified + faults.missed > 0;
       return commander.doNotify(endText("The backup", main_.backupResult, errors));
     }
     case ActionController::Restore: {

@@ -23,7 +23,7 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
       addItems({state, ports.desktop, ports.files, workspace, profile}, job),
       contentsEditing(state, ports.desktop, job),
       sourceScan({state, settings, workspace, ports.desktop, ports.clock, ports.files, ports.walker,
-                  ports.archiveBits, ports.archive, grids},
+                  ports.archiveBits, ports.archive, grids, [this] { return ownFiles(); }},
                  job, plan),
       estimate({state, ports.desktop, profile,
                 [this](int discType) { return drives.doCheckDevice(discType); }},
@@ -48,6 +48,13 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
             eraseSteps()),
       controller(state, ports.engine, ports.desktop, grids, runPages) {
   doWire();
+}
+
+OwnFiles frmMain::ownFiles() const {
+  return {.folders = {workspace.applicationFolder, workspace.TempFolder},
+          .shelf = ports_.trays.shelf(),
+          .discs = ports_.trays.discFiles(),
+          .written = ports_.trays.writtenFiles()};
 }
 
 BackupRun::Steps frmMain::backupSteps() {

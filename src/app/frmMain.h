@@ -167,6 +167,7 @@ class frmMain {
   void doOpenRecentJob(int row);
 
  private:
+  OwnFiles ownFiles() const;
   BackupRun::Steps backupSteps();
   RestoreRun::Steps restoreSteps();
   EraseRun::Steps eraseSteps();

@@ -41,7 +41,7 @@ BackupResult BackupRun::doStartBackup() {
   if (request_.DiscsBurned == 0) services_.grids.doForgetDiscs(BackupIndex);
   if (plan.TotalSize == Fixed4(0) || plan.TotalDiscs == 0 || plan.TotalFiles == 0) {
     doRefuse("No file need to be backup.", MessageIcon::Warning);
-    return {End::NothingToDo, {}};
+    return {End::NothingToDo, {.missed = plan.missed}};
   }
   // A stop during the summary; the run would clear the flag.
   if (state.StopAction) {
@@ -50,7 +50,9 @@ BackupResult BackupRun::doStartBackup() {
   }
   const FlagScope running(state.ActionRunning);
   const End end = doRunBackup();
-  return {end, writer_.faults};
+  RunFaults faults = writer_.faults;
+  faults.missed = plan.missed;
+  return {end, faults};
 }
 
 bool BackupRun::isRefused() {

@@ -16,6 +16,7 @@ struct RunFaults {
   int discs = 0;        ///< attempts that failed
   int files = 0;        ///< files that verification found wrong
   int notVerified = 0;  ///< discs burned that could not be read again
+  int missed = 0;       ///< what the job names and the scan could not take, see `Plan`
 };
 
 /// Writes the next planned discs to whatever discs are loaded in the drives of the device mode,

@@ -16,6 +16,10 @@ Options exportOptions(const Arguments& arguments, const Arguments& switches = {}
   return parseOptions(arguments, {"--tsv", "--json"}, switches);
 }
 
+std::string missedText(const RunFaults& faults) {
+  return Text::counted(faults.missed, "item") + " could not be backed up; see the lines above.";
+}
+
 }  // namespace
 
 Commands BackupCommandGroup::commands() {
@@ -83,12 +87,15 @@ ExitCode BackupCommandGroup::backupCode() const {
       return ExitCode::Stopped;
     case BackupResult::End::NothingToDo:
       // A full backup without a file has lost its sources; a differential one has had a quiet day.
+      if (faults.missed > 0) return session_.fail(missedText(faults));
       return session_.main.job.isDifferential() ? ExitCode::Ok : ExitCode::Failed;
     case BackupResult::End::Finished:
-      if (faults.discs == 0 && faults.files == 0 && faults.notVerified == 0) return ExitCode::Ok;
+      if (faults.discs == 0 && faults.files == 0 && faults.notVerified == 0)
+        return faults.missed == 0 ? ExitCode::Ok : session_.fail(missedText(faults));
       return session_.fail("Not all is well: " + Text::counted(faults.discs, "disc") + " failed, " +
                            Text::counted(faults.notVerified, "disc") + " not verified, " +
-                           Text::counted(faults.files, "file") + " with errors.");
+                           Text::counted(faults.files, "file") + " with errors." +
+                           (faults.missed > 0 ? " " + missedText(faults) : ""));
     default:
       return ExitCode::Failed;
   }

@@ -36,14 +36,19 @@ int exitValue(ExitCode code) {
   return static_cast<int>(code);
 }
 
+int doRefuse(const std::string& commandFile) {
+  std::cerr << "The file " << commandFile << " cannot be read.\n";
+  return exitValue(ExitCode::Usage);
+}
+
 int run(const console::ProgramOptions& options) {
   std::ifstream file;
   if (!options.commandFile.empty()) {
     file.open(options.commandFile);
-    if (!file) {
-      std::cerr << "The file " << options.commandFile << " cannot be read.\n";
-      return exitValue(ExitCode::Failed);
-    }
+    // A folder opens like a file, and fails at the first look into it.
+    file.peek();
+    if (!file.is_open() || file.bad()) return doRefuse(options.commandFile);
+    file.clear();
   }
   StartFailure failure;
   const std::optional<ProgramStart> start =
@@ -68,7 +73,8 @@ int run(const console::ProgramOptions& options) {
        .interrupted = interrupted()},
       platform.clock(), [&platform](Desktop& desktop) { return platform.ports(desktop); },
       start->workspace);
-  return exitValue(program.run(commands));
+  const ExitCode code = program.run(commands);
+  return file.bad() ? doRefuse(options.commandFile) : exitValue(code);
 }
 
 }  // namespace

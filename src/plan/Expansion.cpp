@@ -12,6 +12,7 @@ Expansion::Expansion(const SourceScanServices& services, const Job& job, Plan& p
       table_(plan.vsBuffer),
       worker_(worker),
       filters_(filtersOf(job, plan.RunDate)),
+      ownFiles_(services.ownFiles ? services.ownFiles() : OwnFiles()),
       dropTopFolder_(job.vsContents.Rows() == 2 && services.settings.ExcludeTopFolder) {}
 
 Expansion::Outcome Expansion::run() {
@@ -31,21 +32,35 @@ void Expansion::finish() {
   table_.dropEmptyRows();
   if (dropTopFolder_ && table_.hasData()) table_.rows().erase(table_.rows().begin() + 1);
   plan_.skippedNotes = skippedEntries_.notes();
+  plan_.missed = skippedEntries_.missed();
 }
 
 void Expansion::expandItem(int item) {
   const std::string path(Paths::withoutEnd(job_.vsContents.text(item, ContentsPath)));
   worker_.doShowPath(path);
   const FileInfo info = services_.files.doGetInfo(path);
-  if (info.kind == FileInfo::Kind::Missing || services_.state.StopAction) return;
-  if (!Paths::isHoldable(itemName(item, path))) {
-    worker_.IgnoreUnicode(path);
-    return;
-  }
+  if (services_.state.StopAction) return;
+  if (info.kind == FileInfo::Kind::Missing) return skippedEntries_.addMissing(path);
+  if (!Paths::isHoldable(itemName(item, path))) return excludeName(path);
   if (info.kind == FileInfo::Kind::Folder)
     expandFolder(item, path, info);
   else
     expandFile(item, path);
+}
+
+void Expansion::excludeName(const std::string& path) {
+  skippedEntries_.addExcludedName(path);
+  worker_.IgnoreUnicode(path);
+}
+
+WalkFilters Expansion::filtersFor(const std::string& path, const FileInfo& info) const {
+  WalkFilters filters = filters_;
+  const FileInfo shelf =
+      ownFiles_.shelf.empty() ? FileInfo() : services_.files.doGetInfo(ownFiles_.shelf);
+  const bool isShelf =
+      shelf.kind == FileInfo::Kind::Folder && info.kind == shelf.kind && info.inode == shelf.inode;
+  filters.leaveOut = ownFiles_.leftOutBelow(path, isShelf);
+  return filters;
 }
 
 std::string Expansion::itemName(int item, const std::string& path) const {
@@ -76,17 +91,19 @@ void Expansion::expandFolder(int item, const std::string& path, const FileInfo& 
   ++bufferRows_;
 
   const bool descend = job_.vsContents.check(item, ContentsSubfolder) == Table::Check::Ticked;
-  services_.walker.walk(path, descend, filters_, *this);
+  services_.walker.walk(path, descend, filtersFor(path, info), *this);
   open_.clear();
 }
 
 void Expansion::expandFile(int item, const std::string& path) {
   dropTopFolder_ = false;
-  if (!services_.files.doFolderExists(std::string(Paths::doGetFolderPart(path)))) return;
   here_ = PlanTable::DiscRoot;
   fileItemName_ = itemName(item, path);
   fileItemPath_ = &path;
-  services_.walker.walkFile(path, filters_, *this);
+  // A file that is named is wanted, whatever it is; but a run cannot write a disc onto itself.
+  WalkFilters filters = filters_;
+  filters.leaveOut = ownFiles_.written;
+  services_.walker.walkFile(path, filters, *this);
   fileItemPath_ = nullptr;
 }
 
@@ -113,7 +130,7 @@ void Expansion::addReported(const WalkEntry& entry) {
   if (entry.isFolder)
     addReportedFolder(entry);
   else if (!entry.holdable)
-    worker_.IgnoreUnicode(entry.path());
+    excludeName(entry.path());
   else
     addReportedFile(entry);
 }
@@ -142,7 +159,7 @@ void Expansion::addReportedFolder(const WalkEntry& entry) {
     here_ = table_.folder(open.link).parent;
   }
   if (!entry.holdable) {
-    worker_.IgnoreUnicode(entry.path());
+    excludeName(entry.path());
     return;
   }
   if (open.link == PlanTable::NoLink) {

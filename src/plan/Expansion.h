@@ -22,8 +22,8 @@ class Expansion : private WalkSink {
 
   Expansion(const SourceScanServices& services, const Job& job, Plan& plan, frmAddFiles& worker);
 
-  /// Fills `vsBuffer`, `TotalSize` and `skippedNotes`. A top folder that is to be left out has no
-  /// row afterwards.
+  /// Fills `vsBuffer`, `TotalSize`, `skippedNotes` and `missed`. A top folder that is to be left
+  /// out has no row afterwards.
   Outcome run();
 
  private:
@@ -38,6 +38,9 @@ class Expansion : private WalkSink {
   bool skipped(WalkSkip reason, const std::string& path) override;
   bool pause() override;
 
+  void excludeName(const std::string& path);
+  /// The filters of a walk that starts at an item.
+  WalkFilters filtersFor(const std::string& path, const FileInfo& info) const;
   void expandItem(int item);
   void expandFolder(int item, const std::string& path, const FileInfo& info);
   void expandFile(int item, const std::string& path);
@@ -57,6 +60,7 @@ class Expansion : private WalkSink {
   PlanTable& table_;
   frmAddFiles& worker_;
   const WalkFilters filters_;
+  const OwnFiles ownFiles_;
 
   bool dropTopFolder_ = false;
   int bufferRows_ = 0;                          ///< rows reported so far, items' own included

@@ -181,6 +181,7 @@ struct Plan {
   std::string IndexTempPath;              ///< the finished index
   std::string IndexZipPath;               ///< the archive while it is made
   std::vector<std::string> skippedNotes;  ///< lines about what the walk had to pass over
+  int missed = 0;  ///< how much of what the job names is therefore not in the plan
 
   /// Planned bytes of disc 1 to 100; 0 for any other number.
   Fixed4 doGetDiscSZ(int disc) const;

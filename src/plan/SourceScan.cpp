@@ -33,6 +33,7 @@ void SourceScan::prepare() {
   plan_.clearTotals();
   plan_.skippedNotes.clear();
   plan_.IndexOutdated = false;
+  plan_.missed = 0;
   plan_.IndexOnDiscs = job_.BurnBackupIndex;
   plan_.IsDifferential = job_.isDifferential();
   splitAndSpan_ = job_.optSplitAndSpan == 1;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
+
 #include "core/ActionState.h"
 #include "core/RunGrids.h"
 #include "core/Settings.h"
 #include "core/Workspace.h"
+#include "plan/OwnFiles.h"
 #include "platform/ArchiveBits.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -25,6 +28,7 @@ struct SourceScanServices {
   ArchiveBits& archiveBits;
   IndexArchive& archive;
   RunGrids& grids;
+  std::function<OwnFiles()> ownFiles = {};  ///< as they are now; asked once a scan
 };
 
 }  // namespace korvenal

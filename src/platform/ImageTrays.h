@@ -49,6 +49,11 @@ class ImageTrays {
   /// Native path of the shelf, with '/' at the end.
   virtual std::string shelf() const = 0;
   virtual std::vector<ImageDisc> discsOnShelf() const = 0;
+  /// Native paths of all files that stand for discs made here, in trays and on the shelf, with what
+  /// the trays need to be remembered.
+  virtual std::vector<std::string> discFiles() const { return {}; }
+  /// Those of them that a run may write to, because they lie in a tray and take data.
+  virtual std::vector<std::string> writtenFiles() const { return {}; }
   /// Puts in a new blank disc of the type; `name` is its file name without extension, a number is
   /// added when it is taken. `blocks` 0 is the capacity of real discs of that type.
   virtual TrayResult insertBlank(char letter, std::uint8_t typeCode, const std::string& name,

@@ -17,6 +17,9 @@ struct WalkFilters {
   std::vector<std::string> exclude;     ///< patterns of names; cut off whole sub-folders
   std::optional<UnixTime> earliest;     ///< for files: not modified before this; equal passes
   std::uint32_t excludeAttributes = 0;  ///< FileAttribute bits; cut off whole sub-folders
+  /// Native paths of files and folders that are left out wherever the walk meets them, by whatever
+  /// name. Where the walk starts is not among what it meets.
+  std::vector<std::string> leaveOut = {};
 };
 
 /// One entry met by a walk. The views live until the call returns.
@@ -35,7 +38,16 @@ struct WalkEntry {
 
 /// Why a walk passed over something that the filters would have let through. An unreadable folder
 /// may have been read in part; what was read of it is reported.
-enum class WalkSkip { LinkToFolder, BrokenLink, Socket, Pipe, Device, UnreadableFolder };
+enum class WalkSkip {
+  LinkToFolder,
+  BrokenLink,
+  Socket,
+  Pipe,
+  Device,
+  UnreadableFolder,
+  LeftOut,  ///< as `WalkFilters::leaveOut` says; a folder's path has '/' at its end
+  Gone,     ///< the one file that was asked for is no longer there, or cannot be looked at
+};
 
 /// Receives a walk. A folder's contents come between its `enterFolder` and its `report`; entries
 /// of a folder come in the order of the bytes of their names, files and folders together.

@@ -77,8 +77,13 @@ TEST_F(RealFilesScan, WhatCannotBeBackedUpIsToldOrAskedAbout) {
   EXPECT_THAT(column(PlanName), ElementsAre("file"));
   ASSERT_EQ(desktop.asked.size(), 2U);
   EXPECT_THAT(desktop.asked[1].text, HasSubstr("bad\\name\nItem name contains unsupported"));
-  EXPECT_THAT(plan.skippedNotes, ElementsAre("Not backed up:  1 link to a folder, 1 broken link."));
-  EXPECT_EQ(grids.vsEvent[0].Rows(), 2);
+  const std::string notHeld = "Name not possible on a disc, not backed up:  ";
+  EXPECT_THAT(plan.skippedNotes,
+              ElementsAre("Not backed up:  1 link to a folder, 1 broken link.",
+                          "Excluded, because no disc can hold the name:  2 items.",
+                          notHeld + (dir / "src/bad\nfolder"), notHeld + (dir / "src/bad\\name")));
+  EXPECT_EQ(plan.missed, 2);
+  EXPECT_EQ(grids.vsEvent[0].Rows(), 5);
 }
 
 TEST_F(RealFilesScan, TheIndexIsPackedUnderItsOwnNameAndDeletedWithTheRun) {

@@ -269,7 +269,24 @@ TEST_F(WalkerTest, AFileItemObeysAllFiltersButTheIncludePatterns) {
   filters.exclude = {"A*"};
   EXPECT_THAT(walkFile(file, filters), IsEmpty());
   EXPECT_THAT(walkFile(folder_.path()), IsEmpty());
-  EXPECT_THAT(walkFile(folder_ / "missing"), IsEmpty());
+  EXPECT_THAT(walkFile(folder_ / "missing"), ElementsAre(line(WalkSkip::Gone, "missing")));
+}
+
+TEST_F(WalkerTest, WhatIsLeftOutIsKnownByAnyName) {
+  folder_.write("kept", "");
+  const std::string file = folder_.write("own/file", "");
+  std::filesystem::create_hard_link(file, folder_ / "second-name");
+  std::filesystem::create_directory_symlink(folder_ / "own", folder_ / "link");
+  WalkFilters filters;
+  filters.leaveOut = {folder_ / "link", file, folder_ / "not-there"};
+  EXPECT_THAT(walk(filters),
+              ElementsAre("kept", line(WalkSkip::LinkToFolder, "link"),
+                          line(WalkSkip::LeftOut, "own/"), line(WalkSkip::LeftOut, "second-name")));
+  EXPECT_THAT(walkFile(file, filters), ElementsAre(line(WalkSkip::LeftOut, "own/file")));
+  NotingSink sink(folder_.path());
+  filters.leaveOut = {folder_ / "own"};
+  walker_.walk(folder_ / "own", true, filters, sink);
+  EXPECT_THAT(sink.lines, ElementsAre("own/file")) << "where a walk starts is wanted";
 }
 
 }  // namespace korvenal

@@ -5,7 +5,9 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <compare>
 #include <deque>
 
 #include "platform/Paths.h"
@@ -28,7 +30,7 @@ constexpr int WalkFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
 struct Identity {
   dev_t device = 0;
   std::uint64_t inode = 0;
-  bool operator==(const Identity&) const = default;
+  auto operator<=>(const Identity&) const = default;
 };
 
 /// What an entry is: `error` is an errno, and only 0 makes the rest good.
@@ -67,7 +69,12 @@ struct ReadyFilters {
       : include(filters.include),
         exclude(filters.exclude),
         earliest(filters.earliest),
-        excludeAttributes(filters.excludeAttributes) {}
+        excludeAttributes(filters.excludeAttributes) {
+    for (const std::string& path : filters.leaveOut)
+      if (const Look look = lookAt(AT_FDCWD, path.c_str(), true); look.error == 0)
+        leaveOut.push_back(look.identity);
+    std::sort(leaveOut.begin(), leaveOut.end());
+  }
 
   bool includes(std::string_view name) const {
     return include.isEmpty() || include.matchesAny(name);
@@ -77,12 +84,16 @@ struct ReadyFilters {
   bool excludesSpecial(const FileInfo& info) const {
     return (info.attributes & excludeAttributes & ~static_cast<unsigned>(AttributeDevice)) != 0;
   }
+  bool leavesOut(const Identity& identity) const {
+    return std::binary_search(leaveOut.begin(), leaveOut.end(), identity);
+  }
   bool tooOld(const FileInfo& info) const { return earliest && info.modified < *earliest; }
 
   PatternList include;
   PatternList exclude;
   std::optional<UnixTime> earliest;
   std::uint32_t excludeAttributes;
+  std::vector<Identity> leaveOut;  ///< in order
 };
 
 WalkEntry entryOf(std::string_view name, std::string_view folder, const FileInfo& info) {
@@ -178,12 +189,15 @@ class Walk {
     if (look.error != 0) return visitFailed(level, name, look, included);
     if (look.info.kind == FileInfo::Kind::Folder) {
       if (!descend_ || filters_.excludes(look.info)) return true;
-      return look.isLink ? skip(WalkSkip::LinkToFolder, name) : visitFolder(level, name, look);
+      if (look.isLink) return skip(WalkSkip::LinkToFolder, name);
+      if (filters_.leavesOut(look.identity)) return skip(WalkSkip::LeftOut, name, true);
+      return visitFolder(level, name, look);
     }
     if (!included) return true;
     if (look.info.kind == FileInfo::Kind::Other)
       return filters_.excludesSpecial(look.info) || skip(skipOf(look.mode), name);
     if (filters_.excludes(look.info) || filters_.tooOld(look.info)) return true;
+    if (filters_.leavesOut(look.identity)) return skip(WalkSkip::LeftOut, name);
     return sink_.report(entryOf(name, path_, look.info));
   }
 
@@ -193,9 +207,9 @@ class Walk {
     return look.error == ENOENT || tellUnreadable(level);
   }
 
-  bool skip(WalkSkip reason, std::string_view name) {
+  bool skip(WalkSkip reason, std::string_view name, bool isFolder = false) {
     std::string path = path_ + std::string(name);
-    if (reason == WalkSkip::UnreadableFolder) path += '/';
+    if (isFolder) path += '/';
     return sink_.skipped(reason, path);
   }
 
@@ -204,7 +218,7 @@ class Walk {
     if (!entry.holdable) return sink_.report(entry);
     // A link put in the folder's place since it was looked at is not followed.
     Descriptor folder(::openat(level.folder.get(), name.data(), WalkFlags | O_NOFOLLOW));
-    if (!folder) return errno == ENOENT || skip(WalkSkip::UnreadableFolder, name);
+    if (!folder) return errno == ENOENT || skip(WalkSkip::UnreadableFolder, name, true);
     sink_.enterFolder(entry);
     path_.append(name) += '/';
     Level& below = nextLevel();
@@ -262,13 +276,17 @@ void LinuxWalker::walkFile(const std::string& path, const WalkFilters& filters, 
   const ReadyFilters ready(filters);
   const std::string_view name = Paths::doGetFilePart(path);
   const Look look = lookAt(AT_FDCWD, path.c_str(), false);
-  if (ready.exclude.matchesAny(name) || (look.error != 0 && !look.isLink)) return;
-  if (look.isLink && look.error != 0) {
-    sink.skipped(WalkSkip::BrokenLink, path);
+  if (ready.exclude.matchesAny(name)) return;
+  if (look.error != 0) {
+    sink.skipped(look.isLink ? WalkSkip::BrokenLink : WalkSkip::Gone, path);
   } else if (look.info.kind == FileInfo::Kind::Other) {
     if (!ready.excludesSpecial(look.info)) sink.skipped(skipOf(look.mode), path);
   } else if (look.info.kind == FileInfo::Kind::File && !ready.excludes(look.info) &&
              !ready.tooOld(look.info)) {
+    if (ready.leavesOut(look.identity)) {
+      sink.skipped(WalkSkip::LeftOut, path);
+      return;
+    }
     const std::string folder = Paths::withEnd(Paths::doGetFolderPart(path));
     sink.report(entryOf(name, folder, look.info));
   }

@@ -14,6 +14,7 @@ constexpr char FirstLetter = 'V';
 constexpr std::int64_t MaxTraysBytes = 65536;
 constexpr std::size_t MaxStemBytes = 200;
 constexpr std::string_view ImageEnd = ".iso";
+const std::string TraysName = "trays";
 
 /// A file name that no file system objects to.
 std::string fileNameOf(std::string_view text) {
@@ -101,6 +102,35 @@ std::vector<ImageDisc> ImageShelf::discsOnShelf() const {
   return discs;
 }
 
+/// An image without a profile was not made here: it is a person's own file.
+std::vector<std::string> ImageShelf::discFiles() const {
+  const std::string profileEnd = ImageDrive::profileFileOf("");
+  std::vector<std::string> all = {folder_ + TraysName};
+  const auto add = [&](const std::string& profile) {
+    all.push_back(profile);
+    all.push_back(profile.substr(0, profile.size() - profileEnd.size()));
+  };
+  for (const std::string& name : files_.listFolder(folder_))
+    if (Text::endsWith(Text::toLower(name), std::string(ImageEnd) + profileEnd))
+      add(folder_ + name);
+  for (const auto& drive : drives_)
+    if (const std::string profile = ImageDrive::profileFileOf(drive->disc());
+        !drive->disc().empty() && files_.doFileExists(profile))
+      add(profile);
+  return all;
+}
+
+std::vector<std::string> ImageShelf::writtenFiles() const {
+  std::vector<std::string> all = {folder_ + TraysName};
+  for (const auto& drive : drives_) {
+    const auto profile = ImageDrive::profileOf(files_, drive->disc());
+    if (!profile || !(profile->isAppendable() || DiscTypes::isRewritable(profile->type))) continue;
+    all.push_back(drive->disc());
+    all.push_back(ImageDrive::profileFileOf(drive->disc()));
+  }
+  return all;
+}
+
 std::string ImageShelf::freeName(const std::string& name) const {
   const std::string stem = folder_ + fileNameOf(name);
   std::string image = stem + std::string(ImageEnd);
@@ -147,7 +177,7 @@ TrayResult ImageShelf::remove(char letter) {
 }
 
 void ImageShelf::loadTrays() {
-  const auto text = files_.readAll(folder_ + "trays", MaxTraysBytes);
+  const auto text = files_.readAll(folder_ + TraysName, MaxTraysBytes);
   if (!text) return;
   for (const std::string& line : Text::split(*text, '\n')) {
     const auto fields = Text::split(line, '\t');
@@ -172,7 +202,7 @@ void ImageShelf::storeTrays() {
             image + '\n';
   }
   // A tray whose state cannot be kept still works until the program ends.
-  if (files_.doCreateFolderPath(folder_)) files_.writeAll(folder_ + "trays", text);
+  if (files_.doCreateFolderPath(folder_)) files_.writeAll(folder_ + TraysName, text);
 }
 
 }  // namespace korvenal

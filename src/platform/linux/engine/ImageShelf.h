@@ -34,6 +34,8 @@ class ImageShelf : public ImageTrays {
   bool isOpen(char letter) const override;
   std::string shelf() const override { return folder_; }
   std::vector<ImageDisc> discsOnShelf() const override;
+  std::vector<std::string> discFiles() const override;
+  std::vector<std::string> writtenFiles() const override;
   TrayResult insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
                          std::int64_t blocks) override;
   TrayResult insert(char letter, const std::string& file) override;
