@@ -192,6 +192,8 @@ bool Expansion::passesDifferential(const WalkEntry& entry) const {
   info.size = Fixed4(entry.size);
   info.modified = entry.modified;
   info.modifiedNanoseconds = entry.modifiedNanoseconds;
+  info.changed = entry.changed;
+  info.changedNanoseconds = entry.changedNanoseconds;
   info.inode = entry.inode;
   return services_.archiveBits.doHasArchiveBit(entry.path(), info);
 }

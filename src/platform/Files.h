@@ -32,6 +32,10 @@ struct FileInfo {
   Fixed4 size;  ///< bytes; 0 for folders
   UnixTime modified = 0;
   std::int64_t modifiedNanoseconds = 0;  ///< the fraction of a second of `modified`
+  /// When anything of it changed last, its permissions included; no program can put it back.
+  /// 0 for what lies on a disc.
+  UnixTime changed = 0;
+  std::int64_t changedNanoseconds = 0;  ///< the fraction of a second of `changed`
   std::uint64_t inode = 0;
   std::uint32_t attributes = 0;   ///< FileAttribute bits
   std::uint32_t permissions = 0;  ///< permission bits (0777)

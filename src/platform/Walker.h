@@ -31,6 +31,8 @@ struct WalkEntry {
   std::int64_t size = 0;  ///< bytes; 0 for folders
   UnixTime modified = 0;
   std::int64_t modifiedNanoseconds = 0;
+  UnixTime changed = 0;
+  std::int64_t changedNanoseconds = 0;
   std::uint64_t inode = 0;
 
   std::string path() const { return std::string(folder).append(name); }

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include "platform/linux/SqliteArchiveBits.h"
 #include "support/TempDir.h"
@@ -13,6 +14,8 @@ FileInfo someFile() {
   info.size = Fixed4(1234);
   info.modified = 1'700'000'000;
   info.modifiedNanoseconds = 5;
+  info.changed = 1'700'000'001;
+  info.changedNanoseconds = 6;
   info.inode = 0xFFFF'FFFF'FFFF'FFFF;
   return info;
 }
@@ -37,10 +40,9 @@ TEST_F(ArchiveBitsTest, AClearedBitHoldsUntilAnythingOfTheFileChanges) {
   EXPECT_TRUE(bits.doHasArchiveBit(path_ + "x", someFile()));
 
   const std::function<void(FileInfo&)> changes[] = {
-      [](FileInfo& info) { info.size = Fixed4(1235); },
-      [](FileInfo& info) { --info.modified; },
-      [](FileInfo& info) { ++info.modifiedNanoseconds; },
-      [](FileInfo& info) { info.inode = 7; },
+      [](FileInfo& info) { info.size = Fixed4(1235); },   [](FileInfo& info) { --info.modified; },
+      [](FileInfo& info) { ++info.modifiedNanoseconds; }, [](FileInfo& info) { ++info.changed; },
+      [](FileInfo& info) { --info.changedNanoseconds; },  [](FileInfo& info) { info.inode = 7; },
   };
   for (const auto& change : changes) {
     FileInfo changed = someFile();
@@ -51,6 +53,33 @@ TEST_F(ArchiveBitsTest, AClearedBitHoldsUntilAnythingOfTheFileChanges) {
     EXPECT_TRUE(bits.doHasArchiveBit(path_, someFile()));
     bits.doClearArchiveBit(path_, someFile());
   }
+}
+
+TEST_F(ArchiveBitsTest, RowsFromBeforeHoldWithoutAChangeTimeUntilTheyAreWrittenAnew) {
+  sqlite3* older = nullptr;
+  ASSERT_EQ(sqlite3_open(store_.c_str(), &older), SQLITE_OK);
+  EXPECT_EQ(
+      sqlite3_exec(older,
+                   "CREATE TABLE saved (path BLOB PRIMARY KEY, size INTEGER, seconds INTEGER, "
+                   "nanoseconds INTEGER, inode INTEGER) WITHOUT ROWID; "
+                   "INSERT INTO saved VALUES (CAST('/a' AS BLOB), 1234, 1700000000, 5, -1); "
+                   "PRAGMA user_version = 1",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
+  sqlite3_close(older);
+  FileInfo touched = someFile();
+  ++touched.changed;
+  FileInfo rewritten = someFile();
+  ++rewritten.modifiedNanoseconds;
+  for (int start = 1; start <= 2; ++start) {
+    SqliteArchiveBits bits(store_);
+    EXPECT_FALSE(bits.doHasArchiveBit("/a", someFile())) << start;
+    EXPECT_FALSE(bits.doHasArchiveBit("/a", touched)) << start;
+    EXPECT_TRUE(bits.doHasArchiveBit("/a", rewritten)) << start;
+  }
+  SqliteArchiveBits bits(store_);
+  bits.doClearArchiveBit("/a", someFile());
+  EXPECT_TRUE(bits.doHasArchiveBit("/a", touched));
 }
 
 TEST_F(ArchiveBitsTest, WhatIsNotCommittedLeavesTheBitSet) {

@@ -105,6 +105,8 @@ WalkEntry entryOf(std::string_view name, std::string_view folder, const FileInfo
   entry.size = info.size.whole();
   entry.modified = info.modified;
   entry.modifiedNanoseconds = info.modifiedNanoseconds;
+  entry.changed = info.changed;
+  entry.changedNanoseconds = info.changedNanoseconds;
   entry.inode = info.inode;
   return entry;
 }

@@ -6,10 +6,17 @@ namespace korvenal {
 
 namespace {
 
-constexpr int Layout = 1;  ///< stands in the file as `user_version`
+constexpr int Layout = 2;  ///< stands in the file as `user_version`
+constexpr int LayoutWithoutChange = 1;
 constexpr const char* CreateTable =
     "CREATE TABLE saved (path BLOB PRIMARY KEY, size INTEGER, seconds INTEGER, "
-    "nanoseconds INTEGER, inode INTEGER) WITHOUT ROWID; PRAGMA user_version = 1";
+    "nanoseconds INTEGER, inode INTEGER, changed INTEGER, changedNanoseconds INTEGER) "
+    "WITHOUT ROWID; PRAGMA user_version = 2";
+/// Rows of the older layout have no change time and hold without one: else the first differential
+/// backup after an update would be a full one.
+constexpr const char* AddChange =
+    "BEGIN; ALTER TABLE saved ADD COLUMN changed INTEGER; "
+    "ALTER TABLE saved ADD COLUMN changedNanoseconds INTEGER; PRAGMA user_version = 2; COMMIT";
 
 /// Puts a statement back for its next use, whatever became of this one.
 class Use {
@@ -51,6 +58,8 @@ bool SqliteArchiveBits::doHasArchiveBit(const std::string& path, const FileInfo&
     const auto column = [&](int at) { return sqlite3_column_int64(find_.get(), at); };
     same = result == SQLITE_ROW && column(0) == info.size.whole() && column(1) == info.modified &&
            column(2) == info.modifiedNanoseconds && column(3) == inodeOf(info);
+    if (same && sqlite3_column_type(find_.get(), 4) != SQLITE_NULL)
+      same = column(4) == info.changed && column(5) == info.changedNanoseconds;
   }
   if (result != SQLITE_ROW && result != SQLITE_DONE) fail(result);
   return !same;
@@ -62,8 +71,9 @@ void SqliteArchiveBits::doClearArchiveBit(const std::string& path, const FileInf
   {
     Use store(store_.get(), path);
     const std::int64_t values[] = {info.size.whole(), info.modified, info.modifiedNanoseconds,
-                                   inodeOf(info)};
-    for (int i = 0; i < 4; ++i) sqlite3_bind_int64(store_.get(), i + 2, values[i]);
+                                   inodeOf(info),     info.changed,  info.changedNanoseconds};
+    int at = 1;
+    for (const std::int64_t value : values) sqlite3_bind_int64(store_.get(), ++at, value);
     result = store.step();
   }
   if (result != SQLITE_DONE) fail(result);
@@ -99,8 +109,10 @@ int SqliteArchiveBits::open() {
   // than the answers.
   if (!run("PRAGMA locking_mode = EXCLUSIVE")) return sqlite3_errcode(opened);
   if (const int error = checkLayout(); error != SQLITE_OK) return error;
-  find_ = prepare("SELECT size, seconds, nanoseconds, inode FROM saved WHERE path = ?1");
-  store_ = prepare("INSERT OR REPLACE INTO saved VALUES (?1, ?2, ?3, ?4, ?5)");
+  find_ = prepare(
+      "SELECT size, seconds, nanoseconds, inode, changed, changedNanoseconds FROM saved "
+      "WHERE path = ?1");
+  store_ = prepare("INSERT OR REPLACE INTO saved VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)");
   // Without its table the file is as useless as a damaged one.
   if (!find_ || !store_) return SQLITE_NOTADB;
   if (bracketed_) run("BEGIN");
@@ -111,8 +123,12 @@ int SqliteArchiveBits::checkLayout() {
   const Statement ask = prepare("PRAGMA user_version");
   if (!ask || sqlite3_step(ask.get()) != SQLITE_ROW) return sqlite3_errcode(database_.get());
   const int layout = sqlite3_column_int(ask.get(), 0);
-  if (layout == 0 && !run(CreateTable)) return sqlite3_errcode(database_.get());
-  return layout == 0 || layout == Layout ? SQLITE_OK : SQLITE_NOTADB;
+  const char* missing = layout == 0                     ? CreateTable
+                        : layout == LayoutWithoutChange ? AddChange
+                                                        : nullptr;
+  if (missing == nullptr) return layout == Layout ? SQLITE_OK : SQLITE_NOTADB;
+  sqlite3_reset(ask.get());  // it would hold the table
+  return run(missing) ? SQLITE_OK : sqlite3_errcode(database_.get());
 }
 
 void SqliteArchiveBits::fail(int code) {

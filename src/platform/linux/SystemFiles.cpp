@@ -53,6 +53,8 @@ FileInfo infoOf(const struct statx& status, std::string_view path) {
     info.size = Fixed4(static_cast<std::int64_t>(status.stx_size));
   info.modified = status.stx_mtime.tv_sec;
   info.modifiedNanoseconds = status.stx_mtime.tv_nsec;
+  info.changed = status.stx_ctime.tv_sec;
+  info.changedNanoseconds = status.stx_ctime.tv_nsec;
   info.inode = status.stx_ino;
   info.permissions = status.stx_mode & 0777U;
   if ((status.stx_mode & 0222U) == 0) info.attributes |= AttributeReadOnly;
