@@ -1,5 +1,7 @@
 #include "burn/DiscBurner.h"
 
+#include "platform/FaultList.h"
+
 namespace korvenal {
 
 void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
@@ -44,6 +46,7 @@ void DiscBurner::doSetOptions(const DiscAttempt& attempt) {
 bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
   BurnEngine& engine = services_.engine;
   services_.grids.etProgress[0] = {"Creating disc track image...", 0};
+  engine.do_SetFaultList(services_.plan.FaultListName, FaultList::Bytes);
   const std::int32_t prepared = engine.do_Prepare([this] {
     services_.desktop.doYield();
     return services_.state.StopAction;
@@ -114,7 +117,7 @@ void DiscBurner::doJudge(DiscAttempt& attempt, int sessionsBefore, DiscRequest& 
     doFailBurn(attempt, engineSentence());
     return;
   }
-  for (const std::string& path : engine.do_GetSkippedFiles()) attempt.padded.insert(path);
+  for (const FileFault& fault : engine.do_GetSkippedFiles()) attempt.padded.insert(fault.discPath);
   request.DiscsBurned = attempt.number;
   request.BurnFromDisc = attempt.number + 1;
   progress.text = "100%";

@@ -6,16 +6,33 @@
 #include <string>
 #include <vector>
 
+#include "platform/Files.h"
+
 namespace korvenal {
 
 inline constexpr std::int64_t BlockBytes = 2048;  ///< a block, the unit of disc sizes
 
-/// What the plan knows of a source file. A file that looks otherwise when it is prepared or read
-/// counts as a file error: it is left out or padded when such files are to be skipped, and fails
-/// the burn otherwise.
+/// What the plan knows of a source file. A file that looks otherwise when it is prepared counts as
+/// a file error, unless the sources were measured: then what was found is what is planned. A file
+/// that looks otherwise when it is read is padded when such files are to be skipped, and fails the
+/// burn otherwise.
 struct PlannedSource {
   std::int64_t size = 0;                 ///< bytes of the whole source file
   std::optional<std::int64_t> modified;  ///< seconds since 1970 UTC, when the plan knows it
+};
+
+/// A source that is not as it was planned when its disc is prepared.
+struct SourceFinding {
+  std::int32_t file = 0;  ///< its place among the files inserted since `do_ClearAll`, from 0
+  FileInfo now;           ///< as it was found
+  std::string reason;     ///< why it cannot be saved; empty: it can be, as it is now
+};
+
+/// A file that could not be put on a disc.
+struct FileFault {
+  std::string discPath;  ///< '\\' between components
+  std::string source;    ///< native path
+  std::string reason;
 };
 
 /// What the logic asks of drives and discs. One device is selected at a time; all operations that
@@ -88,6 +105,19 @@ class BurnEngine {
                                      std::int64_t wholeGiB) = 0;
   /// Holds for the next `do_InsertFileWithName`, and for that one alone.
   virtual void do_SetPlannedSource(const PlannedSource& planned) = 0;
+  /// Looks at all sources that were not found yet, and tells those that are not as planned. What
+  /// was found is planned from then on; what cannot be saved stays out of the tree, and is looked
+  /// at again by the next call unless it was left out. Calls `pump` again and again meanwhile; true
+  /// from it stops, and the findings are those so far.
+  virtual std::vector<SourceFinding> do_MeasureSources(const std::function<bool()>& pump) = 0;
+  /// A source as it was measured; of kind Missing when it was not found. Numbered as in a finding.
+  virtual FileInfo do_GetMeasuredSource(std::int32_t file) = 0;
+  /// Takes an inserted file out of the tree to come. Numbered as in a finding.
+  virtual void do_LeaveOutSource(std::int32_t file) = 0;
+  /// Wants a list of the files that cannot be read to their end as the last file of the track: its
+  /// name at the root, and its bytes (see FaultList). Where the disc lacks the room it is smaller
+  /// or stays away. A file that fails and finds no place in it cancels the burn.
+  virtual void do_SetFaultList(const std::string& name, std::int64_t bytes) = 0;
   /// Above 0: prepared. Calls `pump` again and again meanwhile; true from it stops.
   virtual std::int32_t do_Prepare(const std::function<bool()>& pump) = 0;
   virtual std::int32_t do_GetImageSize() = 0;  ///< blocks of the prepared track
@@ -102,9 +132,9 @@ class BurnEngine {
   virtual std::int32_t do_GetErrorNumber() = 0;
   virtual std::string do_GetErrorString() = 0;
 
-  /// Disc paths ('\' between components) of the files whose place on the last burned disc holds
-  /// padding, because their source could not be read as planned.
-  virtual std::vector<std::string> do_GetSkippedFiles() = 0;
+  /// The files that the last burn did not save: their places on the disc hold padding, or they are
+  /// not in its tree. Those that measuring told of are not among them.
+  virtual std::vector<FileFault> do_GetSkippedFiles() = 0;
 };
 
 /// The system's list of drives: what stands behind a letter.

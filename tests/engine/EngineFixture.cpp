@@ -50,6 +50,12 @@ Ending EngineFixture::erase() {
   return end;
 }
 
+std::vector<std::string> EngineFixture::unsaved() {
+  std::vector<std::string> paths;
+  for (const FileFault& fault : engine->do_GetSkippedFiles()) paths.push_back(fault.discPath);
+  return paths;
+}
+
 std::string EngineFixture::readDisc(const std::string& discPath) {
   const auto stream = disc->open('V', discPath);
   if (!stream) return "<missing>";

@@ -40,6 +40,8 @@ class EngineFixture : public ::testing::Test {
   Ending burn(const std::function<void()>& during = {});
   Ending prepareAndBurn() { return prepare() ? burn() : Ending(); }
   Ending erase();
+  /// Disc paths of the files that the last burn did not save.
+  std::vector<std::string> unsaved();
   std::string image() const { return shelf->discIn('V').file; }
   /// The content of a file on the disc in V, or an error text.
   std::string readDisc(const std::string& discPath);

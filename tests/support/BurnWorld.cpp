@@ -46,6 +46,7 @@ FileOutcome MemoryFiles::writeAll(const std::string& path, std::string_view cont
 }
 
 BurnWorld::BurnWorld() {
+  engine.look = [this](const std::string& path) { return files.doGetInfo(path); };
   job.txJobName = "Holidays of 2026";
   job.vsContents.addRow({"0", "", "Photos"});
   profile.doWriteProfile("Backup", "Notice", "1");

@@ -35,9 +35,10 @@ void FakeEngine::doCommitTrack() {
   if (fails("session")) return;
   FakeDisc& target = disc();
   for (const LaidOut& file : layout_) {
+    if (file.leftOut) continue;
     target.files[file.path] = file.bytes;
     if (!unreadable.contains(file.source)) continue;
-    skipped_.push_back(file.path);
+    skipped_.push_back({file.path, file.source, "Input/output error"});
     fileError_(1, 0);
   }
   target.usedBlocks += std::max(0, trackBlocks() - blockLoss);
@@ -99,8 +100,33 @@ void FakeEngine::do_InsertFileWithName(const std::string& parent, const std::str
                   " " + std::to_string(firstBlock) + " " + std::to_string(remainder) + " " +
                   std::to_string(wholeGiB) + " of " + std::to_string(planned_.size) +
                   (planned_.modified ? " dated" : ""));
-  layout_.push_back(
-      {parent == "\\" ? name : parent + "\\" + name, source, part == 0 ? planned_.size : length});
+  layout_.push_back({parent == "\\" ? name : parent + "\\" + name, source,
+                     part == 0 ? planned_.size : length, planned_});
+}
+
+std::vector<SourceFinding> FakeEngine::do_MeasureSources(const std::function<bool()>& pump) {
+  std::vector<SourceFinding> findings;
+  for (std::size_t at = 0; at < layout_.size() && look && !pump(); ++at) {
+    LaidOut& file = layout_[at];
+    if (file.leftOut || file.found.kind == FileInfo::Kind::File) continue;
+    const FileInfo now = look(file.source);
+    const bool gone = now.kind == FileInfo::Kind::Missing;
+    const bool whole = file.bytes == file.planned.size;
+    if (!gone) file.found = now;
+    if (!gone && whole) file.bytes = now.size.whole();
+    if (gone || now.size != file.planned.size ||
+        file.planned.modified.value_or(now.modified) != now.modified)
+      findings.push_back({static_cast<std::int32_t>(at), now, gone ? "No such file" : ""});
+  }
+  return findings;
+}
+
+FileInfo FakeEngine::do_GetMeasuredSource(std::int32_t file) {
+  return layout_.at(static_cast<std::size_t>(file)).found;
+}
+
+void FakeEngine::do_LeaveOutSource(std::int32_t file) {
+  layout_.at(static_cast<std::size_t>(file)).leftOut = true;
 }
 
 std::int32_t FakeEngine::do_Prepare(const std::function<bool()>& pump) {
@@ -113,7 +139,8 @@ std::int32_t FakeEngine::do_GetImageSize() {
 
 std::int32_t FakeEngine::trackBlocks() const {
   std::int64_t blocks = 100;
-  for (const LaidOut& file : layout_) blocks += (file.bytes + BlockBytes - 1) / BlockBytes;
+  for (const LaidOut& file : layout_)
+    if (!file.leftOut) blocks += (file.bytes + BlockBytes - 1) / BlockBytes;
   return static_cast<std::int32_t>(blocks);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -45,6 +46,8 @@ class FakeEngine : public BurnEngine {
   std::int32_t writeSpeed = 0;
   std::int32_t blockLoss = 0;  ///< the disc ends with so many blocks fewer than the track
   bool loseDiscAtLoad = false;
+  /// How sources look when they are measured; without it all are as planned.
+  std::function<FileInfo(const std::string& source)> look;
   std::int64_t millisecondsATurn = 250;
   int turnsABurn = 8;
 
@@ -92,6 +95,10 @@ class FakeEngine : public BurnEngine {
                              std::int64_t firstBlock, std::int64_t remainder,
                              std::int64_t wholeGiB) override;
   void do_SetPlannedSource(const PlannedSource& planned) override { planned_ = planned; }
+  std::vector<SourceFinding> do_MeasureSources(const std::function<bool()>& pump) override;
+  FileInfo do_GetMeasuredSource(std::int32_t file) override;
+  void do_LeaveOutSource(std::int32_t file) override;
+  void do_SetFaultList(const std::string&, std::int64_t) override {}
   std::int32_t do_Prepare(const std::function<bool()>& pump) override;
   std::int32_t do_GetImageSize() override;
   int do_Burn(FinishCallback finished, FileErrorCallback fileError, int,
@@ -102,13 +109,16 @@ class FakeEngine : public BurnEngine {
   std::int16_t do_EraseDisc(int quick, FinishCallback finished) override;
   std::int32_t do_GetErrorNumber() override { return errorNumber; }
   std::string do_GetErrorString() override { return errorText; }
-  std::vector<std::string> do_GetSkippedFiles() override { return skipped_; }
+  std::vector<FileFault> do_GetSkippedFiles() override { return skipped_; }
 
  private:
   struct LaidOut {
     std::string path;
     std::string source;
     std::int64_t bytes;
+    PlannedSource planned;
+    FileInfo found = {};
+    bool leftOut = false;
   };
   enum class Task { None, Burn, Erase };
 
@@ -125,7 +135,7 @@ class FakeEngine : public BurnEngine {
   std::vector<LaidOut> layout_;
   std::string label_;
   PlannedSource planned_;
-  std::vector<std::string> skipped_;
+  std::vector<FileFault> skipped_;
   Task task_ = Task::None;
   int turns_ = 0;
   bool aborted_ = false;

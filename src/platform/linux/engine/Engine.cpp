@@ -234,6 +234,23 @@ void Engine::do_InsertFileWithName(const std::string& parent, const std::string&
   layout_->insert({parent, name, source, range, std::exchange(planned_, std::nullopt)});
 }
 
+std::vector<SourceFinding> Engine::do_MeasureSources(const std::function<bool()>& pump) {
+  // The front end works meanwhile, and must not empty the layout.
+  preparing_ = true;
+  std::vector<SourceFinding> findings = layout_->measure(pump);
+  preparing_ = false;
+  return findings;
+}
+
+FileInfo Engine::do_GetMeasuredSource(std::int32_t file) {
+  const SourceState* state = file < 0 ? nullptr : layout_->measured(static_cast<std::size_t>(file));
+  return state != nullptr ? state->toInfo() : FileInfo();
+}
+
+void Engine::do_LeaveOutSource(std::int32_t file) {
+  if (file >= 0) layout_->leaveOut(static_cast<std::size_t>(file));
+}
+
 std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
   release_.take(std::exchange(prepared_, nullptr));
   imageSize_ = 0;
@@ -254,6 +271,9 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
   request.replace = switches_.replace;
   request.pump = pump;
   request.release = &release_;
+  request.faultListName = switches_.faultListName;
+  request.faultListBytes = switches_.faultListBytes;
+  request.roomBlocks = selected_->state().freeBlocks;
   if (import_ && place.lastSession >= 0) {
     request.openEarlier = [this] { return selected_->openBlocks(); };
     request.earlierStart = static_cast<std::uint32_t>(place.lastSession);
@@ -359,7 +379,7 @@ void Engine::deliverFaults(const std::vector<FileFault>& faults) {
   if (!work_->logFile.empty()) log.open(work_->logFile, std::ios::app);
   const FileErrorCallback tell = work_->fileError;
   for (const FileFault& fault : faults) {
-    skipped_.push_back(fault.discPath);
+    skipped_.push_back(fault);
     log << fault.source << ": " << fault.reason << '\n';
     if (tell) tell(0, 0);
   }

@@ -68,6 +68,13 @@ class Engine : public BurnEngine, public MountedDevices {
                              std::int64_t firstBlock, std::int64_t remainder,
                              std::int64_t wholeGiB) override;
   void do_SetPlannedSource(const PlannedSource& planned) override { planned_ = planned; }
+  std::vector<SourceFinding> do_MeasureSources(const std::function<bool()>& pump) override;
+  FileInfo do_GetMeasuredSource(std::int32_t file) override;
+  void do_LeaveOutSource(std::int32_t file) override;
+  void do_SetFaultList(const std::string& name, std::int64_t bytes) override {
+    switches_.faultListName = name;
+    switches_.faultListBytes = bytes;
+  }
   std::int32_t do_Prepare(const std::function<bool()>& pump) override;
   std::int32_t do_GetImageSize() override;
 
@@ -79,7 +86,7 @@ class Engine : public BurnEngine, public MountedDevices {
   std::int16_t do_EraseDisc(int quick, FinishCallback finished) override;
   std::int32_t do_GetErrorNumber() override { return errorNumber_; }
   std::string do_GetErrorString() override { return errorText_; }
-  std::vector<std::string> do_GetSkippedFiles() override { return skipped_; }
+  std::vector<FileFault> do_GetSkippedFiles() override { return skipped_; }
 
   std::string devicePath(char letter) override;
   std::string problem(char letter) override;
@@ -100,6 +107,8 @@ class Engine : public BurnEngine, public MountedDevices {
     bool finalize = false;
     bool skipAtPreparation = true;
     bool skipAtBurn = true;
+    std::string faultListName;
+    std::int64_t faultListBytes = 0;
   };
   /// The burn or erase at work. Its thread ends before it is destroyed.
   struct Work {
@@ -144,7 +153,7 @@ class Engine : public BurnEngine, public MountedDevices {
   std::shared_ptr<PreparedTrack> prepared_;
   std::int32_t imageSize_ = 0;          ///< blocks; outlives the start of the burn
   std::vector<FileFault> deliverable_;  ///< of the burn at work, found at its preparation
-  std::vector<std::string> skipped_;
+  std::vector<FileFault> skipped_;
   std::int32_t errorNumber_ = 0;
   std::string errorText_;
   std::unique_ptr<Work> work_;

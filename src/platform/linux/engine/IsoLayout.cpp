@@ -1,6 +1,10 @@
 #include "platform/linux/engine/IsoLayout.h"
 
+#include <atomic>
+#include <system_error>
+
 #include "platform/Paths.h"
+#include "platform/linux/engine/SlowCalls.h"
 #include "platform/linux/engine/TreeBuilder.h"
 
 namespace korvenal {
@@ -61,6 +65,57 @@ void IsoLayout::createDir(std::string_view parent, std::string_view name) {
 void IsoLayout::insert(NewFile file) {
   files_.push_back(
       {keep(file.name), folderId(file.parent), keep(file.source), file.range, file.planned});
+}
+
+std::string IsoLayout::findFault(const File& file, const SourceState& state) {
+  const std::int64_t length = file.range.length < 0 ? state.size : file.range.length;
+  // Written so that no sum of what was given can overflow.
+  const bool fits = file.range.offset >= 0 && file.range.offset <= state.size &&
+                    length <= state.size - file.range.offset;
+  return fits ? "" : "The file has changed";
+}
+
+std::optional<SourceFinding> IsoLayout::measureFile(std::size_t index) {
+  File& file = files_[index];
+  SourceFinding finding{static_cast<std::int32_t>(index), {}, {}};
+  SourceState state;
+  int error = 0;
+  if (openSourceFile(std::string(file.source), state, error)) {
+    finding.now = state.toInfo();
+    finding.reason = findFault(file, state);
+  } else {
+    finding.reason = std::system_category().message(error);
+  }
+  file.unsaved = !finding.reason.empty();
+  if (file.unsaved) return finding;
+  file.found = state;
+  const bool asPlanned =
+      !file.planned ||
+      (file.planned->size == state.size &&
+       file.planned->modified.value_or(state.modified.seconds) == state.modified.seconds);
+  return asPlanned ? std::nullopt : std::optional(finding);
+}
+
+std::vector<SourceFinding> IsoLayout::measure(const std::function<bool()>& pump) {
+  std::vector<SourceFinding> findings;
+  std::atomic<bool> stop = pump();
+  runAside(
+      [&] {
+        for (std::size_t i = 0; i < files_.size() && !stop; ++i) {
+          if (files_[i].found || files_[i].leftOut) continue;
+          if (auto finding = measureFile(i)) findings.push_back(std::move(*finding));
+        }
+      },
+      [&] { stop = pump() || stop; });
+  return findings;
+}
+
+const SourceState* IsoLayout::measured(std::size_t file) const {
+  return file < files_.size() && files_[file].found ? &*files_[file].found : nullptr;
+}
+
+void IsoLayout::leaveOut(std::size_t file) {
+  if (file < files_.size()) files_[file].leftOut = true;
 }
 
 std::shared_ptr<PreparedTrack> IsoLayout::prepare(Request request, std::string& why) const {

@@ -80,6 +80,9 @@ class IsoLayout {
     std::uint32_t earlierStart = 0;
     /// Called on the calling thread while another one works, some fifty times a second; true stops.
     std::function<bool()> pump = nullptr;
+    std::string faultListName = {};  ///< at the root; empty for none
+    std::int64_t faultListBytes = 0;
+    std::int64_t roomBlocks = 0;  ///< which the track must stay below for the list to stand in it
     /// Where tracks are let go. Those under way are waited for: the library's images share a
     /// counter that is not safe among threads.
     ReleaseThread* release = nullptr;
@@ -94,6 +97,11 @@ class IsoLayout {
 
   void createDir(std::string_view parent, std::string_view name);
   void insert(NewFile file);
+  /// As `BurnEngine::do_MeasureSources`.
+  std::vector<SourceFinding> measure(const std::function<bool()>& pump);
+  /// Null for a file that was not found, and for a number of no file.
+  const SourceState* measured(std::size_t file) const;
+  void leaveOut(std::size_t file);
   /// Null when it failed or was stopped; `why` tells.
   std::shared_ptr<PreparedTrack> prepare(Request request, std::string& why) const;
 
@@ -108,8 +116,16 @@ class IsoLayout {
     std::string_view source;
     Range range;
     std::optional<PlannedSource> planned;
+    std::optional<SourceState> found = std::nullopt;  ///< when it was measured
+    bool leftOut = false;
+    bool unsaved = false;  ///< measured, and cannot be saved
   };
   friend class TreeBuilder;
+
+  /// Why the file cannot be saved as it is; empty when it can.
+  static std::string findFault(const File& file, const SourceState& state);
+  /// A finding when the source is not as planned.
+  std::optional<SourceFinding> measureFile(std::size_t index);
 
   std::uint32_t folderId(std::string_view path);
   std::string_view keep(std::string_view text);

@@ -1,54 +1,64 @@
 #include "platform/linux/engine/SourceStream.h"
 
-#include <fcntl.h>
 #include <libisofs/libisofs.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
+#include <string_view>
 #include <system_error>
+
+#include "platform/FaultList.h"
+#include "platform/linux/engine/TrackStream.h"
 
 namespace korvenal {
 
 namespace {
 
-/// The layout of the library's stream object, which its header hides from C++ because one of the
-/// members bears a reserved word as its name.
-struct StreamObject {
-  IsoStreamIface* methods;
-  int references;
-  void* data;
-};
+constexpr const char* ChangedText = "The file was changed while it was burned";
+constexpr int CancelBurn = static_cast<int>(ISO_CANCELED);
+constexpr int Rereadings = 3;  ///< of a file whose change time moves again and again
 
-/// Keeps the numbers of our streams apart from those of the library's own kinds.
-constexpr unsigned StreamFamily = 0x4B56;
-
-constexpr const char* ChangedText = "The file has changed";
-
-class SourceStream {
+/// The content that was handed out, piece by piece.
+class ContentDigest {
  public:
-  SourceStream(const StreamSource& source, StreamContext& context, std::uint64_t serial)
-      : source_(source), context_(context), serial_(serial) {}
-
-  std::int64_t size() const { return source_.length; }
-  std::uint64_t serial() const { return serial_; }
-
-  void open();
-  void close();
-  int read(char* buffer, std::size_t bytes);
+  void add(std::string_view piece) {
+    constexpr std::uint64_t Odd = 0x9E3779B97F4A7C15;
+    value_ = (value_ ^ std::hash<std::string_view>()(piece)) * Odd;
+    value_ ^= value_ >> 32;
+  }
+  bool operator==(const ContentDigest&) const = default;
 
  private:
+  std::uint64_t value_ = 0;
+};
+
+class SourceStream : public TrackStream {
+ public:
+  SourceStream(const StreamSource& source, StreamContext& context)
+      : source_(source), context_(context) {}
+
+  std::int64_t size() const override { return source_.length; }
+  void open() override;
+  void close() override;
+  int read(char* buffer, std::size_t bytes) override;
+
+ private:
+  int openSource();
   int fill();
+  int readPiece(std::int64_t from);
+  int checkUnchanged();
+  int readAgain();
   int fail(const std::string& reason);
-  void checkUnchanged();
 
   const StreamSource& source_;
   StreamContext& context_;
-  std::uint64_t serial_;
   Descriptor file_;
+  SourceState opened_;
+  ContentDigest digest_;
   std::int64_t position_ = 0;  ///< bytes handed out
   std::size_t held_ = 0;       ///< bytes in the buffer
   std::size_t used_ = 0;       ///< of them handed out
@@ -59,6 +69,7 @@ void SourceStream::open() {
   position_ = 0;
   held_ = used_ = 0;
   failed_ = false;
+  digest_ = {};
   context_.bufferOwner = this;
 }
 
@@ -67,51 +78,86 @@ void SourceStream::close() {
   if (context_.bufferOwner == this) context_.bufferOwner = nullptr;
 }
 
+/// 0 when the rest of the file is padded, or the code that cancels the burn.
 int SourceStream::fail(const std::string& reason) {
-  if (!failed_) context_.addFault({source_.discPath, source_.path, reason});
+  const bool listed = failed_ || context_.addFault({source_.discPath, source_.path, reason});
   failed_ = true;
   file_.reset();
-  return context_.skipFaults ? 0 : static_cast<int>(ISO_CANCELED);
+  return listed && context_.skipFaults ? 0 : CancelBurn;
 }
 
-void SourceStream::checkUnchanged() {
-  struct stat status {};
-  if (::fstat(file_.get(), &status) != 0) return;
-  // All bytes came, but perhaps from two states of the file.
-  if (markOf(status) != source_.mark) fail(ChangedText);
+int SourceStream::openSource() {
+  int error = 0;
+  file_ = openSourceFile(source_.path, opened_, error);
+  if (!file_) return fail(std::system_category().message(error));
+  if (!opened_.looksLike(source_.state)) return fail(ChangedText);
+  // A new mode, owner or link explains a change time that moved alone. Without such a cause the
+  // file was rewritten and its time put back.
+  const bool explained =
+      opened_.changed == source_.state.changed || opened_.keeping != source_.state.keeping;
+  return explained ? 0 : fail(ChangedText);
+}
+
+/// Reads the piece that begins so many bytes behind the start of the range into the buffer.
+int SourceStream::readPiece(std::int64_t from) {
+  const auto wanted = static_cast<std::size_t>(
+      std::min<std::int64_t>(source_.length - from, StreamContext::ReadAheadBytes));
+  held_ = 0;
+  while (held_ < wanted) {
+    const ssize_t got = ::pread(file_.get(), context_.buffer().data() + held_, wanted - held_,
+                                source_.offset + from + static_cast<std::int64_t>(held_));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return fail(std::system_category().message(errno));
+    if (got == 0) return fail(ChangedText);
+    held_ += static_cast<std::size_t>(got);
+  }
+  return 0;
+}
+
+/// All bytes came, but perhaps from two states of the file.
+int SourceStream::checkUnchanged() {
+  for (int round = 0; round < Rereadings; ++round) {
+    struct stat status {};
+    if (::fstat(file_.get(), &status) != 0) return fail(std::system_category().message(errno));
+    const SourceState now = SourceState::of(status);
+    if (!now.looksLike(opened_)) return fail(ChangedText);
+    if (now.changed == opened_.changed) return 0;
+    opened_ = now;
+    if (const int result = readAgain(); result != 0 || failed_) return result;
+  }
+  return fail(ChangedText);
+}
+
+/// Settles whether the content that was handed out is still that of the file. The last piece is in
+/// the buffer afterwards, as before.
+int SourceStream::readAgain() {
+  ContentDigest again;
+  for (std::int64_t from = 0; from < source_.length;) {
+    if (context_.isGivenUp()) return CancelBurn;
+    if (const int result = readPiece(from); result != 0 || failed_) return result;
+    again.add({context_.buffer().data(), held_});
+    from += static_cast<std::int64_t>(held_);
+  }
+  return again == digest_ ? 0 : fail(ChangedText);
 }
 
 /// Reads the next piece into the buffer. 0, or the code that cancels the burn.
 int SourceStream::fill() {
   used_ = held_ = 0;
   if (!file_) {
-    struct stat status {};
-    int error = 0;
-    file_ = openSourceFile(source_.path, status, error);
-    if (!file_) return fail(std::system_category().message(error));
-    if (markOf(status) != source_.mark) return fail(ChangedText);
+    if (const int result = openSource(); result != 0 || failed_) return result;
   }
   const std::int64_t left = source_.length - position_;
-  const auto wanted =
-      static_cast<std::size_t>(std::min<std::int64_t>(left, StreamContext::ReadAheadBytes));
-  while (held_ < wanted) {
-    const ssize_t got = ::pread(file_.get(), context_.buffer().data() + held_, wanted - held_,
-                                source_.offset + position_ + static_cast<std::int64_t>(held_));
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return fail(std::system_category().message(errno));
-    if (got == 0) return fail(ChangedText);
-    held_ += static_cast<std::size_t>(got);
-  }
-  if (held_ == static_cast<std::size_t>(left)) {
-    checkUnchanged();
-    if (failed_ && !context_.skipFaults) return static_cast<int>(ISO_CANCELED);
-    file_.reset();
-  }
-  return 0;
+  if (const int result = readPiece(position_); result != 0 || failed_) return result;
+  digest_.add({context_.buffer().data(), held_});
+  if (held_ != static_cast<std::size_t>(left)) return 0;
+  const int result = checkUnchanged();
+  file_.reset();
+  return result;
 }
 
 int SourceStream::read(char* buffer, std::size_t bytes) {
-  if (context_.isGivenUp() || context_.bufferOwner != this) return static_cast<int>(ISO_CANCELED);
+  if (context_.isGivenUp() || context_.bufferOwner != this) return CancelBurn;
   bytes = static_cast<std::size_t>(
       std::min<std::int64_t>(source_.length - position_, static_cast<std::int64_t>(bytes)));
   std::size_t done = 0;
@@ -120,7 +166,7 @@ int SourceStream::read(char* buffer, std::size_t bytes) {
       const int result = fill();
       if (result < 0) return result;
     }
-    std::size_t piece = std::min(held_ - used_, bytes - done);
+    std::size_t piece = failed_ ? 0 : std::min(held_ - used_, bytes - done);
     if (piece > 0) {
       std::memcpy(buffer + done, context_.buffer().data() + used_, piece);
       used_ += piece;
@@ -134,74 +180,40 @@ int SourceStream::read(char* buffer, std::size_t bytes) {
   return static_cast<int>(done);
 }
 
-// The methods as the library calls them.
+/// The list of the faults so far, whose text is made when its turn comes.
+class FaultListStream : public TrackStream {
+ public:
+  explicit FaultListStream(StreamContext& context) : context_(context) {}
 
-SourceStream& streamOf(IsoStream* stream) {
-  return *static_cast<SourceStream*>(reinterpret_cast<StreamObject*>(stream)->data);
-}
+  std::int64_t size() const override { return context_.listBytes; }
+  void open() override {
+    text_ = context_.listText();
+    position_ = 0;
+  }
+  void close() override { text_.clear(); }
+  int read(char* buffer, std::size_t bytes) override {
+    if (context_.isGivenUp() || static_cast<std::int64_t>(text_.size()) != context_.listBytes)
+      return CancelBurn;
+    const std::size_t piece = text_.copy(buffer, bytes, position_);
+    position_ += piece;
+    return static_cast<int>(piece);
+  }
 
-int openStream(IsoStream* stream) {
-  streamOf(stream).open();
-  return 1;
-}
-
-int closeStream(IsoStream* stream) {
-  streamOf(stream).close();
-  return 1;
-}
-
-off_t sizeOfStream(IsoStream* stream) {
-  return streamOf(stream).size();
-}
-
-int readStream(IsoStream* stream, void* buffer, std::size_t bytes) {
-  return streamOf(stream).read(static_cast<char*>(buffer), bytes);
-}
-
-int isStreamRepeatable(IsoStream*) {
-  return 1;
-}
-
-void idOfStream(IsoStream* stream, unsigned int* family, dev_t* device, ino_t* number) {
-  *family = StreamFamily;
-  *device = 0;
-  *number = streamOf(stream).serial();
-}
-
-void freeStream(IsoStream* stream) {
-  delete &streamOf(stream);
-}
-
-int keepStreamSize(IsoStream*) {
-  return 1;
-}
-
-IsoStream* noInputStream(IsoStream*, int) {
-  return nullptr;
-}
-
-IsoStreamIface* streamMethods() {
-  static IsoStreamIface methods = {3,
-                                   {'u', 's', 'e', 'r'},
-                                   openStream,
-                                   closeStream,
-                                   sizeOfStream,
-                                   readStream,
-                                   isStreamRepeatable,
-                                   idOfStream,
-                                   freeStream,
-                                   keepStreamSize,
-                                   noInputStream,
-                                   nullptr,
-                                   nullptr};
-  return &methods;
-}
+ private:
+  StreamContext& context_;
+  std::string text_;
+  std::size_t position_ = 0;
+};
 
 }  // namespace
 
-void StreamContext::addFault(FileFault fault) {
+bool StreamContext::addFault(FileFault fault) {
   const std::lock_guard lock(mutex_);
+  unsaved_.push_back(fault.discPath);
   faults_.push_back(std::move(fault));
+  if (FaultList::format(unsaved_, listBytes)) return true;
+  unsaved_.pop_back();
+  return false;
 }
 
 std::vector<FileFault> StreamContext::takeFaults() {
@@ -209,34 +221,20 @@ std::vector<FileFault> StreamContext::takeFaults() {
   return std::exchange(faults_, {});
 }
 
+std::string StreamContext::listText() {
+  const std::lock_guard lock(mutex_);
+  return FaultList::format(unsaved_, listBytes).value_or("");
+}
+
 iso_stream* newSourceStream(const StreamSource& source, StreamContext& context,
                             std::uint64_t serial) {
-  auto* object = static_cast<StreamObject*>(std::malloc(sizeof(StreamObject)));
-  if (object == nullptr) return nullptr;
-  auto* data = new (std::nothrow) SourceStream(source, context, serial);
-  if (data == nullptr) {
-    std::free(object);
-    return nullptr;
-  }
-  *object = {streamMethods(), 1, data};
-  return reinterpret_cast<iso_stream*>(object);
+  return newIsoStream(
+      std::unique_ptr<TrackStream>(new (std::nothrow) SourceStream(source, context)), serial);
 }
 
-SourceMark markOf(const struct stat& status) {
-  return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
-
-Descriptor openSourceFile(const std::string& path, struct stat& status, int& error) {
-  Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (!file || ::fstat(file.get(), &status) != 0) {
-    error = errno;
-    return {};
-  }
-  if (!S_ISREG(status.st_mode)) {
-    error = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-    return {};
-  }
-  return file;
+iso_stream* newFaultListStream(StreamContext& context, std::uint64_t serial) {
+  return newIsoStream(std::unique_ptr<TrackStream>(new (std::nothrow) FaultListStream(context)),
+                      serial);
 }
 
 }  // namespace korvenal

@@ -1,45 +1,35 @@
 #pragma once
 
-#include <sys/stat.h>
-
 #include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string>
 #include <vector>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/BurnEngine.h"
+#include "platform/linux/engine/SourceState.h"
 
 struct iso_stream;
 
 namespace korvenal {
 
-/// What is known of a source file when it is prepared, and must still hold when it is read.
-struct SourceMark {
-  std::int64_t size = 0;  ///< bytes of the whole file
-  std::int64_t seconds = 0;
-  std::int64_t nanoseconds = 0;
-  bool operator==(const SourceMark&) const = default;
-};
-
-/// A file that could not be put on the disc as planned.
-struct FileFault {
-  std::string discPath;
-  std::string source;
-  std::string reason;
-};
-
-/// What the streams of one burn share. The writing thread uses all of it; `faults` and the switch
-/// to give up are also looked at from others.
+/// What the streams of one burn share. The writing thread uses all of it; faults and the switch to
+/// give up are also looked at from others.
 class StreamContext {
  public:
   /// Reading goes in pieces of this size.
   static constexpr std::size_t ReadAheadBytes = 1 << 20;
 
-  bool skipFaults = true;  ///< pads what cannot be read; else the burn is cancelled
+  bool skipFaults = true;      ///< pads what cannot be read; else the burn is cancelled
+  std::int64_t listBytes = 0;  ///< size of the list of faults on the disc; 0: there is none
 
-  void addFault(FileFault fault);
+  /// False when the file may not be padded: the burn is to be cancelled, because nothing on the
+  /// disc would tell the padding from the file.
+  bool addFault(FileFault fault);
+  /// Those since the last call.
   std::vector<FileFault> takeFaults();
+  /// The text of the list of all faults, `listBytes` long.
+  std::string listText();
   /// Every read fails from here on, so that a burn that is to stop does not wait for sources.
   void giveUp() { givenUp_ = true; }
   bool isGivenUp() const { return givenUp_; }
@@ -50,6 +40,7 @@ class StreamContext {
  private:
   std::mutex mutex_;
   std::vector<FileFault> faults_;
+  std::vector<std::string> unsaved_;  ///< disc paths of all that the list takes
   std::atomic<bool> givenUp_ = false;
   std::vector<char> buffer_ = std::vector<char>(ReadAheadBytes);
 };
@@ -60,18 +51,14 @@ struct StreamSource {
   std::string discPath;
   std::int64_t offset = 0;
   std::int64_t length = 0;
-  SourceMark mark;
+  SourceState state;  ///< as it was prepared, which must still hold when it is read
 };
 
 /// A stream of the library over `source`, with one reference for the caller; null when memory runs
-/// out. `source` and `context` must outlive it. `serial` is unlike that of any other stream; the
-/// files stand on the disc in its order.
+/// out. `source` and `context` must outlive it. `serial` as in `newIsoStream`.
 iso_stream* newSourceStream(const StreamSource& source, StreamContext& context,
                             std::uint64_t serial);
-
-/// Opens a source for reading, without waiting for a pipe. An errno and no descriptor when it is
-/// no readable regular file; its status otherwise.
-Descriptor openSourceFile(const std::string& path, struct stat& status, int& error);
-SourceMark markOf(const struct stat& status);
+/// The list of faults as a file of the track; it must be read last. Otherwise as above.
+iso_stream* newFaultListStream(StreamContext& context, std::uint64_t serial);
 
 }  // namespace korvenal

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/FaultList.h"
 #include "platform/Text.h"
 #include "platform/linux/engine/SlowCalls.h"
 #include "platform/linux/engine/TrackFeed.h"
@@ -16,6 +17,8 @@ namespace {
 
 constexpr std::size_t MaxNameBytes = 255;
 constexpr mode_t FolderMode = 0755;
+constexpr mode_t FileMode = 0644;
+constexpr const char* ChangedText = "The file has changed";
 constexpr const char* StoppedText = "Operation canceled";
 
 bool isNameForDisc(std::string_view name) {
@@ -51,6 +54,9 @@ WriteOptionsPtr PreparedTrack::writeOptions() {
   iso_write_opts_set_joliet_longer_paths(plain, 1);
   iso_write_opts_set_joliet_long_names(plain, 1);
   iso_write_opts_set_output_charset(plain, "UTF-8");
+  // Plain readers and those of Joliet know no other date of a file than that of its record.
+  constexpr int AllTrees = 7;
+  iso_write_opts_set_dir_rec_mtime(plain, AllTrees);
   // Labels hold blanks and '#', which the strict rules would turn into '_'.
   iso_write_opts_set_relaxed_vol_atts(plain, 1);
   iso_write_opts_set_ms_block(plain, startBlock);
@@ -89,7 +95,8 @@ bool TreeBuilder::doBuild() {
   const bool made = iso_image_new("", &image) >= 0;
   track_->image.reset(image);
   if (!made) why_ = "Out of memory";
-  return made && inspectSources() && importEarlier() && addChildren() && measure();
+  return made && inspectSources() && importEarlier() && addChildren() && addFaultList() &&
+         measure() && fitFaultList();
 }
 
 bool TreeBuilder::inspectSources() {
@@ -113,26 +120,33 @@ bool TreeBuilder::leaveOut(std::uint32_t index, const std::string& reason) {
 
 bool TreeBuilder::inspect(std::uint32_t index) {
   const auto& file = layout_.files_[index];
+  if (file.leftOut || file.unsaved) {
+    looks_[index].leftOut = true;
+    return true;
+  }
   if (!isNameForDisc(file.name)) return leaveOut(index, "The name is not possible on a disc");
-  struct stat status {};
-  int error = 0;
   StreamSource& source = track_->sources[index];
   source.path = file.source;
-  if (!openSourceFile(source.path, status, error))
-    return leaveOut(index, std::system_category().message(error));
-  const auto& planned = file.planned;
-  const std::int64_t length = file.range.length < 0 ? status.st_size : file.range.length;
-  // Written so that no sum of what was given can overflow.
-  const bool fits = file.range.offset >= 0 && file.range.offset <= status.st_size &&
-                    length <= status.st_size - file.range.offset;
-  if (!fits || (planned && (planned->size != status.st_size ||
-                            planned->modified.value_or(status.st_mtime) != status.st_mtime)))
-    return leaveOut(index, "The file has changed");
-  looks_[index] = {status.st_mode & 0777, status.st_uid, status.st_gid, status.st_mtime, false};
+  std::string fault;
+  if (file.found) {
+    source.state = *file.found;
+  } else if (int error = 0; !openSourceFile(source.path, source.state, error)) {
+    fault = std::system_category().message(error);
+  } else {
+    fault = IsoLayout::findFault(file, source.state);
+    const auto& planned = file.planned;
+    const std::int64_t modified = source.state.modified.seconds;
+    if (planned &&
+        (planned->size != source.state.size || planned->modified.value_or(modified) != modified))
+      fault = ChangedText;
+  }
+  if (!fault.empty()) return leaveOut(index, fault);
+  const SourceState& state = source.state;
+  looks_[index] = {state.keeping.mode & 0777, state.keeping.owner, state.keeping.group,
+                   state.modified.seconds, false};
   source.discPath = layout_.pathOf(file.parent, file.name);
   source.offset = file.range.offset;
-  source.length = length;
-  source.mark = markOf(status);
+  source.length = file.range.length < 0 ? state.size : file.range.length;
   return true;
 }
 
@@ -246,6 +260,45 @@ bool TreeBuilder::addFile(const Child& child) {
     if (insertFile(parent, child.index, alternative(name, number), result)) return true;
   why_ = iso_error_to_msg(result);
   return false;
+}
+
+/// The list has the highest number of all streams, so it lies behind them and is read when all that
+/// can fail has failed.
+bool TreeBuilder::addFaultList() {
+  const std::string& name = request_.faultListName;
+  if (name.empty() || request_.faultListBytes < FaultList::FewestBytes) return true;
+  IsoImage* image = track_->image.get();
+  IsoDir* root = iso_image_get_root(image);
+  IsoNode* old = nullptr;
+  if (iso_image_dir_get_node(image, root, name.c_str(), &old, 0) == 1) iso_node_remove(old);
+  track_->context.listBytes = request_.faultListBytes;
+  IsoStream* stream = newFaultListStream(track_->context, layout_.files_.size() + 1);
+  IsoFile* file = nullptr;
+  const int result = stream == nullptr
+                         ? static_cast<int>(ISO_OUT_OF_MEM)
+                         : iso_image_add_new_file(image, root, name.c_str(), stream, &file);
+  if (result < 0) {
+    if (stream != nullptr) iso_stream_unref(stream);
+    why_ = iso_error_to_msg(result);
+    return false;
+  }
+  faultList_ = reinterpret_cast<IsoNode*>(file);
+  dress(faultList_, {FileMode, 0, 0, now_, false});
+  return true;
+}
+
+/// Gives the list the room that the rest of the track leaves.
+bool TreeBuilder::fitFaultList() {
+  if (faultList_ == nullptr) return true;
+  const std::int64_t excess = track_->imageBlocks() - request_.roomBlocks + 1;
+  if (excess <= 0) return true;
+  std::int64_t& bytes = track_->context.listBytes;
+  bytes -= excess * BlockBytes;
+  if (bytes < FaultList::FewestBytes) {
+    bytes = 0;
+    iso_node_remove(std::exchange(faultList_, nullptr));
+  }
+  return measure();
 }
 
 bool TreeBuilder::measure() {

@@ -50,6 +50,8 @@ class TreeBuilder {
   std::string_view nameOf(const Child& child) const;
   bool addFolder(const Child& child);
   bool addFile(const Child& child);
+  bool addFaultList();
+  bool fitFaultList();
   bool insertFile(IsoDir* parent, std::uint32_t index, const std::string& name, int& result);
   void dress(IsoNode* node, const Look& look) const;
   bool measure();
@@ -57,7 +59,8 @@ class TreeBuilder {
   const IsoLayout& layout_;
   IsoLayout::Request request_;
   std::shared_ptr<PreparedTrack> track_ = std::make_shared<PreparedTrack>();
-  std::vector<Look> looks_;               ///< one a file
+  std::vector<Look> looks_;  ///< one a file
+  IsoNode* faultList_ = nullptr;
   std::vector<IsoDir*> folders_;          ///< one a folder; null where it could not be made
   std::unique_ptr<EarlierTree> earlier_;  ///< null when the tree stands alone
   UnixTime now_ = 0;                      ///< the date of new folders
