@@ -222,6 +222,19 @@ TEST_F(DiscWriterTest, WhyABurnCouldNotBeginIsToldBesideItsSentence) {
   }
 }
 
+TEST_F(DiscWriterTest, AnAutoloaderHasALimitOfItsOwn) {
+  world.useDrives("V", 2);
+  world.devices.MultiErrorMax = 1;
+  world.devices.AutoloaderErrorMax = 2;
+  world.planThreeDiscs();
+  for (const int error : {0, -1}) {
+    load('V', {.writable = false});
+    write();
+    EXPECT_EQ(world.state.TaskError, error);
+  }
+  EXPECT_TRUE(world.hasEvent("*Action stop: Disc burning error counted 2."));
+}
+
 TEST_F(DiscWriterTest, ADriveThatMustReadAnewMakesAllOfThatLoadDoSo) {
   world.useDrives("VW", 1);
   world.devices.MultiErrorMax = 2;
