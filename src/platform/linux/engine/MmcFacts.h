@@ -36,16 +36,16 @@ struct MmcReport {
   int profile = 0;
   Medium medium = Medium::None;
   bool erasable = false;
-  int sessions = 0;                               ///< complete ones
-  std::int64_t freeBlocks = 0;                    ///< that can still be written
-  std::int64_t nextBlock = 0;                     ///< the next one to be written
-  std::int64_t lastSession = -1;                  ///< first block of it; -1 for none
-  std::vector<std::uint32_t> sessionStarts = {};  ///< first blocks of the complete ones, in order
+  int sessions = 0;               ///< complete ones
+  std::int64_t freeBlocks = 0;    ///< that can still be written
+  std::int64_t nextBlock = 0;     ///< the next one to be written
+  std::int64_t lastSession = -1;  ///< first block of it; -1 for none
   std::int64_t readableBlocks = 0;
   Format format = Format::Unknown;
   std::int64_t formatBlocks = 0;      ///< size of the format; the largest possible without one
   std::vector<int> writeSpeeds = {};  ///< KB/s, in any order
   std::vector<int> readSpeeds = {};
+  std::vector<std::uint32_t> sessionStarts = {};  ///< first blocks of the complete ones, in order
 
   bool operator==(const MmcReport&) const = default;
 };
