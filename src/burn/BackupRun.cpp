@@ -10,7 +10,7 @@ namespace {
 constexpr std::int64_t DvdBytes = 4'689'297'408;
 constexpr std::int64_t CdBytes = 720'183'296;
 constexpr int NoteColumn = 6;
-constexpr int BackupIndex = 0;  ///< of the backup page in the grids of the runs
+constexpr int BackupPageIndex = 0;  ///< of the backup page in the grids of the runs
 const std::string Title = "Burn Backup";
 
 /// The disc that is one size smaller than the type, when it takes the bytes; empty for none.
@@ -29,7 +29,7 @@ BackupResult BackupRun::doStartBackup() {
   ActionState& state = services_.state;
   if (isRefused()) return {};
   const FlagScope busy(state.ActionBusy);
-  state.ActionPage = BackupIndex;  // a stopped run goes on after a visit of other pages
+  state.ActionPage = BackupPageIndex;  // a stopped run goes on after a visit of other pages
   state.StopAction = false;        // from here on every stop counts
   if (!steps_.doEnsureDevice(false)) return {};
 
@@ -38,7 +38,7 @@ BackupResult BackupRun::doStartBackup() {
   const Plan& plan = services_.plan;
   // A finished run starts over; a stopped one goes on behind the last disc it burned.
   if (request_.DiscsBurned == plan.TotalDiscs) request_.DiscsBurned = 0;
-  if (request_.DiscsBurned == 0) services_.grids.doForgetDiscs(BackupIndex);
+  if (request_.DiscsBurned == 0) services_.grids.doForgetDiscs(BackupPageIndex);
   if (plan.TotalSize == Fixed4(0) || plan.TotalDiscs == 0 || plan.TotalFiles == 0) {
     doRefuse("No file need to be backup.", MessageIcon::Warning);
     return {End::NothingToDo, {.missed = plan.missed}};
@@ -160,6 +160,8 @@ BackupResult::End BackupRun::doBurnDiscSet() {
   request_.comboDiscType = services_.job.comboDiscType;
   request_.setName = services_.job.txJobName + " (" + services_.plan.RunStamp + ")";
   doSetSizeHint();
+  if (request_.DiscsBurned == 0 && !writer_.doEnsureIndex())
+    return services_.state.StopAction ? End::Stopped : End::ErrorLimit;
   {
     const FlagScope first(request_.FirstPrompt);
     steps_.doAskLoadDisc(0, request_);

@@ -17,7 +17,7 @@ struct BackupResult {
     NothingToDo,    ///< no file needs to be backed up
     LimitExceeded,  ///< the plan passed the limits of the program
     Stopped,
-    ErrorLimit,  ///< too many discs failed
+    ErrorLimit,  ///< too many discs failed, or there is no index
     Finished,
   };
   End end = End::Refused;

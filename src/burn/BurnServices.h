@@ -14,6 +14,7 @@
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
+#include "platform/IndexArchive.h"
 #include "records/Records.h"
 
 namespace korvenal {
@@ -26,6 +27,7 @@ struct BurnServices {
   const Clock& clock;
   Files& files;
   ArchiveBits& bits;
+  IndexArchive& archive;
   RunGrids& grids;
   RunPage& page;  ///< of the backup page
   Records& records;

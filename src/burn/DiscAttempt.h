@@ -28,6 +28,7 @@ struct DiscAttempt {
 
   bool success = false;
   bool discError = false;  ///< counts towards the limit of failed discs
+  bool endsRun = false;    ///< no other disc could do better
   bool verified = false;   ///< the disc was read again
 
   void doFail(std::string sentence) {

@@ -12,6 +12,7 @@ void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
     attempt.doStop();
     return;
   }
+  if (!doInsertIndex(attempt)) return;
   if (!doPrepareTrack(attempt)) return;
 
   services_.engine.do_SetVolumeID(attempt.record.label);
@@ -43,7 +44,28 @@ void DiscBurner::doSetOptions(const DiscAttempt& attempt) {
   engine.do_SetFileError_Skip(skip);
 }
 
+bool DiscBurner::doInsertIndex(DiscAttempt& attempt) {
+  if (index_.doInsert(attempt.number, layout_.files().size())) return true;
+  if (doLeaveAtStop(attempt)) return false;
+  attempt.doFail("Error: Backup index could not be written.");
+  attempt.endsRun = true;
+  return false;
+}
+
 bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
+  if (!doMakeTrack(attempt)) return false;
+  // The content of the disc goes before a copy of the index.
+  if (isTrackTooLarge() && index_.doTakeBack(attempt.number) && !doMakeTrack(attempt)) return false;
+  if (!isTrackTooLarge()) return true;
+  attempt.doFail("Error: Disc free space not enough.");
+  return false;
+}
+
+bool DiscBurner::isTrackTooLarge() const {
+  return monitor_.ImageBlocks >= services_.engine.do_GetFreeBlocksOnDisc();
+}
+
+bool DiscBurner::doMakeTrack(DiscAttempt& attempt) {
   BurnEngine& engine = services_.engine;
   services_.grids.etProgress[0] = {"Creating disc track image...", 0};
   engine.do_SetFaultList(services_.plan.FaultListName, FaultList::Bytes);
@@ -61,10 +83,6 @@ bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
   monitor_.ImageBlocks = engine.do_GetImageSize();
   if (monitor_.ImageBlocks <= 0) {
     attempt.doFail("Error: Disc image creation failed.");
-    return false;
-  }
-  if (monitor_.ImageBlocks >= engine.do_GetFreeBlocksOnDisc()) {
-    attempt.doFail("Error: Disc free space not enough.");
     return false;
   }
   return true;

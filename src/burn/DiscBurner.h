@@ -8,16 +8,18 @@
 #include "burn/DiscAttempt.h"
 #include "burn/DiscLayout.h"
 #include "burn/DiscTexts.h"
+#include "burn/IndexOnDisc.h"
 
 namespace korvenal {
 
 /// Burns the track of one disc on a disc that is ready for it, and judges what came of it.
 class DiscBurner {
  public:
-  DiscBurner(BurnServices& services, DiscTexts& texts, BackgroundWork& work)
+  DiscBurner(BurnServices& services, DiscTexts& texts, BackgroundWork& work, IndexOnDisc& index)
       : services_(services),
         texts_(texts),
         work_(work),
+        index_(index),
         layout_(services),
         monitor_(services.state, services.engine, services.grids, services.clock) {}
 
@@ -28,7 +30,10 @@ class DiscBurner {
 
  private:
   void doSetOptions(const DiscAttempt& attempt);
+  bool doInsertIndex(DiscAttempt& attempt);
   bool doPrepareTrack(DiscAttempt& attempt);
+  bool doMakeTrack(DiscAttempt& attempt);
+  bool isTrackTooLarge() const;
   bool doStartBurn(DiscAttempt& attempt);
   void doTellCause();
   void doWaitForBurn();
@@ -40,6 +45,7 @@ class DiscBurner {
   BurnServices& services_;
   DiscTexts& texts_;
   BackgroundWork& work_;
+  IndexOnDisc& index_;
   DiscLayout layout_;
   BurnMonitor monitor_;
 };

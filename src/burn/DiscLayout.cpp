@@ -9,9 +9,15 @@ namespace {
 constexpr int RowsPerStep = 10;
 constexpr std::int64_t GiB = 1'073'741'824;
 
-int rowsOnDisc(const PlanTable& table, int disc) {
+/// The row of the index leads the table; the index goes on each disc in a way of its own.
+int firstRow(const Plan& plan) {
+  return plan.IndexOnDiscs ? 2 : 1;
+}
+
+int rowsOnDisc(const Plan& plan, int disc) {
+  const PlanTable& table = plan.vsBuffer;
   int count = 0;
-  for (int row = 1; row < table.Rows(); ++row)
+  for (int row = firstRow(plan); row < table.Rows(); ++row)
     if (table.row(row).disc == disc) ++count;
   return count;
 }
@@ -25,13 +31,14 @@ DiscPlace placeOnDisc(std::string_view discPath) {
   return {std::string(discPath.substr(0, last)), std::string(discPath.substr(last + 1))};
 }
 
-bool DiscLayout::doBuild(DiscAttempt& attempt) const {
+bool DiscLayout::doBuild(DiscAttempt& attempt) {
   const PlanTable& table = services_.plan.vsBuffer;
-  const int all = rowsOnDisc(table, attempt.number);
+  const int all = rowsOnDisc(services_.plan, attempt.number);
   int done = 0;
   int splitRow = 0;
   attempt.files = 0;
-  for (int row = 1; row < table.Rows(); ++row) {
+  files_.clear();
+  for (int row = firstRow(services_.plan); row < table.Rows(); ++row) {
     const RowType type = table.row(row).type;
     // The file that the pieces below belong to; its own row may be on an earlier disc.
     if (type == RowType::SplitFile) splitRow = row;
@@ -54,11 +61,12 @@ void DiscLayout::doAddFolder(int row) const {
   services_.engine.do_CreateDir(place.parent, place.name);
 }
 
-void DiscLayout::doAddFile(int row, int splitRow) const {
+void DiscLayout::doAddFile(int row, int splitRow) {
   const PlanTable& table = services_.plan.vsBuffer;
   const std::string source = table.sourcePath(row);
   // What is gone is passed over here and reported when the disc is verified.
   if (!services_.files.doFileExists(source)) return;
+  files_.push_back(row);
   const DiscPlace place = placeOnDisc(table.fileOnDisc(row));
   services_.engine.do_SetPlannedSource(plannedSource(row, splitRow, source));
   if (table.row(row).type != RowType::Piece) {
@@ -78,9 +86,8 @@ PlannedSource DiscLayout::plannedSource(int row, int splitRow, const std::string
   const PlanTable::Row& file =
       table.row(table.row(row).type == RowType::Piece && splitRow != 0 ? splitRow : row);
   PlannedSource planned{.size = file.size.whole(), .modified = {}};
-  // The program's own files on disc 1 bear dates that are not those of their sources.
-  const bool ownFile = source == services_.plan.IndexTempPath ||
-                       source == services_.workspace.binFolder + KitFileName;
+  // The program's own file on disc 1 bears a date that is not that of its source.
+  const bool ownFile = source == services_.workspace.binFolder + KitFileName;
   if (file.dated && !ownFile) planned.modified = file.modified;
   return planned;
 }

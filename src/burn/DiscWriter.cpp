@@ -21,7 +21,8 @@ DiscWriter::DiscWriter(BurnServices& services)
       work_(services.state, services.engine, services.desktop),
       check_(services, texts_),
       preparation_(services, work_),
-      burner_(services, texts_, work_),
+      index_(services),
+      burner_(services, texts_, work_, index_),
       verification_(services) {}
 
 void DiscWriter::doClearCounts() {
@@ -104,8 +105,8 @@ DiscWriter::Next DiscWriter::doWriteDisc(char letter, DiscRequest& request) {
       services_.grids.doEventMessage("Disc free space remaining:  " +
                                      texts_.doFormatSize(DiscTexts::GivenSize, true, freeBytes));
   }
-  state.TaskError = 0;
-  if (isErrorLimitReached(attempt)) return Next::Leave;
+  state.TaskError = attempt.endsRun ? -1 : 0;
+  if (attempt.endsRun || isErrorLimitReached(attempt)) return Next::Leave;
   return request.BurnFromDisc > services_.plan.TotalDiscs ? Next::Leave : Next::Drive;
 }
 

@@ -35,7 +35,13 @@ class DiscWriter {
   /// Zeroes what is counted for one run.
   void doClearCounts();
   /// The plan is another one now.
-  void doForgetPlan() { verification_.doForgetPieces(); }
+  void doForgetPlan() {
+    verification_.doForgetPieces();
+    index_.doForgetPlan();
+  }
+  /// Before the first disc: makes sure that there is the index that the plan wants. False when
+  /// there is none and the person does not want to burn without it, or at a stop.
+  bool doEnsureIndex() { return index_.doEnsure(); }
 
  private:
   enum class Next { Drive, Leave };
@@ -55,6 +61,7 @@ class DiscWriter {
   BackgroundWork work_;
   DiscCheck check_;
   DiscPreparation preparation_;
+  IndexOnDisc index_;
   DiscBurner burner_;
   Verification verification_;
   bool resetBeforeVerify_ = false;  ///< once set, holds for the rest of a load

@@ -23,7 +23,7 @@ Choice choiceOf(const MessageBox& message) {
     case MessageButtons::OkCancel:
       return {{{"OK", "Cancel"}, 0, 1}, {Answer::Ok, Answer::Cancel}};
     case MessageButtons::YesNo:
-      return {{{"Yes", "No"}, 0, 1}, {Answer::Yes, Answer::No}};
+      return {{{"Yes", "No"}, message.yesInPersonOnly ? 1 : 0, 1}, {Answer::Yes, Answer::No}};
     case MessageButtons::YesNoCancel:
       return {{{"Yes", "No", "Cancel"}, 0, 2}, {Answer::Yes, Answer::No, Answer::Cancel}};
     case MessageButtons::Ok:

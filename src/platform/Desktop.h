@@ -18,6 +18,7 @@ struct MessageBox {
   MessageIcon icon = MessageIcon::None;
   MessageButtons buttons = MessageButtons::Ok;
   bool noPreselected = false;  ///< YesNo: the answer at hand is No
+  bool yesInPersonOnly = false;  ///< YesNo: who agreed to everything beforehand has said No
 };
 
 struct FileDialog {

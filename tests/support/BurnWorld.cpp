@@ -126,7 +126,9 @@ void BurnWorld::planThreeDiscs() {
   plan.clearTotals();
   plan.IndexOnDiscs = true;
   plan.RunStamp = "2026-11-22-10-00-F";
+  plan.IndexDiscName = "_KORVEN{H}.bdx";
   plan.IndexTempPath = "/src/_KORVEN{H}.bdx";
+  plan.IndexSizeFinal = 900;
   addFile(PlanTable::DiscRoot, "_KORVEN{H}.bdx", 900, 1);
   const auto photos = addFolder(PlanTable::DiscRoot, "Photos", RowType::Folder, 1);
   addFile(photos, "a.jpg", 3000, 1);

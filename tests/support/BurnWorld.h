@@ -39,6 +39,20 @@ class MemoryFiles : public Files {
   FakeEngine& engine_;
 };
 
+/// Packs nothing: every index stays plain text.
+class NoArchive : public IndexArchive {
+ public:
+  int compress(const std::string&, const std::string&, const std::string&, const Pump&) override {
+    return 1;
+  }
+  int extract(const std::string&, const std::string&, const std::string&, long long,
+              const Pump&) override {
+    return 1;
+  }
+  std::string entryName(const std::string&) override { return {}; }
+  bool isArchive(const std::string&) override { return false; }
+};
+
 class RecordedBits : public ArchiveBits {
  public:
   std::vector<std::string> cleared;
@@ -61,6 +75,7 @@ struct BurnWorld {
   FakeEngine engine{clock};
   MemoryFiles files{engine};
   RecordedBits bits;
+  NoArchive archive;
   Workspace workspace = Workspace::below("/app/", "/app/BIN/", "/home/");
   RunGrids grids{state, desktop, clock, files, workspace};
   RunPage page;
@@ -70,7 +85,7 @@ struct BurnWorld {
   DeviceSettings devices;
   Job job;
   Plan plan;
-  BurnServices services{state, engine,  desktop,  clock,   files,     bits, grids,
+  BurnServices services{state, engine,  desktop,  clock,   files,     bits, archive, grids,
                         page,  records, settings, devices, workspace, job,  plan};
 
   std::vector<int> promptedFor;  ///< disc numbers asked for
