@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t MaxNameBytes = 255;
 constexpr mode_t FolderMode = 0755;
 constexpr mode_t FileMode = 0644;
-constexpr const char* ChangedText = "The file has changed";
+constexpr const char* NotAsPlannedText = "The file has changed";
 constexpr const char* StoppedText = "Operation canceled";
 
 bool isNameForDisc(std::string_view name) {
@@ -138,7 +138,7 @@ bool TreeBuilder::inspect(std::uint32_t index) {
     const std::int64_t modified = source.state.modified.seconds;
     if (planned &&
         (planned->size != source.state.size || planned->modified.value_or(modified) != modified))
-      fault = ChangedText;
+      fault = NotAsPlannedText;
   }
   if (!fault.empty()) return leaveOut(index, fault);
   const SourceState& state = source.state;
