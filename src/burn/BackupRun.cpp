@@ -30,7 +30,7 @@ BackupResult BackupRun::doStartBackup() {
   if (isRefused()) return {};
   const FlagScope busy(state.ActionBusy);
   state.ActionPage = BackupPageIndex;  // a stopped run goes on after a visit of other pages
-  state.StopAction = false;        // from here on every stop counts
+  state.StopAction = false;            // from here on every stop counts
   if (!steps_.doEnsureDevice(false)) return {};
 
   writer_.doClearCounts();

@@ -17,7 +17,7 @@ struct MessageBox {
   std::string title;
   MessageIcon icon = MessageIcon::None;
   MessageButtons buttons = MessageButtons::Ok;
-  bool noPreselected = false;  ///< YesNo: the answer at hand is No
+  bool noPreselected = false;    ///< YesNo: the answer at hand is No
   bool yesInPersonOnly = false;  ///< YesNo: who agreed to everything beforehand has said No
 };
 

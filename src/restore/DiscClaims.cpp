@@ -3,7 +3,6 @@
 #include "platform/FaultList.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
-#include "restore/FileRestore.h"
 #include "restore/IndexReading.h"
 #include "restore/IndexText.h"
 
@@ -28,6 +27,7 @@ std::string fileOf(const IndexLine& line) {
 std::string DiscClaims::doBeginDisc(const DiscInHand& disc) {
   root_ = disc.pathOf("");
   number_ = disc.number;
+  isOfSet_ = disc.isOfSet;
   own_.reset();
   told_ = false;
   notSaved_.clear();
@@ -75,6 +75,7 @@ bool DiscClaims::isBurnedAsChanged(const std::string& discPath, Fixed4 onDisc) {
 
 void DiscClaims::doReadOwnIndex() {
   own_.emplace();
+  if (!isOfSet_) return;
   const IndexReading reading(services_.desktop, services_.files, services_.archive,
                              services_.workspace);
   const auto pump = [this] { services_.desktop.doYield(); };

@@ -7,11 +7,10 @@
 #include <unordered_set>
 #include <vector>
 
+#include "restore/DiscInHand.h"
 #include "restore/RestoreServices.h"
 
 namespace korvenal {
-
-struct DiscInHand;
 
 /// What the session of a disc says of its own files, asked once a file before it is copied. The
 /// index that was opened may be the copy of an earlier disc of the set: a file that had changed by
@@ -42,6 +41,7 @@ class DiscClaims {
   const RestoreServices& services_;
   std::string root_;                          ///< of the session
   int number_ = 0;                            ///< of the disc
+  bool isOfSet_ = false;                      ///< its own index can be asked
   std::unordered_set<std::string> notSaved_;  ///< disc paths
   std::optional<Sizes> own_;  ///< by the disc's own index; nothing before it is asked for
   bool told_ = false;         ///< the event line was given

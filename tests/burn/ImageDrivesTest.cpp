@@ -33,6 +33,7 @@ struct DriveWorld {
     main.job.txJobName = "Discs";
     main.job.comboDiscType = 0;
     main.job.vsContents.addRow({"0", "", "Files"});
+    planIndex();
     for (int disc = 1; disc <= discs; ++disc) planFile(disc);
     main.controller.mainTab = ActionController::BackupPage;
     main.controller.BackupTab = ActionController::RunStep;
@@ -46,6 +47,21 @@ struct DriveWorld {
   }
   static std::string contentOf(int disc) {
     return std::string(300'000 + static_cast<std::size_t>(disc), static_cast<char>('a' + disc));
+  }
+  /// Row 1, of which each disc gets a copy.
+  void planIndex() {
+    Plan& plan = main.plan;
+    plan.IndexOnDiscs = true;
+    plan.IndexDiscName = "_Index";
+    plan.IndexTempPath = temp.write("index", "i");
+    plan.IndexSizeFinal = 1;
+    PlanTable::Row row;
+    row.type = RowType::File;
+    row.name = row.original = plan.vsBuffer.addText(plan.IndexDiscName);
+    row.source = plan.vsBuffer.addText(plan.IndexTempPath);
+    row.size = 1;
+    row.disc = 1;
+    plan.vsBuffer.rows().push_back(row);
   }
   void planFile(int disc) {
     Plan& plan = main.plan;
@@ -61,7 +77,6 @@ struct DriveWorld {
     plan.DiscUsed[static_cast<std::size_t>(disc - 1)] = row.size;
     plan.TotalSize += row.size;
     plan.TotalDiscs = plan.TotalFiles = disc;
-    plan.IndexOnDiscs = true;
   }
   void load(frmLoadDisc& form) {
     prompts.push_back(form.FromDisc);
@@ -75,7 +90,7 @@ struct DriveWorld {
     }
     form.pbOK();
   }
-  /// All discs of the plan are there, and no disc holds anything else.
+  /// All discs of the plan are there with the index, and no disc holds anything else.
   void expectAllDiscs() {
     const DiscLibraries libraries;
     std::set<std::string> found;
@@ -85,7 +100,7 @@ struct DriveWorld {
       if (disc.sessions == 0) continue;
       const auto reader = DiscReader::open(libraries, openImageBlocks(disc.file), 0);
       const std::vector<std::string> names = reader ? reader->list("") : std::vector<std::string>();
-      const auto file = names.size() == 1 ? reader->openFile(names[0]) : nullptr;
+      const auto file = names.size() == 2 ? reader->openFile(names[1]) : nullptr;
       ASSERT_TRUE(file) << disc.file;
       std::string content(static_cast<std::size_t>(file->info().size.whole()), '\0');
       file->read(0, content.data(), content.size());
