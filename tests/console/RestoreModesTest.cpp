@@ -92,14 +92,15 @@ TEST_F(RestoreModes, FilesOfOneNameMeetWhenTheyComeBackWithoutFolders) {
 TEST_F(RestoreModes, AFileSplitOverThreeDiscsIsJoinedWhateverDrivesTheyLieIn) {
   imageDrives = 3;
   feeder = false;
-  const std::string parts[] = {std::string(300'000, 'a'), "b", std::string(600'000, 'c')};
+  const std::string parts[] = {std::string(300'000, 'a'), std::string(300'000, 'b'),
+                               std::string(300'000, 'c')};
   for (const int number : {2, 3, 4})
     temp.write(std::to_string(number) + "/A/film/film.00" + std::to_string(number - 1),
                parts[number - 2]);
   temp.write("4/A/after", "after");
   const std::string index = writeIndex(test::IndexLines()
                                            .folder("A", 2)
-                                           .split("A\\film", 900'001, {2, 3, 4})
+                                           .split("A\\film", 900'000, {2, 3, 4})
                                            .file("A\\after", 5, 4));
   const Outcome outcome =
       run("device dvcM_Name1 V\ndevice dvcM_Name2 W\ndevice dvcM_Name3 X\ndevice dvcType 1\n"
@@ -115,7 +116,7 @@ TEST_F(RestoreModes, OneFileOfAHundredDiscsAsksForItsDiscAlone) {
   feeder = false;
   test::IndexLines lines;
   lines.discs = 100;
-  for (int disc = 1; disc <= 100; ++disc) lines.file("file" + std::to_string(disc), 5, disc);
+  for (int disc = 1; disc <= 100; ++disc) lines.file("file" + std::to_string(disc), 6, disc);
   temp.write("57/file57", "wanted");
   const std::string script = "disc insert V " + makeDisc(57) + "\nindex " + writeIndex(lines) +
                              "\nselect file57\nrestore " + target;
