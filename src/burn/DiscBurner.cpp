@@ -57,6 +57,8 @@ bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
   // The content of the disc goes before a copy of the index.
   if (isTrackTooLarge() && index_.doTakeBack(attempt.number) && !doMakeTrack(attempt)) return false;
   if (!isTrackTooLarge()) return true;
+  if (const std::string room = texts_.roomText(); !room.empty())
+    services_.grids.doEventMessage("*" + room);
   attempt.doFail("Error: Disc free space not enough.");
   return false;
 }

@@ -39,4 +39,15 @@ bool DiscCheck::isUsable(DiscAttempt& attempt) const {
   return false;
 }
 
+bool DiscCheck::hasRoom(DiscAttempt& attempt) const {
+  const std::string text = texts_.roomText();
+  const Fixed4 room = services_.engine.do_GetFreeBlocksOnDisc() * BlockBytes;
+  // An erase gives back what the disc holds: that is looked at again when the track is prepared.
+  if (text.empty() || attempt.needsErase || services_.plan.doGetDiscSZ(attempt.number) <= room)
+    return true;
+  services_.grids.doEventMessage("*" + text);
+  attempt.doFail("Error: Disc free space not enough.");
+  return false;
+}
+
 }  // namespace korvenal

@@ -18,6 +18,8 @@ class DiscCheck {
   bool isLargeEnough(DiscAttempt& attempt) const;
   /// May it be used as it is? Classifies the disc.
   bool isUsable(DiscAttempt& attempt) const;
+  /// Can the disk of an image take what is planned for the disc, as the disc is now?
+  bool hasRoom(DiscAttempt& attempt) const;
 
  private:
   BurnServices& services_;

@@ -70,12 +70,23 @@ bool DiscTexts::doIsDiscWritable(std::uint8_t type) const {
   return !isPressed(type) && engine_.do_Writable() > 0;
 }
 
+/// Also those that its disk has no room for.
+std::int64_t DiscTexts::unusedBlocks() const {
+  return std::int64_t{engine_.do_GetFreeBlocksOnDisc()} + engine_.do_GetBlocksWithoutRoom();
+}
+
+std::string DiscTexts::roomText() const {
+  if (engine_.do_GetBlocksWithoutRoom() == 0) return {};
+  return "There is room for " + formatSizeText(bytesOf(engine_.do_GetFreeBlocksOnDisc()), true) +
+         " only on the disk where the image of this disc lies.";
+}
+
 bool DiscTexts::doIsDiscBlank(std::uint8_t type) const {
   // A formatted DVD+RW tells one session even when nothing is on it.
   const bool plusRw = type == DiscDvdPlusRw;
   if (engine_.do_SessionsOnDisc() != (plusRw ? 1 : 0)) return false;
   if (!plusRw) return true;
-  const std::int32_t free = engine_.do_GetFreeBlocksOnDisc();
+  const std::int64_t free = unusedBlocks();
   return free >= 1 && free == engine_.do_GetTotalBlocksOnDisc();
 }
 
@@ -126,9 +137,7 @@ std::string DiscTexts::doSetDriveSpeed(std::uint8_t& type, const SpeedSetting& s
 std::string DiscTexts::doFormatSize(int mode, bool bigUnits, Fixed4 size) const {
   if (size <= Fixed4(0)) {
     if (mode == FreeOnDisc) size = bytesOf(engine_.do_GetFreeBlocksOnDisc());
-    if (mode == UsedOnDisc)
-      size = bytesOf(std::int64_t{engine_.do_GetTotalBlocksOnDisc()} -
-                     engine_.do_GetFreeBlocksOnDisc());
+    if (mode == UsedOnDisc) size = bytesOf(engine_.do_GetTotalBlocksOnDisc() - unusedBlocks());
     if (mode == TotalOnDisc) size = bytesOf(engine_.do_GetTotalBlocksOnDisc());
   }
   return formatSizeText(size, bigUnits);

@@ -40,10 +40,13 @@ class DiscTexts {
   /// The text of a size in bytes. Without a size (0 or below) the modes below GivenSize take it
   /// from the disc.
   std::string doFormatSize(int mode, bool bigUnits, Fixed4 size) const;
+  /// A sentence about an image whose disk has less room than the disc; empty when it has as much.
+  std::string roomText() const;
 
  private:
   Fixed4 bytesOf(std::int64_t blocks) const { return Fixed4(blocks * BlockBytes); }
   std::int32_t speedNow(Transfer transfer) const;
+  std::int64_t unusedBlocks() const;
 
   BurnEngine& engine_;
 };

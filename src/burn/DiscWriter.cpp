@@ -115,7 +115,7 @@ void DiscWriter::doAttemptDisc(DiscAttempt& attempt, DiscRequest& request) {
   const MediumLock lock(services_.engine);
   if (!check_.isLargeEnough(attempt)) return;
   if (needsReset(attempt.type)) resetBeforeVerify_ = true;
-  if (!check_.isUsable(attempt)) return;
+  if (!check_.isUsable(attempt) || !check_.hasRoom(attempt)) return;
   if (!preparation_.doPrepareDisc(attempt)) return;
   burner_.doBurnDisc(attempt, request);
 }

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "console/DiscKinds.h"
+#include "device/HandFeeder.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -105,8 +106,9 @@ ExitCode DiscCommandGroup::doInsert(char drive, const std::string& file) {
   const bool bare = file.find('/') == std::string::npos;
   const std::string path = bare && session_.files.doIsFile(onShelf) ? onShelf : absolutePath(file);
   if (!session_.files.doIsFile(path)) return session_.fail("There is no disc " + path + ".");
-  if (!session_.trays.insert(drive, path))
-    return session_.fail("The disc " + path + " cannot be put in.");
+  if (const TrayResult result = session_.trays.insert(drive, path); !result)
+    return session_.fail("The disc " + path + " cannot be put in. " +
+                         trayFaultText(result, session_.trays.shelf()));
   session_.main.prompt.doKeep(drive);
   session_.screen.line(trayText(session_.trays, drive));
   return ExitCode::Ok;

@@ -33,6 +33,8 @@ std::string discDescription(const ImageDisc& disc) {
   if (disc.file.empty()) return "no disc";
   std::string text = doGetDiscTypeName(disc.typeCode);
   text += ", " + std::to_string(disc.capacityBlocks) + " blocks, ";
+  if (disc.elsewhere != ImageUse::None) text += "in use by another program, ";
+  if (disc.elsewhere == ImageUse::Written) return text + "being written";
   if (disc.sessions == 0) return text + (disc.closed ? "damaged" : "blank");
   text += disc.label + ", " + Text::counted(disc.sessions, "session");
   return text + (disc.closed ? ", closed" : "");

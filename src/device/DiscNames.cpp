@@ -55,7 +55,7 @@ bool isMeantForAnother(const ImageDisc& disc, const std::string& name) {
 }
 
 bool isBlank(const ImageDisc& disc) {
-  return disc.sessions == 0 && !disc.closed;
+  return disc.sessions == 0 && !disc.closed && disc.elsewhere == ImageUse::None;
 }
 
 }  // namespace korvenal::DiscNames

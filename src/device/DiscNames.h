@@ -19,7 +19,7 @@ bool isOfSet(const ImageDisc& disc, const std::string& setName);
 bool isNamed(const ImageDisc& disc, const std::string& name);
 /// The name says a disc of a set, and another than this one.
 bool isMeantForAnother(const ImageDisc& disc, const std::string& name);
-/// Nothing was ever tried on it, or it was erased.
+/// Nothing was ever tried on it, or it was erased, and no other program is at work on it.
 bool isBlank(const ImageDisc& disc);
 
 }  // namespace DiscNames

@@ -92,6 +92,8 @@ std::string trayFaultText(TrayResult result, const std::string& shelf) {
       return "This file is missing, damaged or no image of a disc.";
     case TrayResult::NotMade:
       return "The disc cannot be made. The folder " + shelf + " is full or may not be written to.";
+    case TrayResult::InUse:
+      return "This disc is in use by another program.";
     case TrayResult::None:
       break;
   }

@@ -33,7 +33,7 @@ struct DiscRequest {
   int RestoreDiscIndex = 0;          ///< entries done
   // Erase.
   bool SkipBlankDiscs = false;
-  WantedDisc wantedSet;  ///< what tells the discs of the set; without a label
+  WantedDisc wantedSet = {};  ///< what tells the discs of the set; without a label
   /// For the feeder of image drives: "Photos (2026-11-22-10-00-F)", the set that discs belong to;
   /// empty when unknown.
   std::string setName;
@@ -66,6 +66,8 @@ class LoadPrompt {
   void doAskLoadDisc(int reason, DiscRequest& request);
 
  private:
+  void doTellDiscsInUse();
+
   ActionState& state_;
   Desktop& desktop_;
   RunGrids& grids_;

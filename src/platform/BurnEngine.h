@@ -80,6 +80,9 @@ class BurnEngine {
   virtual std::uint8_t do_SessionsOnDisc() = 0;  ///< 0 on a blank disc, 1 on a formatted DVD+RW
   virtual std::int32_t do_GetTotalBlocksOnDisc() = 0;
   virtual std::int32_t do_GetFreeBlocksOnDisc() = 0;
+  /// Blocks that are free besides, but cannot be written: the disc is an image, and the disk that
+  /// it lies on has no room for them.
+  virtual std::int32_t do_GetBlocksWithoutRoom() { return 0; }
 
   // The layout and the switches of the next burn.
   virtual void do_ClearAll() = 0;

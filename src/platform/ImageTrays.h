@@ -9,6 +9,10 @@
 
 namespace korvenal {
 
+/// What is done with the image of a disc. Many programs may read one at a time; who writes is
+/// alone.
+enum class ImageUse : std::uint8_t { None, Read, Written };
+
 /// A disc that is an image file, as a person sees it.
 struct ImageDisc {
   std::string file;                     ///< native path of the image; empty for no disc
@@ -19,6 +23,8 @@ struct ImageDisc {
   int sessions = 0;       ///< complete ones; none on a blank or a spoilt disc
   bool closed = false;    ///< takes no more data
   UnixTime modified = 0;  ///< of the image file: tells the newest set
+  ImageUse elsewhere =
+      ImageUse::None;  ///< by another program; label and trees are empty if Written
 };
 
 /// What became of a wish to change a disc.
@@ -29,6 +35,7 @@ struct TrayResult {
     InAnotherDrive,  ///< the disc lies in the tray of another drive
     NotADisc,        ///< the file is missing, or damaged
     NotMade,         ///< no file could be made on the shelf
+    InUse,           ///< another program burns or erases the disc
   };
   Fault fault = None;
   explicit operator bool() const { return fault == None; }

@@ -23,6 +23,8 @@ struct DiscState {
   int sessions = 0;
   std::int64_t totalBlocks = 0;
   std::int64_t freeBlocks = 0;
+  std::int64_t withoutRoom =
+      0;  ///< more blocks are free, but the disk of the image cannot take them
 };
 
 /// Where the next track goes.
@@ -93,7 +95,8 @@ class Drive {
   virtual TrackPlace place() = 0;
   /// Marks the disc as being written. False when that cannot be recorded.
   virtual bool beginBurn(std::string& why) = 0;
-  virtual void endBurn(const DriveResult& result) = 0;
+  /// Records the end on the disc; when that fails, the burn has failed, and the result says so.
+  virtual void endBurn(DriveResult& result) = 0;
   /// Between beginErase and endErase the drive is busy; `erase` does the work.
   virtual bool beginErase() = 0;
   virtual DriveResult erase(bool quick) = 0;

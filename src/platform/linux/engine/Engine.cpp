@@ -33,7 +33,8 @@ Engine::~Engine() {
   if (work_ && work_->burn) {
     work_->burn->abort();
     work_->burn->wait();
-    work_->drive->endBurn(work_->burn->result());
+    DriveResult result = work_->burn->result();
+    work_->drive->endBurn(result);
   } else if (work_) {
     work_->eraseThread.join();
     work_->drive->endErase(work_->eraseResult);
@@ -195,6 +196,10 @@ std::int32_t Engine::do_GetFreeBlocksOnDisc() {
   return selected_ != nullptr ? blocks32(selected_->state().freeBlocks) : 0;
 }
 
+std::int32_t Engine::do_GetBlocksWithoutRoom() {
+  return selected_ != nullptr ? blocks32(selected_->state().withoutRoom) : 0;
+}
+
 // The layout.
 
 void Engine::do_ClearAll() {
@@ -340,7 +345,8 @@ std::int32_t Engine::do_GetBlocksWritten() {
 
 std::int16_t Engine::do_EraseDisc(int quick, FinishCallback finished) {
   if (work_ || selected_ == nullptr || !selected_->beginErase()) {
-    setError(NoDisc, "The disc cannot be erased");
+    const std::string problem = selected_ != nullptr ? selected_->problem() : std::string();
+    setError(NoDisc, problem.empty() ? "The disc cannot be erased" : problem);
     return 0;
   }
   setError(0, {});
@@ -363,7 +369,7 @@ void Engine::do_Deliver() {
       faults.push_back(std::move(fault));
     deliverFaults(faults);
     if (!done) return;
-    const DriveResult result = work_->burn->result();
+    DriveResult result = work_->burn->result();
     work_->drive->endBurn(result);
     deliverEnd(result);
   } else if (work_->eraseDone) {

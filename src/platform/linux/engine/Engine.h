@@ -47,6 +47,7 @@ class Engine : public BurnEngine, public MountedDevices {
   std::uint8_t do_SessionsOnDisc() override;
   std::int32_t do_GetTotalBlocksOnDisc() override;
   std::int32_t do_GetFreeBlocksOnDisc() override;
+  std::int32_t do_GetBlocksWithoutRoom() override;
 
   void do_ClearAll() override;
   void do_SetJolietFS(int on) override { switches_.joliet = on != 0; }

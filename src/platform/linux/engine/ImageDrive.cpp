@@ -18,6 +18,20 @@ namespace {
 
 constexpr std::int64_t MaxProfileBytes = 65536;
 constexpr int EraseFailed = 1032;
+constexpr int RecordFailed = 14848;  ///< "Disc writing failed."
+/// Left on the disk of the images, for what the program itself must still write.
+constexpr std::int64_t KeptBytes = 1 << 20;
+/// More than the profile of a disc grows by one session.
+constexpr std::size_t ProfileGrowth = 256;
+
+bool isSameFile(const FileInfo& a, const FileInfo& b) {
+  return a.kind == b.kind && a.inode == b.inode && a.modified == b.modified &&
+         a.modifiedNanoseconds == b.modifiedNanoseconds && a.size == b.size;
+}
+
+std::string systemText(int error) {
+  return std::system_category().message(error);
+}
 
 }  // namespace
 
@@ -39,6 +53,7 @@ std::optional<DiscProfile> ImageDrive::profileOf(Files& files, const std::string
 }
 
 void ImageDrive::setTray(const std::string& image, bool open) {
+  lock_.release();
   dropReaders();
   profile_.reset();
   image_ = image;
@@ -70,18 +85,51 @@ DiscProfile* ImageDrive::profile() {
   if (image_.empty() || open_) return nullptr;
   // The image may have been taken away behind the program's back.
   if (!busy_ && !files_.doFileExists(image_)) {
-    dropReaders();
-    profile_.reset();
+    forgetDisc();
     return nullptr;
+  }
+  // Another program may have written the disc since it was looked at.
+  if (!busy_) {
+    const FileInfo file = files_.doGetInfo(profileFileOf(image_));
+    if (!isSameFile(file, profileSeen_)) forgetDisc();
+    profileSeen_ = file;
   }
   if (!profile_) profile_ = profileOf(files_, image_);
   return profile_ ? &*profile_ : nullptr;
 }
 
+void ImageDrive::forgetDisc() {
+  dropReaders();
+  profile_.reset();
+}
+
 bool ImageDrive::storeProfile(std::string& why) {
   const FileOutcome outcome = files_.writeAll(profileFileOf(image_), profile_->toText());
   why = outcome.text;
+  profileSeen_ = files_.doGetInfo(profileFileOf(image_));
   return static_cast<bool>(outcome);
+}
+
+void ImageDrive::lock(bool locked) {
+  locked_ = locked;
+  if (!busy_) settleLock();
+}
+
+/// While the tray is locked, a run reads the disc or is about to write it.
+void ImageDrive::settleLock() {
+  if (locked_ && !image_.empty() && !open_)
+    lock_.take(image_, ImageUse::Read);
+  else
+    lock_.release();
+}
+
+std::string ImageDrive::problem() const {
+  const bool inUse = !image_.empty() && !open_ && elsewhere() != ImageUse::None;
+  return inUse ? inUseText() : std::string();
+}
+
+std::string ImageDrive::inUseText() const {
+  return "The disc " + image_ + " is in use by another program";
 }
 
 std::string ImageDrive::devicePath() const {
@@ -90,7 +138,7 @@ std::string ImageDrive::devicePath() const {
 }
 
 bool ImageDrive::isReady() {
-  if (busy_ || profile() == nullptr) return false;
+  if (busy_ || profile() == nullptr || elsewhere() == ImageUse::Written) return false;
   if (questionsUntilReady_ == 0) return true;
   --questionsUntilReady_;
   return false;
@@ -118,8 +166,20 @@ DiscState ImageDrive::state() {
   state.writable = state.erasable || (disc->isAppendable() && writes(disc->type));
   state.sessions = disc->sessionsTold();
   state.totalBlocks = disc->capacity;
-  state.freeBlocks = disc->freeBlocks();
+  state.freeBlocks = std::min(disc->freeBlocks(), roomBlocks(*disc));
+  state.withoutRoom = disc->freeBlocks() - state.freeBlocks;
   return state;
+}
+
+/// Blocks that the disk of the image has room for.
+std::int64_t ImageDrive::roomBlocks(const DiscProfile& disc) const {
+  const auto volume = files_.doGetVolumeInfo(image_);
+  if (!volume) return disc.capacity;
+  // What lies behind the end is cut off before a burn.
+  const std::int64_t behind = files_.doGetFileSize(image_).whole() - disc.end * BlockBytes;
+  const std::int64_t bytes =
+      volume->freeBytes.whole() + std::max<std::int64_t>(behind, 0) - KeptBytes;
+  return std::max<std::int64_t>(bytes / BlockBytes, 0);
 }
 
 std::int32_t ImageDrive::speedFor(std::int32_t wanted) {
@@ -181,28 +241,53 @@ TrackPlace ImageDrive::place() {
   return place;
 }
 
-bool ImageDrive::beginBurn(std::string& why) {
-  DiscProfile* disc = profile();
+/// Locks the disc for writing. What was settled for it must still hold then.
+bool ImageDrive::beginWriting(std::string& why) {
+  const DiscProfile* disc = profile();
   if (disc == nullptr || busy_ || !writes(disc->type)) return false;
-  // What lies behind the end is left from a burn or an erase that was broken off.
-  if (::truncate(image_.c_str(), static_cast<off_t>(disc->end * BlockBytes)) != 0 &&
-      errno != EACCES && errno != EPERM && errno != EROFS) {
-    why = std::system_category().message(errno);
+  const std::string before = disc->toText();
+  if (!lock_.take(image_, ImageUse::Written)) {
+    why = inUseText();
     return false;
   }
-  disc->writing = true;
-  if (!storeProfile(why)) {
-    disc->writing = false;
-    return false;
-  }
-  dropReaders();
-  busy_ = true;
-  return true;
+  disc = profile();
+  if (disc != nullptr && disc->toText() == before) return true;
+  why = "Another program has written the disc " + image_;
+  settleLock();
+  return false;
 }
 
-void ImageDrive::endBurn(const DriveResult& result) {
+bool ImageDrive::beginBurn(std::string& why) {
+  if (!beginWriting(why)) return false;
+  DiscProfile& disc = *profile_;
+  // What lies behind the end is left from a burn or an erase that was broken off.
+  if (::truncate(image_.c_str(), static_cast<off_t>(disc.end * BlockBytes)) != 0 &&
+      errno != EACCES && errno != EPERM && errno != EROFS)
+    why = systemText(errno);
+  // The room for the end first: a disc that is marked as being written cannot go back without it.
+  const std::size_t bytes = disc.toText().size() + ProfileGrowth;
+  if (const int error = why.empty() ? held_.hold(profileFileOf(image_), bytes) : 0; error != 0)
+    why = systemText(error);
+  disc.writing = true;
+  if (why.empty() && storeProfile(why)) {
+    dropReaders();
+    busy_ = true;
+    return true;
+  }
+  disc.writing = false;
+  held_.drop();
+  settleLock();
+  return false;
+}
+
+void ImageDrive::endBurn(DriveResult& result) {
   busy_ = false;
-  if (!profile_) return;
+  if (profile_) recordBurn(result);
+  held_.drop();
+  settleLock();
+}
+
+void ImageDrive::recordBurn(DriveResult& result) {
   const std::int64_t start = profile_->nextSession();
   profile_->writing = false;
   if (!result.touched) {
@@ -217,20 +302,25 @@ void ImageDrive::endBurn(const DriveResult& result) {
     if (::truncate(image_.c_str(), static_cast<off_t>(profile_->end * BlockBytes)) != 0)
       profile_->damaged = true;
   }
-  // Nothing can be done about a failure here: the file then says that the burn never ended.
-  std::string why;
-  storeProfile(why);
+  const int error = held_.store(profile_->toText());
+  profileSeen_ = files_.doGetInfo(profileFileOf(image_));
+  if (error == 0) return;
+  // From now on the disc is what its profile says: that of a burn that never ended.
+  forgetDisc();
+  if (result.error != 0) return;
+  result.error = RecordFailed;
+  result.text = profileFileOf(image_) + ": " + systemText(error);
 }
 
 bool ImageDrive::beginErase() {
-  const DiscProfile* disc = profile();
-  if (disc == nullptr || busy_ || !state().erasable) return false;
-  // First in the profile: an erase that is broken off has taken place as far as anyone can tell.
   std::string why;
-  beforeErase_ = *disc;
+  if (!state().erasable || !beginWriting(why)) return false;
+  // First in the profile: an erase that is broken off has taken place as far as anyone can tell.
+  beforeErase_ = *profile_;
   profile_->erase();
   if (!storeProfile(why)) {
     profile_ = beforeErase_;
+    settleLock();
     return false;
   }
   dropReaders();
@@ -258,11 +348,13 @@ DriveResult ImageDrive::erase(bool quick) {
 
 void ImageDrive::endErase(const DriveResult& result) {
   busy_ = false;
-  if (!profile_ || result.error == 0) return;
-  profile_ = beforeErase_;
-  profile_->failWriting();
-  std::string why;
-  storeProfile(why);
+  if (profile_ && result.error != 0) {
+    profile_ = beforeErase_;
+    profile_->failWriting();
+    std::string why;
+    storeProfile(why);
+  }
+  settleLock();
 }
 
 }  // namespace korvenal

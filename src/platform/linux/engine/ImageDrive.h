@@ -7,6 +7,8 @@
 #include "platform/Files.h"
 #include "platform/linux/engine/DiscProfile.h"
 #include "platform/linux/engine/Drive.h"
+#include "platform/linux/engine/HeldProfile.h"
+#include "platform/linux/engine/ImageLock.h"
 #include "platform/linux/engine/SessionReaders.h"
 
 namespace korvenal {
@@ -37,6 +39,8 @@ class ImageDrive : public Drive {
   const std::string& disc() const { return image_; }
   bool isOpen() const { return open_; }
   bool isBusy() const { return busy_; }
+  /// What other programs do with the disc in the tray.
+  ImageUse elsewhere() const { return lock_.others(image_); }
   /// Puts a disc in, or takes the old one out with an empty name. Nothing is told to `changed`.
   void setTray(const std::string& image, bool open);
 
@@ -44,8 +48,10 @@ class ImageDrive : public Drive {
   std::string devicePath() const override;
   bool isBurner() const override { return identity_.ability != DriveAbility::Reads; }
   bool can(std::uint8_t code) override;
+  /// False also while another program writes the disc.
   bool isReady() override;
-  void lock(bool locked) override { locked_ = locked; }
+  std::string problem() const override;
+  void lock(bool locked) override;
   void eject() override;
   void load() override;
   DiscState state() override;
@@ -59,7 +65,7 @@ class ImageDrive : public Drive {
   std::unique_ptr<BlockReader> openBlocks() override;
   TrackPlace place() override;
   bool beginBurn(std::string& why) override;
-  void endBurn(const DriveResult& result) override;
+  void endBurn(DriveResult& result) override;
   bool beginErase() override;
   DriveResult erase(bool quick) override;
   void endErase(const DriveResult& result) override;
@@ -67,7 +73,13 @@ class ImageDrive : public Drive {
  private:
   /// The profile of the disc that the closed tray holds.
   DiscProfile* profile();
+  void forgetDisc();
   bool storeProfile(std::string& why);
+  bool beginWriting(std::string& why);
+  void recordBurn(DriveResult& result);
+  void settleLock();
+  std::string inUseText() const;
+  std::int64_t roomBlocks(const DiscProfile& disc) const;
   bool writes(std::uint8_t type) const;
   std::int32_t speedFor(std::int32_t wanted);
 
@@ -81,6 +93,10 @@ class ImageDrive : public Drive {
   std::int64_t questionsUntilReady_ = 0;
   std::shared_ptr<bool> pulled_ = std::make_shared<bool>(false);  ///< by a fault while reading
   std::optional<DiscProfile> profile_;
+  FileInfo
+      profileSeen_;   ///< the file that `profile_` is from, to know when another program wrote it
+  HeldProfile held_;  ///< while a burn is at work
+  ImageLock lock_;    ///< while the tray is locked, and while the disc is written
   DiscProfile beforeErase_;  ///< while an erase is at work
   SessionReaders readers_;
 };

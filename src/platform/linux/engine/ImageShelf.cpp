@@ -62,6 +62,13 @@ bool ImageShelf::isInUse(const std::string& image) const {
                      [&](const auto& drive) { return drive->disc() == image; });
 }
 
+ImageUse ImageShelf::usedElsewhere(const std::string& image) const {
+  // The drive's own lock does not count, and only the drive can tell it from others.
+  for (const auto& drive : drives_)
+    if (drive->disc() == image) return drive->elsewhere();
+  return ImageLock().others(image);
+}
+
 ImageDisc ImageShelf::describe(const std::string& image) const {
   ImageDisc disc;
   const auto profile = ImageDrive::profileOf(files_, image);
@@ -72,7 +79,8 @@ ImageDisc ImageShelf::describe(const std::string& image) const {
   disc.sessions = static_cast<int>(profile->sessions.size());
   disc.closed = profile->formatted && !profile->isAppendable();
   disc.modified = files_.doGetInfo(image).modified;
-  if (profile->sessions.empty()) return disc;
+  disc.elsewhere = usedElsewhere(image);
+  if (profile->sessions.empty() || disc.elsewhere == ImageUse::Written) return disc;
   const auto blocks = openImageBlocks(image);
   const auto head = blocks ? readVolumeHead(*blocks, 0) : std::nullopt;
   if (!head) return disc;
@@ -163,6 +171,7 @@ TrayResult ImageShelf::insert(char letter, const std::string& file) {
   if (drive == nullptr || drive->isBusy()) return {TrayResult::DriveBusy};
   if (drive->disc() != image && isInUse(image)) return {TrayResult::InAnotherDrive};
   if (!ImageDrive::profileOf(files_, image)) return {TrayResult::NotADisc};
+  if (usedElsewhere(image) == ImageUse::Written) return {TrayResult::InUse};
   drive->setTray(image, false);
   storeTrays();
   return {};

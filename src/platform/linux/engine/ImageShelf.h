@@ -47,6 +47,7 @@ class ImageShelf : public ImageTrays {
  private:
   ImageDrive* find(char letter) const;
   bool isInUse(const std::string& image) const;
+  ImageUse usedElsewhere(const std::string& image) const;
   ImageDisc describe(const std::string& image) const;
   std::string freeName(const std::string& name) const;
   void loadTrays();

@@ -190,7 +190,7 @@ bool MmcDrive::beginBurn(std::string& why) {
   return true;
 }
 
-void MmcDrive::endBurn(const DriveResult&) {
+void MmcDrive::endBurn(DriveResult&) {
   busy_ = false;
   device_->release();
 }

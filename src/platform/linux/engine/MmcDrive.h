@@ -43,7 +43,7 @@ class MmcDrive : public Drive {
 
   TrackPlace place() override;
   bool beginBurn(std::string& why) override;
-  void endBurn(const DriveResult& result) override;
+  void endBurn(DriveResult& result) override;
   bool beginErase() override;
   DriveResult erase(bool quick) override;
   void endErase(const DriveResult& result) override;
