@@ -109,11 +109,9 @@ void Lifecycle::doTellEnd(int action) {
       const bool errors = faults.discs + faults.files + faults.notVerified + faults.missed > 0;
       return commander.doNotify(endText("The backup", main_.backupResult, errors));
     }
-    case ActionController::Restore: {
-      const RestoreFaults& faults = main_.restoreResult.faults;
-      const bool errors = faults.discs + faults.files > 0;
-      return commander.doNotify(endText("The restore", main_.restoreResult, errors));
-    }
+    case ActionController::Restore:
+      return commander.doNotify(
+          endText("The restore", main_.restoreResult, !main_.restoreResult.isAllWell()));
     default:
       return commander.doNotify(
           endText("The erase", main_.eraseResult, main_.eraseResult.failed > 0));

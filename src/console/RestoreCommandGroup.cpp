@@ -1,5 +1,6 @@
 #include "console/RestoreCommandGroup.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -168,9 +169,10 @@ ExitCode RestoreCommandGroup::restoreCode() const {
   const RestoreResult& result = session_.main.restoreResult;
   if (result.end == RestoreResult::End::Stopped) return ExitCode::Stopped;
   if (result.end != RestoreResult::End::Finished) return ExitCode::Failed;
-  if (result.faults.discs == 0 && result.faults.files == 0) return ExitCode::Ok;
+  if (result.isAllWell()) return ExitCode::Ok;
   return session_.fail("Not all is well: " + Text::counted(result.faults.discs, "disc") +
-                       " failed, " + Text::counted(result.faults.files, "file") +
+                       " failed, " +
+                       Text::counted(std::max(result.faults.files, result.sum.failed), "file") +
                        " with errors (\"errors\" lists them).");
 }
 

@@ -39,6 +39,8 @@ struct FileInfo {
   std::uint64_t inode = 0;
   std::uint32_t attributes = 0;   ///< FileAttribute bits
   std::uint32_t permissions = 0;  ///< permission bits (0777)
+  std::uint32_t owner = 0;        ///< number of the user that it belongs to
+  std::uint32_t group = 0;        ///< number of its group
 };
 
 /// Label, file system and room of a volume.

@@ -12,9 +12,35 @@ DiscRestore::DiscRestore(const RestoreServices& services)
       discs_(services.files, services.page),
       files_(services) {}
 
-void DiscRestore::doBeginRun() {
+void DiscRestore::doBeginRestore() {
+  files_.doBeginRestore();
+}
+
+void DiscRestore::doBeginRun(bool goesOn) {
   DiscErrorCount = 0;
-  files_.doForgetSplitFile();
+  if (!goesOn) return;
+  if (const auto target = services_.targets.open(services_.page.txRestoreTo))
+    files_.doGoOn(*target);
+}
+
+void DiscRestore::doEndRun() {
+  if (isListDone()) faults.files += files_.doGiveUpOpenRows();
+  const auto target = services_.targets.open(services_.page.txRestoreTo);
+  files_.doEndRun(target.get());
+}
+
+void DiscRestore::doPassNeedlessDiscs() {
+  std::string passed;
+  int count = 0;
+  for (; !isListDone() && !files_.isNeeded(wantedDisc()); ++services_.page.RestoreDiscIndex) {
+    services_.desktop.doYield();
+    if (!files_.hasPartsInVain(wantedDisc())) continue;
+    passed += (count++ > 0 ? ", #" : "#") + std::to_string(wantedDisc());
+  }
+  if (count == 0) return;
+  services_.grids.doEventMessage(
+      (count > 1 ? "Backup discs " : "Backup disc ") + passed + (count > 1 ? " are" : " is") +
+      " no longer needed: only parts of files that are not restored lie there.");
 }
 
 bool DiscRestore::isListDone() const {
@@ -41,6 +67,7 @@ void DiscRestore::doRestoreDiscs() {
   ActionState& state = services_.state;
   state.StopAction = false;
   state.TaskError = 0;
+  if (isListDone()) return;
   files_.doBegin();
   doSetUpEngine();
   services_.grids.doEventMessage("Checking backup disc...");
@@ -103,6 +130,12 @@ std::optional<DiscInHand> DiscRestore::findWantedIn(char letter) {
   return look.disc;
 }
 
+bool DiscRestore::isStillThere(const DiscInHand& disc) const {
+  if (services_.engine.do_TestUnitReady() == 0) return false;
+  const auto found = discs_.look(disc.letter, disc.number).disc;
+  return found && found->session == disc.session;
+}
+
 DiscRestore::Next DiscRestore::doRestoreDisc(const DiscInHand& disc, TargetFolder& target) {
   ActionState& state = services_.state;
   const std::string drive(1, disc.letter);
@@ -141,7 +174,8 @@ bool DiscRestore::doTryDisc(Attempt& attempt, TargetFolder& target) {
   if (count.found > 0 && count.found < count.wanted &&
       !doConfirmMissing(attempt.disc.number, count))
     return false;
-  if (count.found == 0) {
+  // A disc that is surely of the set has no more to bring; its files are told one by one.
+  if (count.found == 0 && count.wanted > 0 && !attempt.disc.isOfSet) {
     doFail(attempt, "Error: Nothing to be restored in the disc.");
     engine.do_UnlockMedium();
     return true;
@@ -152,8 +186,10 @@ bool DiscRestore::doTryDisc(Attempt& attempt, TargetFolder& target) {
   services_.grids.doEventMessage(std::string("Start restoring file") +
                                  (count.found > 1 ? "s" : "") + " from backup disc #" +
                                  std::to_string(attempt.disc.number) + "...");
-  attempt.counts = files_.doRestoreFiles(attempt.disc, target);
+  attempt.counts =
+      files_.doRestoreFiles(attempt.disc, target, [&] { return isStillThere(attempt.disc); });
   faults.files += attempt.counts.errors;
+  doSync(attempt, target);
   doJudge(attempt);
   engine.do_UnlockMedium();
   return true;
@@ -178,19 +214,31 @@ void DiscRestore::doFail(Attempt& attempt, const std::string& note) {
   attempt.record.note = note;
 }
 
+/// What the medium did not take is not restored, whatever the system said while it was written.
+void DiscRestore::doSync(Attempt& attempt, TargetFolder& target) {
+  files_.progress.doShowFile("Waiting until all is written...");
+  FileOutcome outcome;
+  services_.desktop.doAside([&] { outcome = target.doSync(); });
+  if (outcome) return;
+  files_.doDistrustDisc();
+  attempt.counts.targetFault = outcome.text;
+  services_.state.TaskError = -1;
+}
+
 void DiscRestore::doJudge(Attempt& attempt) {
-  const ActionState& state = services_.state;
-  if (state.StopAction) {
+  const RestoreCounts& counts = attempt.counts;
+  if (services_.state.StopAction) {
     attempt.record.note = "Action stop by user.";
-  } else if (files_.progress.RestoreBytesDone == Fixed4() && attempt.counts.nothingDone()) {
-    if (!attempt.counts.onlyLostParts) return doFail(attempt, "No file restored.");
-    // Asking for it again would bring nothing either.
-    if (attempt.counts.errors == 0) attempt.record.note = "No file restored.";
-    ++services_.page.RestoreDiscIndex;
-  } else if (state.TaskError != 0) {
-    doFail(attempt, attempt.counts.diskFull ? "Failed: Insufficient HDD space." : "Failed.");
+  } else if (counts.diskFull) {
+    doFail(attempt, "Failed: Insufficient HDD space.");
+  } else if (!counts.targetFault.empty()) {
+    doFail(attempt, "Failed: Nothing can be written: " + counts.targetFault + ".");
+  } else if (counts.discGone) {
+    doFail(attempt, "Failed: The disc left the drive.");
   } else {
-    if (attempt.counts.errors == 0) attempt.record.note = "Success.";
+    const bool nothing =
+        files_.progress.RestoreBytesDone == Fixed4() && attempt.counts.nothingDone();
+    if (counts.errors == 0) attempt.record.note = nothing ? "No file restored." : "Success.";
     ++services_.page.RestoreDiscIndex;
   }
 }
@@ -222,13 +270,21 @@ void DiscRestore::doRecord(Attempt& attempt) {
 DiscRestore::Next DiscRestore::doAfterDisc(const Attempt& attempt) {
   ActionState& state = services_.state;
   RunGrids& grids = services_.grids;
-  if (attempt.failed) ++faults.discs;
+  // A disc that went away is asked for again: what counts is what became of its files.
+  if (attempt.failed && !attempt.counts.discGone) ++faults.discs;
   if (!state.StopAction) grids.doEventMessage((attempt.failed ? "*" : "") + attempt.record.note);
   if (attempt.counts.diskFull) {
     grids.doEventMessage("*Action stop: Insufficient HDD space.");
     return Next::EndRun;
   }
+  if (!attempt.counts.targetFault.empty()) {
+    state.TaskError = -1;
+    grids.doEventMessage("*Action stop: " + services_.page.txRestoreTo + ": " +
+                         attempt.counts.targetFault + ".");
+    return Next::EndRun;
+  }
   state.TaskError = 0;
+  doPassNeedlessDiscs();
   if (attempt.failed && !state.StopAction && ++DiscErrorCount == errorMaximum()) {
     // One wording serves burning and restoring alike.
     grids.doEventMessage("*Action stop: Disc burning error counted " +

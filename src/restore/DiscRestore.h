@@ -27,11 +27,19 @@ class DiscRestore {
   int DiscErrorCount = 0;  ///< discs that failed in this run
   RestoreFaults faults;
 
-  /// A new run: counts and the open split file are forgotten.
-  void doBeginRun();
+  /// A new restore: nothing is done yet.
+  void doBeginRestore();
+  /// A run begins, of a new restore or of one that goes on.
+  void doBeginRun(bool goesOn);
+  /// Moves on in the list of discs to one that something is still wanted from, or to its end.
+  void doPassNeedlessDiscs();
   /// Takes every wanted disc that lies in a drive, in the order of the list, and returns when the
   /// next one has to be asked for, the list is done, or `StopAction` or `TaskError` is set.
   void doRestoreDiscs();
+  /// A run ends, well or not. What is open when the list is done is told to be lost.
+  void doEndRun();
+  /// Of the whole restore so far.
+  RestoreSum sum() const { return files_.sum(); }
 
  private:
   enum class Next { Drive, EndRun };
@@ -54,11 +62,13 @@ class DiscRestore {
   std::string drivesInOrder() const;
   /// The wanted disc, when it lies in the selected drive.
   std::optional<DiscInHand> findWantedIn(char letter);
+  bool isStillThere(const DiscInHand& disc) const;
   Next doRestoreDisc(const DiscInHand& disc, TargetFolder& target);
   /// False when the person does not want to go on.
   bool doTryDisc(Attempt& attempt, TargetFolder& target);
   bool doConfirmMissing(int disc, const WantedCount& count);
   void doFail(Attempt& attempt, const std::string& note);
+  void doSync(Attempt& attempt, TargetFolder& target);
   void doJudge(Attempt& attempt);
   void doCompleteNote(Attempt& attempt) const;
   void doRecord(Attempt& attempt);

@@ -1,28 +1,54 @@
 #include "restore/FileRestore.h"
 
-#include <algorithm>
+#include <cerrno>
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace korvenal {
 
+namespace {
+
+constexpr const char* CannotBeJoined = "File restore failed.";
+
+}  // namespace
+
 FileRestore::FileRestore(const RestoreServices& services)
     : progress(services.progress(), services.desktop),
       services_(services),
       page_(services.page),
       existing_(services),
-      claims_(services) {}
+      claims_(services_),
+      rows_(services.page) {}
 
-void FileRestore::doForgetSplitFile() {
+void FileRestore::doBeginRestore() {
+  rows_.clear();
+  made_.clear();
   split_ = {};
-  begun_.clear();
+  anyWritten_ = false;
 }
 
-bool FileRestore::isSelected(int row) const {
-  const RestoreCheck check = page_.vsRestore.check(row);
-  return check == RestoreCheck::Checked ||
-         (check == RestoreCheck::Partly && !page_.OnlyRestoreFile);
+bool FileRestore::isOver() const {
+  return services_.state.StopAction || services_.state.TaskError != 0 || counts_.discGone;
+}
+
+bool FileRestore::isNeeded(int disc) const {
+  const RestoreTree& tree = page_.vsRestore;
+  for (int row = 1; row < tree.Rows(); ++row) {
+    if (!rows_.isWanted(row) || tree.item(row).kind == RestoreKind::Folder) continue;
+    const int from = row == split_.row ? split_.SplitNextPart : 1;
+    if (from == 1 && tree.item(row).disc == disc) return true;
+    if (rows_.hasPartOn(row, disc, from)) return true;
+  }
+  return false;
+}
+
+bool FileRestore::hasPartsInVain(int disc) const {
+  for (int row = 1; row < page_.vsRestore.Rows(); ++row)
+    if (rows_.isSelected(row) && !rows_.isWanted(row) && rows_.outcome(row) != Outcome::Restored &&
+        rows_.hasPartOn(row, disc))
+      return true;
+  return false;
 }
 
 WantedCount FileRestore::doCountWanted(const DiscInHand& disc) {
@@ -37,66 +63,38 @@ WantedCount FileRestore::doCountWanted(const DiscInHand& disc) {
   };
   for (int row = 1; row < tree.Rows(); ++row) {
     services_.desktop.doYield();
-    if (!isSelected(row)) continue;
+    if (!rows_.isWanted(row)) continue;
     const RestoreTree::Item& item = tree.item(row);
     if (item.kind == RestoreKind::File && item.disc == disc.number)
       look(std::string(tree.nameOnDisc(row)), &item.size);
-    for (int part = 1; part <= static_cast<int>(item.knownParts); ++part)
+    const int from = row == split_.row ? split_.SplitNextPart : 1;
+    for (int part = from; part <= static_cast<int>(item.knownParts); ++part)
       if (tree.partDisc(row, part) == disc.number) look(tree.partOnDisc(row, part), nullptr);
   }
   return count;
 }
 
-RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& target) {
+RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& target,
+                                          std::function<bool()> isThere) {
   disc_ = disc;
   target_ = &target;
+  isThere_ = std::move(isThere);
   counts_ = {};
+  settled_.clear();
   if (const std::string list = claims_.doBeginDisc(disc); !list.empty()) {
     doAddErrorRow("The list of files that were not saved cannot be read.", list);
     ++counts_.errors;
   }
-  doTellLostFiles();
-  if (split_.SplitNextPart > 0) doRestoreParts(split_.SplitNextPart);
-  // A file that goes on on the next disc has this whole disc to itself.
-  const bool wholeDiscIsSplitFile = split_.SplitNextPart > 0;
+  if (isSplitOpen()) doRestoreParts();
   const RestoreTree& tree = page_.vsRestore;
-  for (int row = 1; row < tree.Rows() && !wholeDiscIsSplitFile && !isOver(); ++row) {
-    if (tree.item(row).disc == disc.number && isSelected(row)) doRestoreRow(row);
+  for (int row = 1; row < tree.Rows() && !isOver(); ++row) {
+    if (tree.item(row).disc == disc.number && row != split_.row && rows_.isWanted(row))
+      doRestoreRow(row);
     services_.desktop.doYield();
   }
   target_ = nullptr;
+  isThere_ = nullptr;
   return counts_;
-}
-
-/// True when parts of a split file are wanted from the disc that nothing can be joined with.
-bool FileRestore::isLostOn(int row, int disc) const {
-  const RestoreTree& tree = page_.vsRestore;
-  const RestoreTree::Item& item = tree.item(row);
-  if (item.kind != RestoreKind::SplitFile || item.disc == disc || !isSelected(row)) return false;
-  if (split_.SplitNextPart > 0 && split_.row == row) return false;
-  for (int part = 1; part <= static_cast<int>(item.knownParts); ++part)
-    if (tree.partDisc(row, part) == disc) return true;
-  return false;
-}
-
-/// A file that was open when the last run stopped is not joined any more, and one that failed has
-/// more parts on later discs. Neither may keep its discs wanted for ever, or pass in silence.
-void FileRestore::doTellLostFiles() {
-  const RestoreTree& tree = page_.vsRestore;
-  const auto& discs = page_.RestoreDiscList;
-  counts_.onlyLostParts = split_.SplitNextPart == 0;
-  for (int row = 1; row < tree.Rows(); ++row) {
-    const int first = tree.item(row).disc;
-    if (tree.item(row).kind != RestoreKind::Folder && first == disc_.number && isSelected(row))
-      counts_.onlyLostParts = false;
-    if (!isLostOn(row, disc_.number)) continue;
-    // Its first disc may still come.
-    const bool comes =
-        std::find(discs.begin() + page_.RestoreDiscIndex, discs.end(), first) != discs.end();
-    if (comes || !begun_.insert(row).second) continue;
-    doAddErrorRow("File restore failed.", targetOf(row).shown);
-    ++counts_.errors;
-  }
 }
 
 void FileRestore::doRestoreRow(int row) {
@@ -127,16 +125,35 @@ RestoredFile FileRestore::targetOf(int row) const {
   return file;
 }
 
+/// What this restore wrote itself is no existing file.
+bool FileRestore::mayWrite(int row, const RestoredFile& file) {
+  return rows_.outcome(row) == Outcome::Unsafe || existing_.mayWrite(*target_, file);
+}
+
+void FileRestore::noteFolders(int row, const std::string& path) {
+  made_.note(*target_, path, std::string(page_.vsRestore.nameOnDisc(row)),
+             [this](const std::string& folder) {
+               return services_.files.doGetInfo(disc_.pathOf(folder));
+             });
+}
+
+void FileRestore::settle(int row, Outcome outcome) {
+  rows_.set(row, outcome);
+  settled_.push_back(row);
+}
+
 void FileRestore::doRestoreFolder(int row) {
   const RestoredFile folder = targetOf(row);
-  if (target_->doGetInfo(folder.path).kind != FileInfo::Kind::Folder) {
-    const FileOutcome outcome = target_->doCreateFolderPath(folder.path);
-    if (!outcome) {
-      doCountFailure(outcome, outcome.text, folder.shown);
-      return;
-    }
+  FileOutcome outcome;
+  if (target_->doGetInfo(folder.path).kind != FileInfo::Kind::Folder)
+    outcome = target_->doCreateFolderPath(folder.path);
+  noteFolders(row, folder.path);
+  if (outcome) {
+    ++counts_.folders;
+    settle(row, Outcome::Restored);
+  } else if (isRowsOwnFault(outcome, outcome.text, folder.shown)) {
+    settle(row, Outcome::Failed);
   }
-  ++counts_.folders;
 }
 
 void FileRestore::doRestoreFile(int row) {
@@ -145,145 +162,213 @@ void FileRestore::doRestoreFile(int row) {
   RestoredFile file = targetOf(row);
   const FileInfo info = services_.files.doGetInfo(source);
   if (info.kind != FileInfo::Kind::File) {
-    doAddErrorRow("Backup file not found.", Paths::onDrive(disc_.letter, nameOnDisc));
-    ++counts_.errors;
+    if (isDiscGone()) return;
+    doCountError("Backup file not found.", Paths::onDrive(disc_.letter, nameOnDisc));
+    settle(row, Outcome::Failed);
     return;
   }
   progress.RestoreBytesNext += info.size;
   if (const std::string fault =
           claims_.doFindFault(nameOnDisc, page_.vsRestore.item(row).size, info.size);
       !fault.empty()) {
-    doAddErrorRow(fault, file.shown);
-    ++counts_.errors;
+    doCountError(fault, file.shown);
+    settle(row, Outcome::Failed);
     progress.doFinishFile();
     return;
   }
   file.size = info.size;
   file.modified = Dates::digits(info.modified);
-  const bool write = existing_.mayWrite(*target_, file);
+  const bool write = mayWrite(row, file);
   if (services_.state.StopAction) return;
   if (write) {
-    progress.doShowFile("Restoring - " + file.shown);
-    const FileOutcome outcome = target_->doCopyFileProgress(source, file.path, copyProgress());
-    if (outcome)
-      ++counts_.restored;
-    else
-      doCountFailure(outcome, outcome.text + ".", file.shown);
+    doCopyFile(row, source, file);
   } else {
     ++counts_.skipped;
+    settle(row, Outcome::Skipped);
   }
   progress.doFinishFile();
+}
+
+void FileRestore::doCopyFile(int row, const std::string& source, const RestoredFile& file) {
+  progress.doShowFile("Restoring - " + file.shown);
+  const FileOutcome outcome = target_->doCopyFileProgress(source, file.path, copyProgress());
+  noteFolders(row, file.path);
+  if (outcome) {
+    ++counts_.restored;
+    anyWritten_ = true;
+    settle(row, Outcome::Restored);
+  } else if (isRowsOwnFault(outcome, outcome.text + ".", file.shown)) {
+    settle(row, Outcome::Failed);
+  }
 }
 
 void FileRestore::doRestoreSplitFile(int row) {
   const RestoreTree& tree = page_.vsRestore;
   const RestoreTree::Item& item = tree.item(row);
   // Only one split file can be open. An index that begins a second one gives up the first.
-  if (split_.SplitNextPart > 0 && split_.SplitWrite) {
-    doAddErrorRow("File restore failed.", split_.target.shown);
-    ++counts_.errors;
-  }
-  split_ = {};
-  split_.row = row;
-  begun_.insert(row);
-  split_.target = targetOf(row);
-  split_.SplitWrite = existing_.mayWrite(*target_, split_.target);
+  if (isSplitOpen()) doGiveUpSplitFile(CannotBeJoined);
+  const RestoredFile file = targetOf(row);
+  const bool write = mayWrite(row, file);
   if (services_.state.StopAction) return;
+  if (!write) {
+    for (int part = 1; part <= static_cast<int>(item.knownParts); ++part)
+      if (tree.partDisc(row, part) == disc_.number) ++counts_.skipped;
+    settle(row, Outcome::Skipped);
+    return;
+  }
+  split_.row = row;
+  split_.target = file;
   split_.SplitBaseName = tree.partBaseName(row);
   split_.SplitPartCount = static_cast<int>(item.parts);
   split_.SplitLastDisc = item.lastDisc;
-  if (split_.SplitPartCount == 0) {
-    doAddErrorRow("File restore failed.", split_.target.shown);
-    ++counts_.errors;
-  }
-  doRestoreParts(1);
-}
-
-void FileRestore::doRestoreParts(int from) {
-  for (int part = from; part <= split_.SplitPartCount; ++part) {
-    const PartResult result = doRestorePart(part);
-    if (result == PartResult::Ended || isOver()) return;
-  }
-  split_.SplitNextPart = 0;
-}
-
-FileRestore::PartResult FileRestore::doRestorePart(int part) {
-  const std::string source = disc_.pathOf(split_.SplitBaseName + "." + Text::zeroPadded(part, 3));
-  const FileInfo info = services_.files.doGetInfo(source);
-  if (info.kind != FileInfo::Kind::File) return doMissPart(part);
-  progress.RestoreBytesNext += info.size;
-  PartResult result = PartResult::Done;
-  const std::string fault =
-      claims_.doFindFault(split_.SplitBaseName + "." + Text::zeroPadded(part, 3),
-                          page_.vsRestore.partSize(split_.row, part), info.size);
-  if (split_.SplitWrite)
-    result = fault.empty() ? doAppendPart(part, source) : doLosePart(fault);
+  if (split_.SplitPartCount == 0)
+    doGiveUpSplitFile(CannotBeJoined);
   else
-    ++counts_.skipped;
+    doRestoreParts();
+}
+
+void FileRestore::doRestoreParts() {
+  while (doRestorePart() && !isOver()) {
+  }
+}
+
+/// True when the part was joined and another follows.
+bool FileRestore::doRestorePart() {
+  const int part = split_.SplitNextPart;
+  const std::string discPath = split_.SplitBaseName + "." + Text::zeroPadded(part, 3);
+  const FileInfo info = services_.files.doGetInfo(disc_.pathOf(discPath));
+  if (info.kind != FileInfo::Kind::File) {
+    doMissPart();
+    return false;
+  }
+  progress.RestoreBytesNext += info.size;
+  const std::string fault =
+      claims_.doFindFault(discPath, page_.vsRestore.partSize(split_.row, part), info.size);
+  const FileOutcome outcome = fault.empty() ? doAppendPart(disc_.pathOf(discPath)) : FileOutcome();
+  if (!fault.empty()) {
+    doGiveUpSplitFile(fault);
+  } else if (outcome) {
+    if (++split_.SplitNextPart > split_.SplitPartCount) doFinishSplitFile();
+  } else if (isRowsOwnFault(outcome, outcome.text, split_.target.shown)) {
+    doGiveUpSplitFile({});
+  }
   progress.doFinishFile();
-  return result;
+  return outcome && isSplitOpen();
 }
 
-FileRestore::PartResult FileRestore::doAppendPart(int part, const std::string& source) {
+FileOutcome FileRestore::doAppendPart(const std::string& source) {
   progress.doShowFile("Restoring - " + split_.target.shown);
-  const FileOutcome outcome = appendTo(source, part == 1);
+  FileOutcome outcome;
+  if (split_.file == nullptr) {
+    split_.file = target_->doBeginJoinedFile(split_.target.path, outcome);
+    noteFolders(split_.row, split_.target.path);
+  }
+  if (split_.file == nullptr) return outcome;
+  return split_.file->doAppendFileProgress(source, copyProgress());
+}
+
+void FileRestore::doFinishSplitFile() {
+  FileOutcome outcome;
+  services_.desktop.doAside([&] { outcome = split_.file->finish(); });
   if (!outcome) {
-    split_.SplitNextPart = 0;
-    doCountFailure(outcome, outcome.text, split_.target.shown);
-    return PartResult::Ended;
+    doTellFault(outcome, outcome.text, split_.target.shown);
+    doGiveUpSplitFile({});
+    return;
   }
-  if (part == split_.SplitPartCount) ++counts_.restored;
-  return PartResult::Done;
+  ++counts_.restored;
+  anyWritten_ = true;
+  settle(split_.row, Outcome::Restored);
+  split_ = {};
 }
 
-/// Without one of its parts the file is none.
-FileRestore::PartResult FileRestore::doLosePart(const std::string& fault) {
-  split_.SplitNextPart = 0;
-  doAddErrorRow(fault, split_.target.shown);
-  ++counts_.errors;
-  return PartResult::Ended;
+void FileRestore::doMissPart() {
+  const int disc = page_.vsRestore.partDisc(split_.row, split_.SplitNextPart);
+  // It may lie on a later disc.
+  if (isDiscGone() || (disc != disc_.number && split_.SplitLastDisc > disc_.number)) return;
+  doGiveUpSplitFile(CannotBeJoined);
 }
 
-FileOutcome FileRestore::appendTo(const std::string& source, bool first) {
-  // The file that stood there goes only now that its replacement is at hand.
-  const bool stands =
-      first && target_->doGetInfo(split_.target.path).kind != FileInfo::Kind::Missing;
-  if (stands)
-    if (FileOutcome outcome = target_->doDeleteFile(split_.target.path); !outcome) return outcome;
-  return target_->doAppendFileProgress(source, split_.target.path, copyProgress());
+/// Without a message the error was told before.
+void FileRestore::doGiveUpSplitFile(const std::string& message) {
+  if (!message.empty()) doCountError(message, split_.target.shown);
+  if (split_.file != nullptr) split_.file->remove();
+  settle(split_.row, Outcome::Failed);
+  split_ = {};
 }
 
-FileRestore::PartResult FileRestore::doMissPart(int part) {
-  if (split_.SplitLastDisc > disc_.number) {
-    split_.SplitNextPart = part;  // it lies on a later disc
-    return PartResult::Ended;
+/// A joined file was waited for by itself.
+void FileRestore::doDistrustDisc() {
+  for (const int row : settled_)
+    if (rows_.outcome(row) == Outcome::Restored &&
+        page_.vsRestore.item(row).kind == RestoreKind::File)
+      rows_.set(row, Outcome::Unsafe);
+}
+
+int FileRestore::doGiveUpOpenRows() {
+  int lost = 0;
+  disc_ = {};
+  for (int row = 1; row < page_.vsRestore.Rows(); ++row) {
+    services_.desktop.doYield();
+    if (!rows_.isSelectedFile(row) || !rows_.isWanted(row)) continue;
+    if (row == split_.row && split_.file != nullptr) split_.file->remove();
+    doAddErrorRow(CannotBeJoined, targetOf(row).shown);
+    rows_.set(row, Outcome::Failed);
+    ++lost;
   }
-  split_.SplitNextPart = 0;
-  if (split_.SplitWrite) {
-    doAddErrorRow("File restore failed.", split_.target.shown);
-    ++counts_.errors;
-  } else {
-    ++counts_.skipped;
-  }
-  return PartResult::Ended;
+  split_ = {};
+  return lost;
 }
 
-void FileRestore::doCountFailure(const FileOutcome& outcome, const std::string& text,
+void FileRestore::doEndRun(TargetFolder* target) {
+  if (split_.file != nullptr && !split_.told) {
+    split_.told = true;
+    doAddErrorRow("Not whole yet, left under the name " + split_.file->temporaryName() + ".",
+                  split_.target.shown);
+  }
+  if (target != nullptr) made_.dress(*target, services_.desktop);
+}
+
+bool FileRestore::isDiscGone() {
+  if (!isThere_()) counts_.discGone = true;
+  return counts_.discGone;
+}
+
+/// A target whose root is closed may hold folders that are open.
+bool FileRestore::isTargetClosed() {
+  const FileOutcome test = target_->doTestWriting();
+  if (test || (anyWritten_ && (test.code == EACCES || test.code == EPERM))) return false;
+  counts_.targetFault = test.text;
+  return true;
+}
+
+/// Tells a failure. False when it lies not in the row alone: the work with the disc ends, and the
+/// row is taken up again when the restore goes on.
+bool FileRestore::isRowsOwnFault(const FileOutcome& outcome, const std::string& text,
                                  const std::string& file) {
   if (services_.state.StopAction) {
     doAddErrorRow("Stop by user.", file);
-    return;
+    return false;
   }
-  doAddErrorRow(text, file);
+  if (isDiscGone()) return false;
+  doTellFault(outcome, text, file);
+  return services_.state.TaskError == 0;
+}
+
+void FileRestore::doTellFault(const FileOutcome& outcome, const std::string& text,
+                              const std::string& file) {
+  doCountError(text, file);
+  counts_.diskFull = outcome.code == FileOutcome::DiskFull;
+  if (counts_.diskFull || isTargetClosed()) services_.state.TaskError = -1;
+}
+
+void FileRestore::doCountError(const std::string& message, const std::string& file) {
+  doAddErrorRow(message, file);
   ++counts_.errors;
-  if (outcome.code != FileOutcome::DiskFull) return;
-  counts_.diskFull = true;
-  services_.state.TaskError = -1;
 }
 
 void FileRestore::doAddErrorRow(const std::string& message, const std::string& file) {
-  services_.grids.vsError[RestorePageIndex].addRow(
-      {std::string(1, disc_.letter) + ":", "", disc_.label, message, file});
+  const std::string drive = disc_.letter != 0 ? std::string(1, disc_.letter) + ":" : "";
+  services_.grids.vsError[RestorePageIndex].addRow({drive, "", disc_.label, message, file});
 }
 
 CopyProgress FileRestore::copyProgress() {

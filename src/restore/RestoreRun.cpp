@@ -1,6 +1,7 @@
 #include "restore/RestoreRun.h"
 
 #include "platform/Paths.h"
+#include "platform/Text.h"
 
 namespace korvenal {
 
@@ -24,18 +25,26 @@ RestoreResult RestoreRun::doStartRestore() {
   state.ActionPage = RestorePageIndex;
   if (isRefused()) return {};
   discs_.faults = {};
+  if (!page.PreparedForRun) goesOn_ = false;
   if (!page.PreparedForRun && !doCollect()) {
     const bool stopped = state.StopAction;
     if (stopped) services_.grids.doEventMessage("Action stop by user.");
-    return {stopped ? End::Stopped : End::Failed, {}};
+    return {stopped ? End::Stopped : End::Failed, {}, {}};
   }
   // A finished run starts over; a stopped one goes on.
-  if (page.RestoreDiscIndex >= page.discsWanted()) page.RestoreDiscIndex = 0;
-  if (page.RestoreDiscIndex == 0) services_.grids.doForgetDiscs(RestorePageIndex);
+  if (!goesOn_) doBeginRestore();
   const FlagScope running(state.ActionRunning);
   const FlagScope busy(state.ActionBusy);
   const End end = doRunRestore();
-  return {end, discs_.faults};
+  goesOn_ = end != End::Finished;
+  return {end, discs_.faults, discs_.sum()};
+}
+
+void RestoreRun::doBeginRestore() {
+  services_.page.RestoreDiscIndex = 0;
+  services_.grids.doForgetDiscs(RestorePageIndex);
+  services_.grids.doClearReport(RestorePageIndex);
+  discs_.doBeginRestore();
 }
 
 bool RestoreRun::isRefused() {
@@ -63,7 +72,6 @@ bool RestoreRun::doCollect() {
   ActionState& state = services_.state;
   state.StopAction = false;
   state.TaskError = 0;
-  services_.grids.doClearReport(RestorePageIndex);
   const FlagScope running(state.ActionRunning);
   services_.grids.doEventMessage("Start restore action.");
   services_.grids.doEventMessage("Collecting selected files information...");
@@ -118,11 +126,29 @@ RestoreResult::End RestoreRun::doRunRestore() {
   state.WorkerMode = WorkerRestore;
   state.StopAction = false;
   state.TaskError = 0;
+  discs_.doBeginRun(goesOn_);
   const End end = doRestoreLoop();
-  if (state.StopAction) services_.grids.doEventMessage("Action stop by user.");
   state.DiscInWork = false;
+  discs_.doEndRun();
+  if (end == End::Finished) {
+    services_.page.RestoreDiscIndex = 0;
+    services_.grids.doEventMessage("Restore action finished.");
+  }
+  if (state.StopAction) services_.grids.doEventMessage("Action stop by user.");
+  doTellSum();
   page = {};
   return end;
+}
+
+/// The last line of a run: every file that was selected is in one of its counts.
+void RestoreRun::doTellSum() {
+  const RestoreSum sum = discs_.sum();
+  const int open = sum.selected - sum.restored - sum.skipped - sum.failed;
+  services_.grids.doEventMessage(
+      (sum.isAllWell() ? "" : "*") + Text::counted(sum.selected, "file") +
+      " selected: " + std::to_string(sum.restored) + " restored, " + std::to_string(sum.skipped) +
+      " skipped, " + std::to_string(sum.failed) + " failed" +
+      (open > 0 ? ", " + std::to_string(open) + " not done yet." : "."));
 }
 
 bool RestoreRun::isFirstDiscInDrive() const {
@@ -138,22 +164,18 @@ bool RestoreRun::isFirstDiscInDrive() const {
 RestoreResult::End RestoreRun::doRestoreLoop() {
   ActionState& state = services_.state;
   RestorePage& page = services_.page;
-  if (!isFirstDiscInDrive()) {
+  discs_.doPassNeedlessDiscs();
+  if (page.RestoreDiscIndex < page.discsWanted() && !isFirstDiscInDrive()) {
     const FlagScope first(request_.FirstPrompt);
     doAskLoadDisc(0);
   }
-  discs_.doBeginRun();
   while (!state.StopAction) {
     discs_.doRestoreDiscs();
     services_.desktop.doYield();
     if (state.StopAction) break;
     if (state.TaskError != 0) return End::Failed;
     doPlayChime();
-    if (page.RestoreDiscIndex >= page.discsWanted()) {
-      page.RestoreDiscIndex = 0;
-      services_.grids.doEventMessage("Restore action finished.");
-      return End::Finished;
-    }
+    if (page.RestoreDiscIndex >= page.discsWanted()) return End::Finished;
     doAskLoadDisc(1);
   }
   return End::Stopped;

@@ -18,6 +18,11 @@ struct RestoreResult {
   };
   End end = End::Refused;
   RestoreFaults faults;
+  RestoreSum sum;  ///< of the whole restore, the runs before a stop included
+
+  bool isAllWell() const {
+    return end == End::Finished && faults.discs == 0 && faults.files == 0 && sum.isAllWell();
+  }
 };
 
 /// A restore from the press of the button to its last disc. The discs wanted are listed once for a
@@ -50,18 +55,21 @@ class RestoreRun {
 
   bool isRefused();
   void doRefuse(const std::string& text, const std::string& title);
+  void doBeginRestore();
   bool doCollect();
   bool doAddDiscs(int row);
   End doRunRestore();
   End doRestoreLoop();
   void doAskLoadDisc(int reason);
   bool isFirstDiscInDrive() const;
+  void doTellSum();
   void doPlayChime();
 
   RestoreServices services_;
   Steps steps_;
   DiscRequest request_;
   DiscRecognition recognition_;
+  bool goesOn_ = false;  ///< the last run of the restore did not reach its end
   DiscRestore discs_;
 };
 

@@ -30,8 +30,9 @@ class TargetFolderTest : public testing::Test {
                    const CopyProgress& progress = nullptr) {
     return target_->doCopyFileProgress(source_ / source, path, progress);
   }
-  FileOutcome append(const std::string& path, const std::string& source = "a") {
-    return target_->doAppendFileProgress(source_ / source, path, nullptr);
+  std::unique_ptr<JoinedFile> begin(const std::string& path) {
+    FileOutcome outcome;
+    return target_->doBeginJoinedFile(path, outcome);
   }
   std::string content(const std::string& path) const { return test::TempDir::read(folder_ / path); }
   struct stat statusOf(const std::string& path) const {
@@ -73,8 +74,7 @@ TEST_F(TargetFolderTest, NoPathLeadsOutside) {
         std::string("a\\\\b"), std::string("a\\.\\b"), std::string(".."), std::string(),
         std::string("x\0y", 3)}) {
     EXPECT_FALSE(copy(path)) << path;
-    EXPECT_FALSE(append(path)) << path;
-    EXPECT_FALSE(target_->doDeleteFile(path)) << path;
+    EXPECT_EQ(begin(path), nullptr) << path;
     EXPECT_FALSE(target_->isInUse(path)) << path;
     EXPECT_NE(target_->doGetInfo(path).kind, FileInfo::Kind::File) << path;
   }
@@ -112,7 +112,6 @@ TEST_F(TargetFolderTest, OverwritingCutsAndNeverReachesASecondName) {
   EXPECT_EQ(content("locked"), "content");
 
   ASSERT_EQ(::link((outside_ / "secret").c_str(), (folder_ / "second").c_str()), 0);
-  EXPECT_EQ(append("second").code, EMLINK);
   ASSERT_TRUE(copy("second"));
   EXPECT_EQ(content("second"), "content");
   EXPECT_EQ(test::TempDir::read(outside_ / "secret"), "untouched");
@@ -123,31 +122,42 @@ TEST_F(TargetFolderTest, OnlyRegularFilesAreTouched) {
   ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
   for (const char* path : {"folder", "pipe"}) {
     EXPECT_FALSE(copy(path)) << path;
-    EXPECT_FALSE(append(path)) << path;
-    EXPECT_FALSE(target_->doDeleteFile(path)) << path;
+    EXPECT_EQ(begin(path), nullptr) << path;
   }
   EXPECT_TRUE(copy("file"));
   EXPECT_FALSE(target_->doCreateFolderPath("file\\below"));
-  EXPECT_TRUE(target_->doDeleteFile("file"));
-  EXPECT_TRUE(target_->doDeleteFile("file"));
-  EXPECT_TRUE(target_->doDeleteFile("no\\such"));
 }
 
-TEST_F(TargetFolderTest, PiecesAppendInOrder) {
-  for (const char* source : {"a", "a", "large"}) ASSERT_TRUE(append("x\\joined", source));
-  EXPECT_EQ(content("x/joined"), "contentcontent" + std::string(2 * Piece + 1, 'x'));
+TEST_F(TargetFolderTest, AJoinedFileStandsAtItsNameOnlyWhenItIsWhole) {
+  folder_.write("x/joined", "before");
+  ASSERT_EQ(::chmod((source_ / "a").c_str(), 0640), 0);
+  auto file = begin("x\\joined");
+  ASSERT_NE(file, nullptr);
+  const auto stopAtOnce = [](std::int64_t) { return true; };
+  for (const char* source : {"a", "large", "a"}) {
+    // What was stopped can be appended again.
+    const bool large = std::string(source) == "large";
+    EXPECT_TRUE(!large || !file->doAppendFileProgress(source_ / source, stopAtOnce));
+    ASSERT_TRUE(file->doAppendFileProgress(source_ / source, nullptr));
+  }
+  EXPECT_EQ(content("x/joined"), "before");
+  ASSERT_TRUE(file->finish());
+  EXPECT_EQ(content("x/joined"), "content" + std::string(2 * Piece + 1, 'x') + "content");
+  EXPECT_EQ(statusOf("x/joined").st_mode & 07777U, 0640U);
+  EXPECT_THAT(test::TempDir::names(folder_ / "x"), testing::ElementsAre("joined"));
 }
 
-TEST_F(TargetFolderTest, AStopOrAShortSourceLeavesAPartThatCountsAsOld) {
+TEST_F(TargetFolderTest, AStopOrAShortSourceLeavesAllAsItWas) {
+  folder_.write("file", "before");
   std::vector<std::int64_t> told;
   const auto stopAtTheSecond = [&](std::int64_t piece) {
     told.push_back(piece);
+    EXPECT_EQ(test::TempDir::names(folder_.path()).size(), 2U);
     return piece == 2;
   };
   EXPECT_EQ(copy("file", "large", stopAtTheSecond).code, FileOutcome::Stopped);
   EXPECT_THAT(told, testing::ElementsAre(1, 2));
-  EXPECT_EQ(content("file").size(), 2 * Piece);
-  EXPECT_EQ(statusOf("file").st_mtim.tv_sec, 0);
+  EXPECT_EQ(content("file"), "before");
 
   const auto cutSource = [&](std::int64_t) {
     std::filesystem::resize_file(source_ / "large", Piece + 1);
@@ -156,8 +166,59 @@ TEST_F(TargetFolderTest, AStopOrAShortSourceLeavesAPartThatCountsAsOld) {
   const FileOutcome failed = copy("file", "large", cutSource);
   EXPECT_EQ(failed.code, EIO);
   EXPECT_FALSE(failed.text.empty());
-  EXPECT_EQ(content("file").size(), Piece);
-  EXPECT_EQ(statusOf("file").st_mtim.tv_sec, 0);
+  EXPECT_EQ(content("file"), "before");
+  EXPECT_THAT(test::TempDir::names(folder_.path()), testing::ElementsAre("file"));
+}
+
+TEST_F(TargetFolderTest, ANameAsLongAsTheSystemTakesComesBack) {
+  const std::string name(255, 'n');
+  EXPECT_TRUE(copy(name));
+  EXPECT_EQ(content(name), "content");
+}
+
+TEST_F(TargetFolderTest, LeftoversGoOnlyWhereSomethingIsWrittenAndNobodyHoldsThem) {
+  const std::string leftover = ".korvenal-0123456789abcdef.part";
+  const std::vector<std::string> kept = {".korvenal-12-0", ".korvenal-0123456789ABCDEF.part",
+                                         ".korvenal-.part"};
+  for (const std::string& name : kept) folder_.write("x/" + name, "kept");
+  for (const char* place : {"x/", "y/", ""}) folder_.write(place + leftover, "part of a file");
+  const auto held = begin("x\\joined");
+  ASSERT_NE(held, nullptr);
+  const auto other = LinuxTargetFolders(nullptr).open(folder_.path());
+  ASSERT_TRUE(other->doCopyFileProgress(source_ / "a", "x\\file", nullptr));
+  std::vector<std::string> expected = kept;
+  expected.insert(expected.end(), {"file", held->temporaryName()});
+  EXPECT_THAT(test::TempDir::names(folder_ / "x"), testing::UnorderedElementsAreArray(expected));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / ("y/" + leftover)));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / leftover));
+}
+
+TEST_F(TargetFolderTest, FoldersAreMadeForTheUserAloneAndDressedLater) {
+  folder_.makeFolder("x");
+  ASSERT_TRUE(copy("x\\y\\z\\file"));
+  EXPECT_EQ(statusOf("x/y/z").st_mode & 07777U, 0700U);
+  EXPECT_THAT(target_->takeMadeFolders(), testing::ElementsAre("x\\y", "x\\y\\z"));
+  EXPECT_TRUE(target_->takeMadeFolders().empty());
+  FileInfo look;
+  look.permissions = 0751;
+  look.modified = 1'000'000;
+  look.owner = ::getuid();
+  look.group = ::getgid();
+  link(folder_ / "x", "link");
+  target_->doDressFolder("link", look);
+  target_->doDressFolder("x\\y", look);
+  EXPECT_EQ(statusOf("x/y").st_mode & 07777U, 0751U);
+  EXPECT_EQ(statusOf("x/y").st_mtim.tv_sec, 1'000'000);
+  EXPECT_NE(statusOf("x").st_mtim.tv_sec, 1'000'000) << "through a link";
+}
+
+TEST_F(TargetFolderTest, AFolderThatIsGoneTakesNothing) {
+  EXPECT_TRUE(target_->doTestWriting());
+  EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+  ASSERT_TRUE(copy("file"));
+  EXPECT_TRUE(target_->doSync());
+  std::filesystem::remove_all(folder_.path());
+  EXPECT_EQ(target_->doTestWriting().code, ENOENT);
 }
 
 TEST_F(TargetFolderTest, AFileThatAnotherWritesOrLocksIsInUse) {

@@ -86,6 +86,24 @@ std::unique_ptr<FileStream> MemoryDiscs::open(DiscTree tree, std::string_view di
 
 namespace {
 
+class BreakableJoinedFile : public JoinedFile {
+ public:
+  BreakableJoinedFile(std::unique_ptr<JoinedFile> good, BreakableTargets& targets)
+      : good_(std::move(good)), targets_(targets) {}
+  FileOutcome doAppendFileProgress(const std::string& source,
+                                   const CopyProgress& progress) override {
+    if (++targets_.appends == targets_.failingAppend) return {EIO, "Bad"};
+    return good_->doAppendFileProgress(source, progress);
+  }
+  FileOutcome finish() override { return good_->finish(); }
+  void remove() override { good_->remove(); }
+  std::string temporaryName() const override { return good_->temporaryName(); }
+
+ private:
+  std::unique_ptr<JoinedFile> good_;
+  BreakableTargets& targets_;
+};
+
 class BreakableTarget : public TargetFolder {
  public:
   BreakableTarget(std::unique_ptr<TargetFolder> good, BreakableTargets& targets)
@@ -95,16 +113,25 @@ class BreakableTarget : public TargetFolder {
   FileOutcome doCreateFolderPath(const std::string& path) override {
     return good_->doCreateFolderPath(path);
   }
-  FileOutcome doDeleteFile(const std::string& path) override { return good_->doDeleteFile(path); }
   FileOutcome doCopyFileProgress(const std::string& source, const std::string& path,
                                  const CopyProgress& progress) override {
     if (++targets_.copies == targets_.failingCopy) return {FileOutcome::DiskFull, "Full"};
     return good_->doCopyFileProgress(source, path, progress);
   }
-  FileOutcome doAppendFileProgress(const std::string& source, const std::string& path,
-                                   const CopyProgress& progress) override {
-    if (++targets_.appends == targets_.failingAppend) return {EIO, "Bad"};
-    return good_->doAppendFileProgress(source, path, progress);
+  std::unique_ptr<JoinedFile> doBeginJoinedFile(const std::string& path,
+                                                FileOutcome& outcome) override {
+    auto file = good_->doBeginJoinedFile(path, outcome);
+    if (file == nullptr) return nullptr;
+    return std::make_unique<BreakableJoinedFile>(std::move(file), targets_);
+  }
+  FileOutcome doSync() override {
+    if (++targets_.syncs == targets_.failingSync) return {EIO, "Lost"};
+    return good_->doSync();
+  }
+  FileOutcome doTestWriting() override { return good_->doTestWriting(); }
+  std::vector<std::string> takeMadeFolders() override { return good_->takeMadeFolders(); }
+  void doDressFolder(const std::string& path, const FileInfo& look) override {
+    good_->doDressFolder(path, look);
   }
 
  private:

@@ -42,7 +42,7 @@ class MemoryDiscs : public DiscFiles {
   FakeEngine& engine_;
 };
 
-/// Real target folders that are full at the n-th copy.
+/// Real target folders that are full at the n-th copy, or lose what they took.
 class BreakableTargets : public TargetFolders {
  public:
   explicit BreakableTargets(DiscFiles* discs) : good_(discs) {}
@@ -50,6 +50,8 @@ class BreakableTargets : public TargetFolders {
   int copies = 0;
   int failingAppend = 0;  ///< the same for parts of split files, which cannot be read
   int appends = 0;
+  int failingSync = 0;  ///< the medium did not take what was written
+  int syncs = 0;
   std::unique_ptr<TargetFolder> open(const std::string& path) override;
 
  private:

@@ -174,14 +174,15 @@ TEST(RestoreRun, ASplitFileThatIsGivenUpKeepsNoDiscWanted) {
     const std::string disc = "Backup #" + std::to_string(failing + 1);
     EXPECT_EQ(rig.errors(), Texts{disc + "|Bad|" + rig.target("A/film")});
     EXPECT_EQ(rig.restored("A/after"), "after");
-    EXPECT_EQ(rig.prompts.size(), 3U);
-    EXPECT_EQ(rig.note(2), failing == 1   ? "No file restored."
-                           : failing == 2 ? "1 file error."
-                                          : "Success.");
+    EXPECT_EQ(rig.prompts.size(), failing == 1 ? 2U : 3U) << "disc 3 is wanted for its part alone";
+    EXPECT_EQ(rig.hasEvent("Backup disc #3 is no longer needed: only parts of files that are not "
+                           "restored lie there."),
+              failing == 1);
+    EXPECT_TRUE(rig.hasEvent("2 files selected: 1 restored, 0 skipped, 1 failed."));
   }
 }
 
-TEST(RestoreRun, ASplitFileThatWasOpenAtAStopIsToldToBeIncomplete) {
+TEST(RestoreRun, ASplitFileThatWasOpenAtAStopIsToldAndGoesOn) {
   RestoreRig rig;
   fillSplitDiscs(rig);
   rig.onPrompt = [&rig](int, const DiscRequest& request) {
@@ -190,10 +191,15 @@ TEST(RestoreRun, ASplitFileThatWasOpenAtAStopIsToldToBeIncomplete) {
     rig.insertDisc(wanted);
   };
   EXPECT_EQ(rig.run.doStartRestore().end, End::Stopped);
+  EXPECT_FALSE(rig.stands("A/film"));
+  const Texts parts = TempDir::names(rig.target("A"));
+  ASSERT_EQ(parts.size(), 1U);
+  EXPECT_EQ(rig.errors(), Texts{"Backup #2|Not whole yet, left under the name " + parts[0] + ".|" +
+                                rig.target("A/film")});
   rig.onPrompt = {};
-  EXPECT_EQ(rig.run.doStartRestore().end, End::Finished);
-  EXPECT_EQ(rig.errors(), Texts{"Backup #3|File restore failed.|" + rig.target("A/film")});
-  EXPECT_EQ(rig.restored("A/after"), "after");
+  EXPECT_TRUE(rig.run.doStartRestore().isAllWell());
+  EXPECT_EQ(rig.restored("A/film"), "onetwosix");
+  EXPECT_EQ(TempDir::names(rig.target("A")), (Texts{"after", "film"}));
   EXPECT_EQ(rig.prompts, (Texts{"0: 2 3 4", "1: 3 4", "0: 3 4", "1: 4"}));
 }
 
@@ -392,6 +398,21 @@ TEST(RestoreRun, AFullTargetEndsTheRun) {
   full.page.RestoreOpt = ExistingReplaceAll;
   EXPECT_EQ(full.run.doStartRestore().end, End::Finished);
   expectTwoDiscs(full);
+}
+
+TEST(RestoreRun, WhatTheMediumDidNotTakeIsWrittenAgain) {
+  RestoreRig rig;
+  fillTwoDiscs(rig);
+  rig.targets.failingSync = 2;
+  rig.page.RestoreOpt = ExistingSkip;
+  const RestoreResult failed = rig.run.doStartRestore();
+  EXPECT_EQ(failed.end, End::Failed);
+  EXPECT_EQ(rig.note(2), "Failed: Nothing can be written: Lost.");
+  EXPECT_TRUE(rig.hasEvent("3 files selected: 2 restored, 0 skipped, 0 failed, 1 not done yet."));
+  rig.discs.contents["Backup #2"]["A\\three"] = "THIRD";
+  EXPECT_TRUE(rig.run.doStartRestore().isAllWell());
+  EXPECT_EQ(rig.restored("A/three"), "THIRD");
+  EXPECT_EQ(rig.targets.copies, 4) << "the files of disc 1 are safe";
 }
 
 TEST(DiscList, AnIndexThatAsksForEndlessVisitsIsRefused) {

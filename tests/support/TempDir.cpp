@@ -1,5 +1,6 @@
 #include "support/TempDir.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -49,6 +50,14 @@ std::string TempDir::sparse(const std::string& name, std::uintmax_t bytes) const
 std::string TempDir::read(const std::string& file) {
   std::ifstream in(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> TempDir::names(const std::string& folder) {
+  std::vector<std::string> found;
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
+    found.push_back(entry.path().filename());
+  std::sort(found.begin(), found.end());
+  return found;
 }
 
 }  // namespace korvenal::test

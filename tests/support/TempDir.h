@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace korvenal::test {
 
@@ -23,6 +24,8 @@ class TempDir {
   /// A sparse file of so many bytes.
   std::string sparse(const std::string& name, std::uintmax_t bytes) const;
   static std::string read(const std::string& file);
+  /// What lies in a folder, in the order of the names.
+  static std::vector<std::string> names(const std::string& folder);
 
  private:
   std::string path_;

@@ -38,6 +38,12 @@ bool isSafePath(std::string_view path) {
   return true;
 }
 
+std::string asDiscPath(std::string_view native) {
+  std::string path(native);
+  std::replace(path.begin(), path.end(), '/', Paths::DiscSeparator);
+  return path;
+}
+
 /// Opens a folder at a relative native path without following a link on the way. Without one, errno
 /// tells why.
 Descriptor openBelow(int folder, const std::string& path) {
@@ -69,47 +75,72 @@ int openFile(int folder, const std::string& name, int flags, Descriptor& file,
   return refusalOf(status.st_mode);
 }
 
-int createFile(int folder, const std::string& name, Descriptor& file) {
-  file.reset(::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | FileFlags, 0600));
-  return file ? 0 : errno;
-}
-
-/// Empties the file for a new content. A file that cannot be written, or has a second name, which
-/// may lie outside the target, is replaced by a new one.
-int recreateFile(int folder, const std::string& name, Descriptor& file) {
-  struct stat status {};
-  if (const int error = lookAtFile(folder, name, status); error != 0) return error;
-  if (status.st_nlink == 1) {
-    const int error = openFile(folder, name, O_WRONLY, file, status);
-    if (error == 0 && status.st_nlink == 1) return ::ftruncate(file.get(), 0) == 0 ? 0 : errno;
-    if (error != 0 && error != EACCES) return error;
-  }
-  if (::unlinkat(folder, name.c_str(), 0) != 0) return errno;
-  return createFile(folder, name, file);
-}
-
-void setDate(int file, UnixTime seconds, std::int64_t nanoseconds) {
-  const timespec times[2] = {{0, UTIME_OMIT}, {seconds, nanoseconds}};
+/// Some file systems hold neither rights nor dates; the content counts. A disc that tells no rights
+/// gives the usual ones.
+void setDateAndRights(int file, const FileInfo& info, mode_t usual) {
+  ::fchmod(file, info.permissions != 0 ? info.permissions & 0777U : usual);
+  const timespec times[2] = {{0, UTIME_OMIT}, {info.modified, info.modifiedNanoseconds}};
   ::futimens(file, times);
 }
 
-/// Some file systems hold neither rights nor dates; the content counts.
-void setDateAndRights(int file, const FileInfo& info) {
-  // A disc that tells no rights gives those of any new file.
-  ::fchmod(file, info.permissions != 0 ? info.permissions & 0777U : 0644U);
-  setDate(file, info.modified, info.modifiedNanoseconds);
-}
+constexpr mode_t UsualFileRights = 0644, UsualFolderRights = 0700;
 
-int closeOf(Descriptor& file) {
-  return ::close(file.release()) == 0 ? 0 : errno;
-}
+/// A joined file holds its folder open itself: it outlives the target folder that began it.
+class LinuxJoinedFile : public JoinedFile {
+ public:
+  LinuxJoinedFile(Descriptor folder, std::string name, DiscFiles* discs)
+      : folder_(std::move(folder)), name_(std::move(name)), discs_(discs) {}
+
+  int folder() const { return folder_.get(); }
+  PartFile& file() { return file_; }
+
+  FileOutcome doAppendFileProgress(const std::string& source,
+                                   const CopyProgress& progress) override {
+    const auto stream = SystemFiles::openStream(source, discs_);
+    if (!stream) return SystemFiles::outcomeOf(ENOENT);
+    if (const int error = moveTo(size_); error != 0) return SystemFiles::outcomeOf(error);
+    const FileOutcome copied = copy_.copy(*stream, file_.descriptor(), progress);
+    if (copied) {
+      size_ += stream->info().size.whole();
+      look_ = stream->info();
+    } else {
+      moveTo(size_);
+    }
+    return copied;
+  }
+  FileOutcome finish() override {
+    setDateAndRights(file_.descriptor(), look_, UsualFileRights);
+    struct stat status {};
+    int error = lookAtFile(folder_.get(), name_, status);
+    // Pieces that came from earlier discs are on the medium by nothing else.
+    if (error == 0 || error == ENOENT) error = ::fsync(file_.descriptor()) == 0 ? 0 : errno;
+    if (error == 0) error = file_.finish(name_);
+    file_.remove();
+    return SystemFiles::outcomeOf(error);
+  }
+  void remove() override { file_.remove(); }
+  std::string temporaryName() const override { return file_.name(); }
+
+ private:
+  /// Cuts what is behind the place off.
+  int moveTo(std::int64_t place) {
+    const int file = file_.descriptor();
+    return ::ftruncate(file, place) == 0 && ::lseek(file, place, SEEK_SET) == place ? 0 : errno;
+  }
+
+  Descriptor folder_;
+  std::string name_;
+  DiscFiles* discs_;
+  PartFile file_;
+  PieceCopy copy_;
+  std::int64_t size_ = 0;  ///< of the pieces that are whole
+  FileInfo look_;
+};
 
 }  // namespace
 
 LinuxTargetFolder::LinuxTargetFolder(Descriptor folder, DiscFiles* discs)
-    : folder_(std::move(folder)),
-      discs_(discs),
-      buffer_(static_cast<std::size_t>(FileView::PieceBytes)) {}
+    : folder_(std::move(folder)), discs_(discs) {}
 
 LinuxTargetFolder::Place LinuxTargetFolder::placeOf(std::string_view path, Missing missing) const {
   if (path.ends_with(Paths::DiscSeparator)) path.remove_suffix(1);
@@ -141,7 +172,10 @@ int LinuxTargetFolder::walkTo(std::string_view parent, Missing missing) const {
     const int above = reached ? reached.get() : folder_.get();
     Descriptor next(::openat(above, name.c_str(), FolderFlags));
     if (!next && errno == ENOENT && missing == Missing::Make) {
-      if (::mkdirat(above, name.c_str(), 0777) != 0 && errno != EEXIST) return errno;
+      if (::mkdirat(above, name.c_str(), 0700) == 0)
+        made_.push_back(asDiscPath(parent.substr(0, end)));
+      else if (errno != EEXIST)
+        return errno;
       next.reset(::openat(above, name.c_str(), FolderFlags));
     }
     if (!next) return errno;
@@ -182,59 +216,25 @@ FileOutcome LinuxTargetFolder::doCreateFolderPath(const std::string& path) {
   return SystemFiles::outcomeOf(isSafePath(folder) ? enterParent(folder, Missing::Make) : EINVAL);
 }
 
-FileOutcome LinuxTargetFolder::doDeleteFile(const std::string& path) {
-  const Place place = placeOf(path, Missing::Fail);
+/// What a folder is to be looked after for, the first time that a file is made in it.
+void LinuxTargetFolder::noteFolder(int folder) {
+  unsynced_ = true;
   struct stat status {};
-  int error = place.error != 0 ? place.error : lookAtFile(place.folder, place.name, status);
-  if (error == 0 && ::unlinkat(place.folder, place.name.c_str(), 0) != 0) error = errno;
-  return SystemFiles::outcomeOf(error == ENOENT ? 0 : error);
+  if (::fstat(folder, &status) != 0 || !noted_.insert({status.st_dev, status.st_ino}).second)
+    return;
+  Descriptor opened(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened) PartFile::clearLeftovers(opened.get());
+  for (const Medium& medium : mediums_)
+    if (medium.device == status.st_dev) return;
+  mediums_.push_back({status.st_dev, std::move(opened)});
 }
 
-int LinuxTargetFolder::openForCopy(const std::string& path, Descriptor& target) {
-  const Place place = placeOf(path, Missing::Make);
-  if (place.error != 0) return place.error;
-  const int error = createFile(place.folder, place.name, target);
-  return error == EEXIST ? recreateFile(place.folder, place.name, target) : error;
-}
-
-int LinuxTargetFolder::openForAppend(const std::string& path, Descriptor& target) {
-  const Place place = placeOf(path, Missing::Make);
-  if (place.error != 0) return place.error;
-  int error = createFile(place.folder, place.name, target);
+int LinuxTargetFolder::beginFile(const Place& place, PartFile& file) {
   struct stat status {};
-  if (error == EEXIST) error = lookAtFile(place.folder, place.name, status);
-  if (error == 0 && !target) error = openFile(place.folder, place.name, O_WRONLY, target, status);
-  // Not by O_APPEND, which rules out copies within the system.
-  if (error == 0 && ::lseek(target.get(), 0, SEEK_END) < 0) error = errno;
-  // Its second name may lie outside the target.
-  return error == 0 && status.st_nlink > 1 ? EMLINK : error;
-}
-
-int LinuxTargetFolder::copyPiece(FileStream& source, int target, std::int64_t offset,
-                                 std::int64_t bytes) {
-  const std::int64_t sent = source.copyTo(target, offset, static_cast<std::size_t>(bytes));
-  if (sent < 0) return static_cast<int>(-sent);
-  const std::int64_t rest = bytes - sent;
-  if (rest == 0) return 0;
-  const std::int64_t got =
-      source.read(offset + sent, buffer_.data(), static_cast<std::size_t>(rest));
-  // Fewer bytes than the disc promised are no success.
-  if (got != rest) return got < 0 ? static_cast<int>(-got) : EIO;
-  return SystemFiles::writeFully(target, buffer_.data(), static_cast<std::size_t>(got));
-}
-
-FileOutcome LinuxTargetFolder::copyContent(FileStream& source, int target,
-                                           const CopyProgress& progress) {
-  const std::int64_t size = source.info().size.whole();
-  for (std::int64_t done = 0; done < size;) {
-    const auto wanted = std::min(size - done, FileView::PieceBytes);
-    const int error = copyPiece(source, target, done, wanted);
-    if (error != 0) return SystemFiles::outcomeOf(error);
-    done += wanted;
-    if (wanted == FileView::PieceBytes && progress && progress(done / FileView::PieceBytes))
-      return {FileOutcome::Stopped, {}};
-  }
-  return {};
+  const int error = lookAtFile(place.folder, place.name, status);
+  if (error != 0 && error != ENOENT) return error;
+  noteFolder(place.folder);
+  return file.create(place.folder);
 }
 
 FileOutcome LinuxTargetFolder::doCopyFileProgress(const std::string& source,
@@ -242,29 +242,66 @@ FileOutcome LinuxTargetFolder::doCopyFileProgress(const std::string& source,
                                                   const CopyProgress& progress) {
   const auto stream = SystemFiles::openStream(source, discs_);
   if (!stream) return SystemFiles::outcomeOf(ENOENT);
-  Descriptor target;
-  if (const int error = openForCopy(path, target); error != 0) return SystemFiles::outcomeOf(error);
-  const FileOutcome copied = copyContent(*stream, target.get(), progress);
-  if (!copied) {
-    setDate(target.get(), 0, 0);
-    return copied;
+  const Place place = placeOf(path, Missing::Make);
+  if (place.error != 0) return SystemFiles::outcomeOf(place.error);
+  // Another path may be looked at while the copy yields.
+  const Descriptor held = std::move(parent_);
+  PartFile file;
+  if (const int error = beginFile(place, file); error != 0) return SystemFiles::outcomeOf(error);
+  FileOutcome outcome = copy_.copy(*stream, file.descriptor(), progress);
+  if (outcome) {
+    setDateAndRights(file.descriptor(), stream->info(), UsualFileRights);
+    outcome = SystemFiles::outcomeOf(file.finish(place.name));
   }
-  setDateAndRights(target.get(), stream->info());
-  return SystemFiles::outcomeOf(closeOf(target));
+  file.remove();
+  return outcome;
 }
 
-FileOutcome LinuxTargetFolder::doAppendFileProgress(const std::string& source,
-                                                    const std::string& path,
-                                                    const CopyProgress& progress) {
-  const auto stream = SystemFiles::openStream(source, discs_);
-  if (!stream) return SystemFiles::outcomeOf(ENOENT);
-  Descriptor target;
-  if (const int error = openForAppend(path, target); error != 0)
-    return SystemFiles::outcomeOf(error);
-  const FileOutcome copied = copyContent(*stream, target.get(), progress);
-  if (copied) return SystemFiles::outcomeOf(closeOf(target));
-  setDate(target.get(), 0, 0);
-  return copied;
+std::unique_ptr<JoinedFile> LinuxTargetFolder::doBeginJoinedFile(const std::string& path,
+                                                                 FileOutcome& outcome) {
+  const Place place = placeOf(path, Missing::Make);
+  outcome = SystemFiles::outcomeOf(place.error);
+  if (!outcome) return nullptr;
+  Descriptor held(::fcntl(place.folder, F_DUPFD_CLOEXEC, 0));
+  auto joined = std::make_unique<LinuxJoinedFile>(std::move(held), place.name, discs_);
+  outcome = SystemFiles::outcomeOf(beginFile({joined->folder(), place.name, 0}, joined->file()));
+  if (!outcome) return nullptr;
+  return joined;
+}
+
+FileOutcome LinuxTargetFolder::doSync() {
+  if (!std::exchange(unsynced_, false)) return {};
+  int error = 0;
+  for (const Medium& medium : mediums_) {
+    if (!medium.folder)
+      ::sync();
+    else if (::syncfs(medium.folder.get()) != 0)
+      error = errno;
+  }
+  return SystemFiles::outcomeOf(error);
+}
+
+FileOutcome LinuxTargetFolder::doTestWriting() {
+  PartFile file;
+  const int error = file.create(folder_.get());
+  file.remove();
+  return SystemFiles::outcomeOf(error);
+}
+
+std::vector<std::string> LinuxTargetFolder::takeMadeFolders() {
+  return std::exchange(made_, {});
+}
+
+void LinuxTargetFolder::doDressFolder(const std::string& path, const FileInfo& look) {
+  const Place place = placeOf(path, Missing::Fail);
+  if (place.error != 0) return;
+  const Descriptor folder(
+      ::openat(place.folder, place.name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!folder) return;
+  // Whoever may not do this keeps what belongs to them.
+  if (::geteuid() == 0 && ::fchown(folder.get(), look.owner, look.group) != 0 && errno != EPERM)
+    return;
+  setDateAndRights(folder.get(), look, UsualFolderRights);
 }
 
 std::unique_ptr<TargetFolder> LinuxTargetFolders::open(const std::string& path) {

@@ -57,6 +57,8 @@ FileInfo infoOf(const struct statx& status, std::string_view path) {
   info.changedNanoseconds = status.stx_ctime.tv_nsec;
   info.inode = status.stx_ino;
   info.permissions = status.stx_mode & 0777U;
+  info.owner = status.stx_uid;
+  info.group = status.stx_gid;
   if ((status.stx_mode & 0222U) == 0) info.attributes |= AttributeReadOnly;
   if (name.starts_with('.')) info.attributes |= AttributeHidden;
   if ((status.stx_attributes & STATX_ATTR_IMMUTABLE) != 0) info.attributes |= AttributeSystem;

@@ -13,8 +13,8 @@
 namespace korvenal::SystemFiles {
 
 /// The fields that `infoOf` needs of statx.
-inline constexpr unsigned InfoFields =
-    STATX_TYPE | STATX_MODE | STATX_MTIME | STATX_CTIME | STATX_SIZE | STATX_INO;
+inline constexpr unsigned InfoFields = STATX_TYPE | STATX_MODE | STATX_UID | STATX_GID |
+                                       STATX_MTIME | STATX_CTIME | STATX_SIZE | STATX_INO;
 
 /// `path` is the entry's name or its native path: the name tells a hidden one.
 FileInfo infoOf(const struct statx& status, std::string_view path);

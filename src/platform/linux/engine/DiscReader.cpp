@@ -38,6 +38,8 @@ FileInfo infoOf(const struct stat& status, std::string_view name) {
   info.modified = status.st_mtime;
   info.inode = status.st_ino;
   info.permissions = status.st_mode & 0777;
+  info.owner = status.st_uid;
+  info.group = status.st_gid;
   if ((status.st_mode & 0222) == 0) info.attributes |= AttributeReadOnly;
   if (!name.empty() && name[0] == '.') info.attributes |= AttributeHidden;
   if (info.kind == FileInfo::Kind::Folder) info.attributes |= AttributeFolder;
