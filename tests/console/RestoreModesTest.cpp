@@ -1,9 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "console/ConsoleFixture.h"
-#include "console/OtherProgram.h"
-#include "restore/IndexLines.h"
+#include "console/RestoreFixture.h"
 
 namespace korvenal::console {
 namespace {
@@ -13,34 +11,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class RestoreModes : public ConsoleFixture {
- protected:
-  std::string restored(const std::string& path) const {
-    return test::TempDir::read(target + "/" + path);
-  }
-  std::string backupScript() const {
-    return "default ExcludeTopFolder 1\nnew Demo\nset comboDiscType 0\nadd '" + source +
-           "'\nbackup\n";
-  }
-  /// A disc of a set that another program wrote, with what lies in the folder of its number.
-  std::string makeDisc(int number) {
-    const std::string name = std::to_string(number), image = temp / (name + ".iso");
-    EXPECT_EQ(runProgram({"xorriso", "-outdev", "stdio:" + image, "-volid", "Backup #" + name,
-                          "-map", temp / name, "/"},
-                         temp / "printed"),
-              0);
-    return image;
-  }
-  std::string writeIndex(const test::IndexLines& lines) {
-    return temp.write("_KORVEN{Demo(2026-11-22-10-00-F)}.bdx", lines.text());
-  }
-  std::vector<std::string> inTarget() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(target))
-      names.push_back(entry.path().filename());
-    return names;
-  }
-};
+class RestoreModes : public RestoreFixture {};
 
 /// What stands in the target before, and what the person says.
 struct ModeCase {
@@ -108,7 +79,7 @@ TEST_F(RestoreModes, AFileSplitOverThreeDiscsIsJoinedWhateverDrivesTheyLieIn) {
           makeDisc(4) + "\ndisc insert W " + makeDisc(2) + "\ndisc insert X " + makeDisc(3) +
           "\nindex " + index + "\nselect all\nrestore " + target);
   EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
-  EXPECT_EQ(restored("A/film"), parts[0] + parts[1] + parts[2]);
+  EXPECT_TRUE(restored("A/film") == parts[0] + parts[1] + parts[2]);
   EXPECT_EQ(restored("A/after"), "after");
 }
 
@@ -142,7 +113,7 @@ TEST_F(RestoreModes, ABadPlaceCostsTheFileThatLiesThereAndNoOther) {
   ASSERT_EQ(outcome.code, ExitCode::Failed) << outcome.out;
   EXPECT_EQ(restored("a.txt"), "before") << outcome.out;
   EXPECT_EQ(restored("d/b.txt"), std::string(300'000, 'b'));
-  EXPECT_LT(fs::file_size(target + "/_z.bin"), 4'000'000U);
+  EXPECT_FALSE(fs::exists(target + "/_z.bin")) << "half a file";
   EXPECT_THAT(outcome.out, HasSubstr("2 files restored. 1 file error."));
   EXPECT_THAT(outcome.out, HasSubstr("1 file with errors"));
   EXPECT_THAT(outcome.out,
