@@ -168,6 +168,7 @@ bool Lifecycle::doPrepareSessionEnd() {
   if (unloaded_) return true;
   if (!mayEnd(CloseReason::SystemShutdown)) return false;
   main_.settings.MainWin = frame->place();
+  const FlagScope quiet(main_.ownFileFaults.quiet);
   main_.settings.doSaveInitData();
   return true;
 }

@@ -13,6 +13,7 @@ frmMain::frmMain(const Ports& ports, const Workspace& places)
       profile(ports.files, workspace.gSettingsFile),
       settings(profile),
       grids(state, ports.desktop, ports.clock, ports.files, workspace),
+      ownFileFaults(state, ports.desktop, grids),
       records(ports.files, ports.desktop, grids, workspace),
       drives(ports.engine, ports.devices, ports.desktop, state, deviceSettings),
       prompt(state, ports.desktop, grids, ports.engine, ports.trays, drives, deviceSettings),
@@ -90,6 +91,9 @@ EraseRun::Steps frmMain::eraseSteps() {
 }
 
 void frmMain::doWire() {
+  records.onFault = profile.onFault = [this](const std::string& path, const std::string& text) {
+    ownFileFaults.doTell(path, text);
+  };
   prompt.doDevice = [this] { doDevice(); };
   deviceCheck.actions.doDevice = [this] { doDevice(); };
   deviceCheck.actions.doRefreshSummary = [this] { controller.doShowSummary(state.ActionPage); };
@@ -127,6 +131,12 @@ void frmMain::doLoad() {
 void frmMain::doFirstActivate() {
   constexpr int AnyDisc = 0;
   if (!drives.doCheckDevice(AnyDisc)) doDevice();
+}
+
+void frmMain::doSettleFirstDrive() {
+  if (!deviceSettings.DriveLetters.empty()) return;
+  doFirstActivate();
+  if (!job.hasItems() && !job.Modified) newJob.doTakeDiscType();
 }
 
 void frmMain::doUnload() {

@@ -8,6 +8,7 @@
 #include "burn/BackupRun.h"
 #include "burn/DeviceCheck.h"
 #include "core/ActionState.h"
+#include "core/OwnFileFaults.h"
 #include "core/RunGrids.h"
 #include "core/RunPage.h"
 #include "core/Settings.h"
@@ -66,6 +67,7 @@ class frmMain {
   Settings settings;
   RunGrids grids;
   RunPages runPages;
+  OwnFileFaults ownFileFaults;
   Records records;
 
   // Drives.
@@ -107,6 +109,9 @@ class frmMain {
   /// The first activation, once the front end is on the screen: the device settings open by
   /// themselves when no drive that is there has been chosen.
   void doFirstActivate();
+  /// The same for a front end that comes up without drives, before something needs one to have been
+  /// chosen: nothing when one is, whether it is there or not. The new job in hand takes to it.
+  void doSettleFirstDrive();
   /// Shutdown: the working files of the last run go, the settings are written.
   void doUnload();
   /// The device settings, modal.

@@ -1,6 +1,27 @@
 #include "console/ConsoleProgram.h"
 
+#include <algorithm>
+
 namespace korvenal::console {
+
+namespace {
+
+bool holds(std::initializer_list<std::string_view> names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Commands that look into the drives chosen. Runs see to that themselves.
+bool looksIntoDrives(const std::string& command, const Arguments& arguments) {
+  return command == "estimate" || (command == "index" && arguments.empty());
+}
+
+/// Commands whose outcome hangs on the drives that a job or a run is for.
+bool countsOnDrives(const std::string& command) {
+  return holds({"new", "open", "add", "create", "import", "set", "backup", "restore", "erase"},
+               command);
+}
+
+}  // namespace
 
 ConsoleProgram::ConsoleProgram(const Terminal& terminal, const Clock& clock,
                                const PortsFor& portsFor, const Workspace& workspace)
@@ -47,7 +68,20 @@ Commands ConsoleProgram::allCommands() {
                    screen_.raw(shell_.commandList());
                    return ExitCode::Ok;
                  }});
+  for (Command& command : all)
+    command.run = [this, name = command.name, run = std::move(command.run)](const Arguments& a) {
+      doChooseDrive(name, a);
+      return run(a);
+    };
   return all;
+}
+
+/// What needs no drive asks for none: a drive that is unplugged for now stays chosen.
+void ConsoleProgram::doChooseDrive(const std::string& command, const Arguments& arguments) {
+  if (looksIntoDrives(command, arguments))
+    main_.doFirstActivate();
+  else if (countsOnDrives(command))
+    main_.doSettleFirstDrive();
 }
 
 ExitCode ConsoleProgram::doQueueAnswer(const std::string& text) {
@@ -78,14 +112,13 @@ bool ConsoleProgram::doStop() {
 
 ExitCode ConsoleProgram::run(LineSource& commands) {
   main_.doLoad();
-  main_.doFirstActivate();
   main_.newJob.doNewJob();
   main_.doEditJob();
   view_.doPrintNewEvents();
   const ExitCode code = shell_.run(commands);
   main_.doUnload();
   screen_.flush();
-  return code;
+  return code == ExitCode::Ok && main_.ownFileFaults.any() ? ExitCode::Failed : code;
 }
 
 }  // namespace korvenal::console

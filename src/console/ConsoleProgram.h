@@ -50,6 +50,7 @@ class ConsoleProgram {
 
  private:
   Commands allCommands();
+  void doChooseDrive(const std::string& command, const Arguments& arguments);
   ExitCode doQueueAnswer(const std::string& text);
   ExitCode doFinishCommand(ExitCode code);
   bool doStop();

@@ -149,9 +149,12 @@ void FormPresenter::doShowDevice(frmDevice& form) {
   for (std::size_t i = 1; i < form.driveChoices.size(); ++i)
     screen_.line((static_cast<int>(i) == form.singleDrive ? "  * " : "    ") +
                  form.driveChoices[i]);
+  const std::string& absent = form.absentSingleDrive();
+  if (!absent.empty()) screen_.line("  * " + absent + ": is not there.");
   if (form.OptDevice == 0 && form.singleDrive == 0 && form.driveChoices.size() > 1) {
     std::vector<std::string> drives(form.driveChoices);
-    form.singleDrive = answers_.choose({std::move(drives), 1, 0});
+    // Nobody agrees unasked to burn in another drive than the one that was chosen.
+    form.singleDrive = answers_.choose({std::move(drives), absent.empty() ? 1 : 0, 0});
   }
   form.pbOK();
   if (form.isClosed()) return;

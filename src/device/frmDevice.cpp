@@ -46,12 +46,14 @@ frmDevice::frmDevice(DeviceServices services) : services_(services) {
 }
 
 void frmDevice::doActivate() {
+  const DeviceSettings& settings = services_.settings;
   doFillDriveLists();
-  doTakeStoredDrives();
-  if (services_.drives.DriveCount == 1) {
+  doChooseLetters(settings.SingleDrive, settings.MultiDrive, settings.AutoloaderDrive);
+  // There is nothing to choose: a first start needs no more than OK. The mode of drives that are
+  // chosen stays, whatever is there now.
+  if (services_.drives.DriveCount == 1 && settings.DriveLetters.empty()) {
     OptDevice = 0;
-    // There is nothing to choose: a first start needs no more than OK.
-    if (services_.settings.SingleDrive.empty()) singleDrive = 1;
+    if (settings.SingleDrive.empty()) singleDrive = 1;
   }
   doRepaint();
 }
@@ -66,12 +68,25 @@ void frmDevice::doFillDriveLists() {
     if (!name.empty()) driveChoices.push_back(name);
 }
 
-void frmDevice::doTakeStoredDrives() {
-  const DeviceSettings& settings = services_.settings;
-  singleDrive = choiceOf(settings.SingleDrive);
+void frmDevice::doChooseLetters(const std::string& single, const std::array<std::string, 5>& multi,
+                                const std::string& autoloader) {
+  singleDrive = takeLetter(single, absentSingle_);
   for (std::size_t i = 0; i < multiDrive.size(); ++i)
-    multiDrive[i] = choiceOf(settings.MultiDrive[i]);
-  AL01 = choiceOf(settings.AutoloaderDrive);
+    multiDrive[i] = takeLetter(multi[i], absentMulti_[i]);
+  AL01 = takeLetter(autoloader, absentAutoloader_);
+}
+
+int frmDevice::takeLetter(const std::string& letter, std::string& absent) const {
+  const int choice = choiceOf(letter);
+  absent = choice == 0 ? letter : std::string();
+  return choice;
+}
+
+std::array<std::string, 5> frmDevice::multiLetters() const {
+  std::array<std::string, 5> letters;
+  for (std::size_t i = 0; i < letters.size(); ++i)
+    letters[i] = chosenLetter(multiDrive[i], absentMulti_[i]);
+  return letters;
 }
 
 int frmDevice::choiceOf(const std::string& letter) const {
@@ -91,13 +106,11 @@ void frmDevice::pbRefresh() {
   {
     const FlagScope running(services_.state.ActionRunning);
     refreshEnabled = false;
-    const std::string single = letterOf(singleDrive), autoloader = letterOf(AL01);
-    std::array<std::string, 5> multi;
-    for (std::size_t i = 0; i < multi.size(); ++i) multi[i] = letterOf(multiDrive[i]);
+    const std::string single = chosenLetter(singleDrive, absentSingle_);
+    const std::string autoloader = chosenLetter(AL01, absentAutoloader_);
+    const std::array<std::string, 5> multi = multiLetters();
     doFillDriveLists();
-    singleDrive = choiceOf(single);
-    AL01 = choiceOf(autoloader);
-    for (std::size_t i = 0; i < multi.size(); ++i) multiDrive[i] = choiceOf(multi[i]);
+    doChooseLetters(single, multi, autoloader);
     refreshEnabled = true;
   }
   const int count = services_.drives.DriveCount;
@@ -166,9 +179,12 @@ bool frmDevice::doSaveDevices() {
 }
 
 bool frmDevice::doCheckMultiDrives() {
-  const auto isChosen = [this](int choice) { return !letterOf(choice).empty(); };
-  if (std::count_if(multiDrive.begin(), multiDrive.end(), isChosen) < 2) {
-    doFocus(std::find_if_not(multiDrive.begin(), multiDrive.end(), isChosen));
+  const std::array<std::string, 5> letters = multiLetters();
+  const auto placeOf = [&letters](auto list) {
+    return static_cast<std::size_t>(list - letters.begin());
+  };
+  if (std::count(letters.begin(), letters.end(), "") > std::ssize(letters) - 2) {
+    doFocus(placeOf(std::find(letters.begin(), letters.end(), "")));
     const Answer answer = services_.desktop.doShowMessage(
         {.text = "Please select at least two drives in \"Multiple-drive\" mode.\n"
                  "Do you want to change to \"Single-drive\" mode?",
@@ -179,9 +195,9 @@ bool frmDevice::doCheckMultiDrives() {
     doRepaint();
     return false;
   }
-  for (auto second = multiDrive.begin(); second != multiDrive.end(); ++second) {
-    if (!isChosen(*second) || std::find(multiDrive.begin(), second, *second) == second) continue;
-    doFocus(second);
+  for (auto second = letters.begin(); second != letters.end(); ++second) {
+    if (second->empty() || std::find(letters.begin(), second, *second) == second) continue;
+    doFocus(placeOf(second));
     services_.desktop.doShowMessage(
         {.text = "Drive name duplicated.", .title = "Error", .icon = MessageIcon::Stop});
     return false;
@@ -189,8 +205,8 @@ bool frmDevice::doCheckMultiDrives() {
   return true;
 }
 
-void frmDevice::doFocus(std::array<int, 5>::const_iterator list) {
-  focusedMultiDrive = static_cast<int>(list - multiDrive.cbegin());
+void frmDevice::doFocus(std::size_t list) {
+  focusedMultiDrive = static_cast<int>(list);
   doRepaint();
 }
 
@@ -202,15 +218,14 @@ void frmDevice::doWriteSettings() {
   settings.WriteSpeedCD = WriteSpeedCD;
   settings.ReadSpeedDVD = ReadSpeedDVD;
   settings.WriteSpeedDVD = WriteSpeedDVD;
-  settings.SingleDrive = letterOf(singleDrive);
+  settings.SingleDrive = chosenLetter(singleDrive, absentSingle_);
   settings.SingleEject = chkSingleEject ? 1 : 0;
   settings.SingleSkipEjectFirst = chkSSkipEjectFirst ? 1 : 0;
-  for (std::size_t i = 0; i < multiDrive.size(); ++i)
-    settings.MultiDrive[i] = letterOf(multiDrive[i]);
+  settings.MultiDrive = multiLetters();
   settings.MultiErrorMax = MultiErrorMax;
   settings.MultiEject = chkMultiEject ? 1 : 0;
   settings.MultiSkipEjectFirst = chkMSkipEjectFirst ? 1 : 0;
-  settings.AutoloaderDrive = letterOf(AL01);
+  settings.AutoloaderDrive = chosenLetter(AL01, absentAutoloader_);
   settings.AutoloaderErrorMax = AutoloaderErrorMax;
   settings.AutoloaderBadDisc = AutoloaderBadDisc ? 1 : 0;
   settings.AutoloaderCommand = AutoloaderCommand;

@@ -26,7 +26,8 @@ struct DeviceServices {
 };
 
 /// The device settings. Every way out saves; the form refuses to close while the drives of
-/// Multiple-drive mode are too few or alike.
+/// Multiple-drive mode are too few or alike. A list shows "Nil" for a chosen drive that is not
+/// there now; the drive stays chosen until the person picks another in that list.
 class frmDevice : public Form {
  public:
   explicit frmDevice(DeviceServices services);
@@ -49,6 +50,8 @@ class frmDevice : public Form {
   bool AutoloaderBadDisc = true;
   std::array<std::string, 5> AutoloaderCommand;
   bool refreshEnabled = true;
+  /// The letter of Single-drive mode when its drive is not there now; else empty.
+  const std::string& absentSingleDrive() const { return absentSingle_; }
   /// The list of Multiple-drive mode that was refused last, from 0; -1 for none.
   int focusedMultiDrive = -1;
 
@@ -77,17 +80,27 @@ class frmDevice : public Form {
 
  private:
   void doFillDriveLists();
-  void doTakeStoredDrives();
+  /// Points the lists at the drives of these letters.
+  void doChooseLetters(const std::string& single, const std::array<std::string, 5>& multi,
+                       const std::string& autoloader);
   void doSaveAndClose();
   /// Whether the form may close.
   bool doSaveDevices();
   bool doCheckMultiDrives();
-  void doFocus(std::array<int, 5>::const_iterator list);
+  void doFocus(std::size_t list);
   void doWriteSettings();
   int choiceOf(const std::string& letter) const;
   std::string letterOf(int choice) const;
+  /// The choice for a chosen letter, which is kept in `absent` when its drive is not there.
+  int takeLetter(const std::string& letter, std::string& absent) const;
+  std::string chosenLetter(int choice, const std::string& absent) const {
+    return choice == 0 ? absent : letterOf(choice);
+  }
+  std::array<std::string, 5> multiLetters() const;
 
   DeviceServices services_;
+  std::string absentSingle_, absentAutoloader_;
+  std::array<std::string, 5> absentMulti_;
   bool filling_ = false;  ///< the drive lists are being made
 };
 

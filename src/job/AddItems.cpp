@@ -11,7 +11,6 @@ namespace korvenal {
 namespace {
 
 constexpr std::int64_t MaxPlayListBytes = 64LL << 20;
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
@@ -84,7 +83,7 @@ bool AddItems::doAddPath(const std::string& path, const std::string& refusalTitl
   }
   if (services_.state.StopAction) return false;
   const std::string name = itemName(path);
-  const auto [known, isNew] = names.try_emplace(name, job_.vsContents.Rows());
+  const auto [known, isNew] = names.try_emplace(Text::toUpper(name), job_.vsContents.Rows());
   if (!isNew) return doTellDuplicate(name, known->second);
   doAddRow(path, name, info);
   return true;
@@ -93,7 +92,7 @@ bool AddItems::doAddPath(const std::string& path, const std::string& refusalTitl
 AddItems::RowsByName AddItems::rowsByName() const {
   RowsByName names;
   for (int row = 1; row < job_.vsContents.Rows(); ++row)
-    names.try_emplace(job_.vsContents.text(row, ContentsName), row);
+    names.try_emplace(Text::toUpper(job_.vsContents.text(row, ContentsName)), row);
   return names;
 }
 
@@ -174,7 +173,7 @@ bool AddItems::doImportLines(std::string_view text, const std::string& folder) {
   const WaitPointer wait(services_.desktop);
   RowsByName names = rowsByName();
   bool added = false;
-  if (text.starts_with(ByteOrderMark)) text.remove_prefix(ByteOrderMark.size());
+  text = Text::withoutByteOrderMark(text);
   while (!text.empty()) {
     services_.desktop.doYield();
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -185,7 +184,7 @@ bool AddItems::doImportLines(std::string_view text, const std::string& folder) {
     const Listed listed = findListed(entry, folder);
     if (listed.path.empty()) continue;
     const std::string name = itemName(listed.path);
-    const auto [known, isNew] = names.try_emplace(name, job_.vsContents.Rows());
+    const auto [known, isNew] = names.try_emplace(Text::toUpper(name), job_.vsContents.Rows());
     if (isNew) {
       doAddRow(listed.path, name, listed.info);
       added = true;

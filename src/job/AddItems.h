@@ -49,7 +49,7 @@ class AddItems {
   bool doImportM3U();
 
  private:
-  /// The rows by their names, so that a long list costs no search a path.
+  /// The rows by their names in upper case, so that a long list costs no search a path.
   using RowsByName = std::unordered_map<std::string, int>;
 
   std::size_t doRunWorker(int workerMode, const std::vector<std::string>& paths);

@@ -1,6 +1,8 @@
 #include "job/JobFile.h"
 
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 #include "job/ItemFacts.h"
 #include "job/JobControls.h"
@@ -27,6 +29,25 @@ std::string jobNameOf(std::string_view path) {
   std::string_view name = Paths::doGetFilePart(path);
   if (name.size() > Extension.size()) name.remove_suffix(Extension.size());
   return cleanJobName(name);
+}
+
+/// The name that an item of the file gets on disc; empty when there is none for it.
+std::string usableName(const Table& contents, int row) {
+  const std::string& stored = contents.text(row, ContentsName);
+  if (isItemName(stored)) return stored;
+  // A name that no disc can hold was never written by this program.
+  std::string own = itemName(Paths::withoutEnd(contents.text(row, ContentsPath)));
+  return isItemName(own) ? own : std::string();
+}
+
+/// True when no two items stand under one name, as the table compares them: without case.
+bool hasDistinctNames(const Table& contents) {
+  std::unordered_set<std::string> names;
+  for (int row = 1; row < contents.Rows(); ++row) {
+    const std::string name = usableName(contents, row);
+    if (!name.empty() && !names.insert(Text::toUpper(name)).second) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -131,10 +152,11 @@ bool JobFile::doLoadJob(std::string path) {
     services_.desktop.doYield();
     job_.doMarkChanged(false);
   }
-  if (!services_.files.doFileExists(path)) return doTellError("Backup job file open error!");
-
-  state.ActionRunning = true;
-  if (!doReadJobFile(path)) return doTellError("Invalid backup job file format!");
+  // Ends with this function, whatever the file holds: nothing else would ever clear the flag.
+  const FlagScope running(state.ActionRunning);
+  const JobText content = readJobText(path);
+  if (content.unreadable) return doTellError("Backup job file open error!");
+  if (!doTakeContents(content.text)) return doTellError("Invalid backup job file format!");
   const WaitPointer wait(services_.desktop);
   {
     const FlagScope ignore(state.IgnoreEvents);
@@ -146,18 +168,24 @@ bool JobFile::doLoadJob(std::string path) {
   job_.SavedOnce = false;
   job_.doMarkChanged(false);
   job_.doSetEstimated(false);
-  state.ActionRunning = false;
   return true;
 }
 
-bool JobFile::doReadJobFile(const std::string& path) {
+JobFile::JobText JobFile::readJobText(const std::string& path) const {
   const WaitPointer wait(services_.desktop);
+  // A file beyond the limit can be read; it is no job.
+  if (services_.files.doGetFileSize(path) > Fixed4(MaxJobFileBytes)) return {};
+  auto text = services_.files.readAll(path, MaxJobFileBytes);
+  if (!text) return {.unreadable = true, .text = {}};
+  return {.unreadable = false, .text = std::move(*text)};
+}
+
+bool JobFile::doTakeContents(const std::string& text) {
   Table& contents = job_.vsContents;
-  const auto data = services_.files.readAll(path, MaxJobFileBytes);
-  const bool valid = data && contents.loadData(*data, true, MaxStoredRows) &&
-                     contents.text(0, HeaderProduct) == gProductName &&
-                     !contents.text(0, HeaderJobName).empty() &&
-                     contents.text(0, HeaderOptions).size() >= ShortestOptionText;
+  const bool valid =
+      contents.loadData(text, true, MaxStoredRows) &&
+      contents.text(0, HeaderProduct) == gProductName && !contents.text(0, HeaderJobName).empty() &&
+      contents.text(0, HeaderOptions).size() >= ShortestOptionText && hasDistinctNames(contents);
   if (!valid) {
     contents.clearData();
     for (int col = 0; col < contents.Cols(); ++col) contents.setText(0, col, "");
@@ -192,10 +220,9 @@ bool JobFile::doTakeItem(int row) {
   Table& contents = job_.vsContents;
   const std::string path(Paths::withoutEnd(contents.text(row, ContentsPath)));
   contents.setText(row, ContentsPath, path);
-  // A name that no disc can hold was never written by this program.
-  if (!isItemName(contents.text(row, ContentsName)))
-    contents.setText(row, ContentsName, itemName(path));
-  if (!isItemName(contents.text(row, ContentsName))) return false;
+  const std::string name = usableName(contents, row);
+  if (name.empty()) return false;
+  contents.setText(row, ContentsName, name);
   const FileInfo info = itemInfo(services_.files, path);
   if (info.kind != FileInfo::Kind::Missing) {
     fillItemRow(contents, row, info, services_.desktop);

@@ -29,8 +29,8 @@ class JobFile {
 
   /// True when the caller may go on: nothing to save, saved, or not wanted.
   bool doQuerySaveJob();
-  /// Loads a job file; an empty path asks for one. True when the job is loaded. A file that is no
-  /// job leaves a new job, and `ActionRunning` set: only an action that ends clears it again.
+  /// Loads a job file; an empty path asks for one. True when the job is loaded. A file that cannot
+  /// be read or is no job is told, and leaves a new job.
   bool doLoadJob(std::string path);
   /// Asks for a place and saves there. True when saved.
   bool doSaveJob();
@@ -42,7 +42,13 @@ class JobFile {
   std::string doSaveJobDialog(const std::string& jobName);
 
  private:
-  bool doReadJobFile(const std::string& path);
+  struct JobText {
+    bool unreadable = false;  ///< missing, a folder, or the reading failed
+    std::string text;
+  };
+  JobText readJobText(const std::string& path) const;
+  /// Puts the text of a job file into the table, which is left empty when it is none.
+  bool doTakeContents(const std::string& text);
   void doTakeHeader(const std::string& path);
   void doTakeItems();
   /// Fills the row with what its item is now; false for one without a usable name.

@@ -26,8 +26,6 @@ void NewJob::doNewJobValues() {
   fresh.vsContents.clearData();
   fresh.txJobName = job_.txJobName;
   fresh.onBackupPage = job_.onBackupPage;
-  // Asked in silence: a drive that writes no DVD is no error of a job that is just begun.
-  fresh.comboDiscType = drives_.doCheckDevice(1) ? 1 : 0;
   fresh.optFileSystem = settings_.FileSystem == 1 ? 1 : 0;
   fresh.optSplitAndSpan = settings_.SplitFile ? 0 : 1;
   fresh.FinalizeDisc = settings_.Finalize;
@@ -36,10 +34,17 @@ void NewJob::doNewJobValues() {
   fresh.FileSize = megabytesText(SplitFileMegabytes, settings_.SplitSize, 2);
   fresh.DiscSize = megabytesText(SplitDiscMegabytes, settings_.SplitSize2, 5);
   job_ = std::move(fresh);
+  doTakeDiscType();
 
   grids_.clearPage(0);
   grids_.doClearReport();
   grids_.doDeleteRunLogs();
+}
+
+void NewJob::doTakeDiscType() {
+  // Asked in silence: a drive that writes no DVD is no error of a job that is just begun.
+  const FlagScope ignore(state_.IgnoreEvents);
+  job_.comboDiscType = drives_.doCheckDevice(1) ? 1 : 0;
 }
 
 }  // namespace korvenal

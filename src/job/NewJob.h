@@ -19,6 +19,8 @@ class NewJob {
   void doNewJob();
   /// No items, the options of a new job, empty result grids. The job's name stays.
   void doNewJobValues();
+  /// The disc type that a new job for the drives chosen has.
+  void doTakeDiscType();
 
  private:
   ActionState& state_;

@@ -108,6 +108,9 @@ class FileView {
   }
 };
 
+/// Takes what went wrong with one of the program's own files, as a sentence for the person.
+using OwnFileFault = std::function<void(const std::string& path, const std::string& text)>;
+
 /// A file being written from its start. Destroying it closes it.
 class FileWriter {
  public:

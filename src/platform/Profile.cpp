@@ -10,7 +10,6 @@ namespace korvenal {
 namespace {
 
 constexpr std::int64_t MaxProfileBytes = 4 << 20;
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Where a key stands, or where it has to go, as byte positions in the file's text.
 struct Place {
@@ -35,7 +34,7 @@ std::optional<std::string_view> sectionName(std::string_view line) {
 Place findKey(std::string_view text, std::string_view section, std::string_view key) {
   Place place;
   place.lineStart = place.lineEnd = text.size();
-  std::size_t at = text.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0;
+  std::size_t at = text.size() - Text::withoutByteOrderMark(text).size();
   while (at < text.size()) {
     const std::size_t lineFeed = text.find('\n', at);
     const std::size_t next = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
@@ -86,9 +85,9 @@ void setKey(std::string& text, const ProfileEntry& entry) {
 
 std::string Profile::doReadProfile(std::string_view section, std::string_view key,
                                    std::string_view defaultValue) const {
-  const auto text = files_.readAll(file_, MaxProfileBytes);
-  if (!text) return std::string(defaultValue);
-  std::string_view value = findKey(*text, section, key).value.value_or(std::string_view());
+  std::string text = fileText().value_or(std::string());
+  for (const ProfileEntry& entry : unwritten_) setKey(text, entry);
+  std::string_view value = findKey(text, section, key).value.value_or(std::string_view());
   if (isQuoted(value)) value = value.substr(1, value.size() - 2);
   if (value.empty() || value.size() >= BufferChars) return std::string(defaultValue);
   return std::string(value);
@@ -107,13 +106,28 @@ void Profile::doWriteProfile(std::string_view section, std::string_view key,
 }
 
 void Profile::doWriteProfiles(const std::vector<ProfileEntry>& entries) {
-  auto read = files_.readAll(file_, MaxProfileBytes);
-  // A file that is there and cannot be read is left alone: writing would lose all its other keys.
-  if (!read && files_.doFileExists(file_)) return;
-  const std::string before = read.value_or(std::string());
-  std::string text = before;
-  for (const ProfileEntry& entry : entries) setKey(text, entry);
-  if (text != before) files_.writeAll(file_, text);
+  unwritten_.insert(unwritten_.end(), entries.begin(), entries.end());
+  const auto before = fileText();
+  if (!before) return;
+  std::string text = *before;
+  for (const ProfileEntry& entry : unwritten_) setKey(text, entry);
+  if (text != *before) {
+    if (const FileOutcome written = files_.writeAll(file_, text); !written)
+      return doTellFault(" cannot be written: " + written.text + ".");
+  }
+  unwritten_.clear();
+}
+
+std::optional<std::string> Profile::fileText() const {
+  auto text = files_.readAll(file_, MaxProfileBytes);
+  if (text) return text;
+  if (!files_.doFileExists(file_)) return std::string();
+  doTellFault(" cannot be read.");
+  return std::nullopt;
+}
+
+void Profile::doTellFault(const std::string& text) const {
+  if (onFault) onFault(file_, "The settings in " + file_ + text);
 }
 
 }  // namespace korvenal

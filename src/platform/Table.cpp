@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Text.h"
+
 namespace korvenal {
 
 namespace {
@@ -73,6 +75,13 @@ std::string_view takeField(std::string_view& rest, char separator, bool& last) {
   const std::string_view field = rest.substr(0, end);
   rest.remove_prefix(last ? rest.size() : end + 1);
   return field;
+}
+
+/// The next line without its end, which other programs write as a carriage return and a line feed.
+std::string_view takeLine(std::string_view& rest, bool& last) {
+  std::string_view line = takeField(rest, '\n', last);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
 }
 
 }  // namespace
@@ -246,12 +255,32 @@ std::string Table::saveRows(int from, int to, bool withChecks) const {
 
 bool Table::loadData(std::string_view data, bool withChecks, int maxRows) {
   rows_.clear();
+  data = Text::withoutByteOrderMark(data);
   const bool wellFormed =
       !data.empty() && parseRows(data, withChecks, static_cast<std::size_t>(maxRows), rows_);
   if (!wellFormed) rows_.assign(1, {});
   doWiden(0);
   keepRowInside();
   return wellFormed;
+}
+
+int Table::loadSoundRows(std::string_view data, int cols, int maxRows) {
+  rows_.assign(1, {});
+  data = Text::withoutByteOrderMark(data);
+  bool last = false;
+  takeLine(data, last);
+  int damaged = 0;
+  while (!data.empty()) {
+    RowData row;
+    if (!parseRow(takeLine(data, last), false, row) || std::ssize(row.cells) != cols ||
+        Rows() >= maxRows)
+      ++damaged;
+    else
+      rows_.push_back(std::move(row));
+  }
+  setCols(cols);
+  keepRowInside();
+  return damaged;
 }
 
 bool Table::appendData(std::string_view data, bool withChecks, int maxRows) {
@@ -276,7 +305,7 @@ bool Table::parseRows(std::string_view data, bool withChecks, std::size_t maxRow
   while (!data.empty()) {
     bool lastLine = false;
     RowData row;
-    if (rows.size() >= maxRows || !parseRow(takeField(data, '\n', lastLine), withChecks, row))
+    if (rows.size() >= maxRows || !parseRow(takeLine(data, lastLine), withChecks, row))
       return false;
     rows.push_back(std::move(row));
   }

@@ -69,9 +69,14 @@ class Table {
   std::string saveData(bool withChecks = false) const;
   /// The part of that which rows `from` to before `to` make.
   std::string saveRows(int from, int to, bool withChecks = false) const;
-  /// Replaces all rows, the header too; the table widens to the longest. False, leaving a table of
-  /// one row without texts, when the data is no such form or holds more than `maxRows` rows.
+  /// Replaces all rows, the header too; the table widens to the longest. A byte order mark and line
+  /// ends with a carriage return, as editors leave them, are taken as well. False, leaving a table
+  /// of one row without texts, when the data is no such form or holds more than `maxRows` rows.
   bool loadData(std::string_view data, bool withChecks = false, int maxRows = MaxLoadedRows);
+  /// Replaces the data rows by the rows of `cols` columns in such data without check states,
+  /// leaving out every line that is no such row, and what comes behind `maxRows` rows. The first
+  /// line is the header, which stays without texts. The number of lines left out.
+  int loadSoundRows(std::string_view data, int cols, int maxRows);
   /// Adds the rows of such data, which begins and ends between two lines, at the end. False, adding
   /// none, when it is no such form or the table would hold more than `maxRows` rows.
   bool appendData(std::string_view data, bool withChecks = false, int maxRows = MaxLoadedRows);

@@ -161,6 +161,12 @@ bool isUtf8(std::string_view bytes) {
   return true;
 }
 
+std::string_view withoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view Mark = "\xEF\xBB\xBF";
+  while (text.starts_with(Mark)) text.remove_prefix(Mark.size());
+  return text;
+}
+
 std::string fromLatin1(std::string_view bytes) {
   std::string text;
   for (const char c : bytes) {

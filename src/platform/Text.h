@@ -28,6 +28,8 @@ std::vector<std::string> split(std::string_view text, char separator);
 
 /// True when the bytes are well-formed UTF-8 (no overlong forms, no surrogates).
 bool isUtf8(std::string_view bytes);
+/// The text behind the mark that editors of other systems put before it.
+std::string_view withoutByteOrderMark(std::string_view text);
 /// Bytes read as Latin-1, one character each, as UTF-8.
 std::string fromLatin1(std::string_view bytes);
 /// The longest beginning of whole characters that takes no more than `bytes` bytes.

@@ -10,8 +10,6 @@ namespace {
 constexpr int MaxLogRows = 201;       ///< with the header
 constexpr int RecentRowsCutAt = 101;  ///< more rows than these, header included, are cut ...
 constexpr int RecentRowsKept = 100;   ///< ... to so many
-constexpr std::int64_t MaxRecordBytes = 16LL << 20;
-constexpr int MaxStoredRows = 10'000;
 constexpr int RecentJobFile = 7;
 
 const std::vector<std::string> RecentHeaders = {"Last Run Time", "Backup Job", "Files", "Size",
@@ -27,32 +25,38 @@ bool isConfirmed(Desktop& desktop, const std::string& question) {
 }  // namespace
 
 Records::Records(Files& files, Desktop& desktop, RunGrids& grids, const Workspace& workspace)
-    : files_(files), desktop_(desktop), grids_(grids), workspace_(workspace) {
+    : files_(files),
+      desktop_(desktop),
+      grids_(grids),
+      discLog_(files, workspace.gDiscLogFile, static_cast<int>(DiscRecordHeaders.size())),
+      recent_(files, workspace.gRecentFile, static_cast<int>(RecentHeaders.size())) {
   setHeaders(vsLog, DiscRecordHeaders);
   setHeaders(vsRecent, RecentHeaders);
   vsRecent.setColHidden(RecentJobFile, true);
 }
 
 void Records::doReadDiscLog() {
-  vsLog.loadData(files_.readAll(workspace_.gDiscLogFile, MaxRecordBytes).value_or(""), false,
-                 MaxStoredRows);
+  doTell(discLog_, discLog_.doLoad(vsLog));
   setHeaders(vsLog, DiscRecordHeaders);
 }
 
 void Records::doReadRecent() {
-  vsRecent.loadData(files_.readAll(workspace_.gRecentFile, MaxRecordBytes).value_or(""), false,
-                    MaxStoredRows);
+  doTell(recent_, recent_.doLoad(vsRecent));
   setHeaders(vsRecent, RecentHeaders);
   vsRecent.setColHidden(RecentJobFile, true);
 }
 
 void Records::doSaveDiscLog() {
-  files_.writeAll(workspace_.gDiscLogFile, vsLog.saveData());
+  doTell(discLog_, discLog_.doSave(vsLog));
 }
 
 void Records::doSaveRecentBackup() {
   const WaitPointer wait(desktop_);
-  files_.writeAll(workspace_.gRecentFile, vsRecent.saveData());
+  doTell(recent_, recent_.doSave(vsRecent));
+}
+
+void Records::doTell(const HistoryFile& history, const std::string& fault) const {
+  if (!fault.empty() && onFault) onFault(history.path(), fault);
 }
 
 void Records::doAddDiscLogRow(int runIndex, int row) {

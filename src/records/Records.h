@@ -8,6 +8,7 @@
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/Table.h"
+#include "records/HistoryFile.h"
 
 namespace korvenal {
 
@@ -32,6 +33,9 @@ class Records {
  public:
   Records(Files& files, Desktop& desktop, RunGrids& grids, const Workspace& workspace);
 
+  /// Is told of a history that cannot be read whole or be written.
+  OwnFileFault onFault;
+
   Table vsLog;
   Table vsRecent;
 
@@ -53,10 +57,13 @@ class Records {
   std::string recentJobFile(int row) const;
 
  private:
+  void doTell(const HistoryFile& history, const std::string& fault) const;
+
   Files& files_;
   Desktop& desktop_;
   RunGrids& grids_;
-  const Workspace& workspace_;
+  HistoryFile discLog_;
+  HistoryFile recent_;
 };
 
 }  // namespace korvenal

@@ -143,6 +143,31 @@ TEST_F(DeviceFormTest, ADriveThatARunFindsIsFoundByTheFormToo) {
   EXPECT_EQ(bench_.device.DriveLetters, "E:");
 }
 
+TEST_F(DeviceFormTest, ADriveThatIsNotThereStaysChosenUntilAnotherIsPicked) {
+  bench_.doConnect('V');
+  bench_.profile.doWriteProfiles({{"Devices", "dvcType", "1"},
+                                  {"Devices", "dvcM_Name1", "E"},
+                                  {"Devices", "dvcM_Name2", "V"},
+                                  {"Devices", "dvcS_Name", "F"}});
+  bench_.device.doReadDvcData(bench_.profile);
+  bench_.desktop.answerAllOk = true;
+  show([](frmDevice& form) {
+    EXPECT_EQ(form.multiDrive[0], 0);
+    EXPECT_EQ(form.absentSingleDrive(), "F");
+    form.pbRefresh();
+    form.pbOK();
+    EXPECT_TRUE(form.isClosed());
+  });
+  EXPECT_EQ(bench_.device.DeviceName, "Multiple-drive (E:V:)");
+  EXPECT_EQ(bench_.device.SingleDrive, "F");
+  show([](frmDevice& form) {
+    form.OptDevice = 0;
+    form.singleDrive = 1;
+    form.pbOK();
+  });
+  EXPECT_EQ(bench_.device.DeviceName, "Single-drive (V:)");
+}
+
 TEST_F(DeviceFormTest, SeveralDrivesMustBeTwoAndDifferent) {
   for (const char letter : {'D', 'E', 'F'}) bench_.doConnect(letter);
   bench_.desktop.answers = {Answer::No, Answer::Ok, Answer::Yes};

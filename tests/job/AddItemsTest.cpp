@@ -30,13 +30,14 @@ TEST_F(AddItemsTest, PickedItemsAreFilledIn) {
   EXPECT_EQ(bench_.state.WorkerMode, 0);
 }
 
-TEST_F(AddItemsTest, DuplicatesAreAskedAboutByTheirExactName) {
+TEST_F(AddItemsTest, DuplicatesAreAskedAboutWhateverTheirCase) {
   const std::string first = bench_.folder.write("x/name", "");
   const std::string second = bench_.folder.write("y/name", "");
   const std::string other = bench_.folder.write("y/Name", "");
+  const std::string last = bench_.folder.write("y/last", "");
   bench_.desktop.answers = {Answer::Ok, Answer::Cancel};
-  EXPECT_EQ(bench_.addItems.doDropItems({first, second, other, second, first}), 4U);
-  EXPECT_THAT(bench_.names(), testing::ElementsAre("name", "Name"));
+  EXPECT_EQ(bench_.addItems.doDropItems({first, second, last, other, first}), 4U);
+  EXPECT_THAT(bench_.names(), testing::ElementsAre("name", "last"));
   ASSERT_EQ(bench_.desktop.asked.size(), 2U);
   EXPECT_EQ(bench_.desktop.asked[0].text, "name\nItem name duplicated. It will be excluded.");
   EXPECT_EQ(contents_.Row, 1) << "the row of that name is in view";

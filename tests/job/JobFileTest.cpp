@@ -6,6 +6,7 @@
 #include "job/JobBench.h"
 #include "job/JobOptions.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 
 namespace korvenal::test {
 
@@ -140,7 +141,7 @@ TEST_F(JobFileTest, OptionTextsOfOlderVersionsArePadded) {
   EXPECT_EQ(lastMessage(), "Invalid backup job file format!");
 }
 
-TEST_F(JobFileTest, WhatIsNoJobLeavesANewOneAndKeepsTheActionRunning) {
+TEST_F(JobFileTest, WhatIsNoJobLeavesANewOneAndNothingLocked) {
   bench_.desktop.answerAllOk = true;
   const std::string whole = store(gProductName, "J", zeros_, {{"1", "a", "/a", "0"}});
   const std::string content = TempDir::read(whole);
@@ -151,21 +152,42 @@ TEST_F(JobFileTest, WhatIsNoJobLeavesANewOneAndKeepsTheActionRunning) {
       bench_.folder.write("empty.jbf", ""),
       bench_.folder.write("wide.jbf", std::string(1'000'000, '\t')),
       bench_.folder.write("binary.jbf", std::string("\0\xff\xfe\t1", 5)),
-      bench_.folder.makeFolder("folder.jbf"),
   };
-  for (const std::string& path : broken) {
-    bench_.state.ActionRunning = false;
+  const auto refuses = [this](const std::string& path, const std::string& message) {
     EXPECT_FALSE(load(path)) << path;
-    EXPECT_EQ(lastMessage(), "Invalid backup job file format!");
-    EXPECT_TRUE(bench_.state.ActionRunning);
+    EXPECT_EQ(lastMessage(), message) << path;
+    EXPECT_FALSE(bench_.state.ActionRunning || bench_.state.IgnoreEvents) << path;
     EXPECT_FALSE(job_.hasItems());
     EXPECT_EQ(job_.JobFile, "");
     EXPECT_EQ(bench_.cell(0, HeaderOptions), "");
-  }
-  bench_.state.ActionRunning = false;
-  EXPECT_FALSE(load(bench_.folder / "missing.jbf"));
-  EXPECT_EQ(lastMessage(), "Backup job file open error!");
-  EXPECT_FALSE(bench_.state.ActionRunning);
+  };
+  for (const std::string& path : broken) refuses(path, "Invalid backup job file format!");
+  refuses(bench_.folder.makeFolder("folder.jbf"), "Backup job file open error!");
+  refuses(bench_.folder / "missing.jbf", "Backup job file open error!");
+  EXPECT_TRUE(load(bench_.folder.write("whole.jbf", content)));
+}
+
+TEST_F(JobFileTest, TwoItemsOfOneNameAreNoJob) {
+  bench_.desktop.answerAllOk = true;
+  const auto loads = [&](const std::string& first, const std::string& second) {
+    return load(
+        store(gProductName, "J", zeros_, {{"1", first, "/a/x", "0"}, {"1", second, "/b/y", "0"}}));
+  };
+  EXPECT_FALSE(loads("doc", "doc"));
+  EXPECT_EQ(lastMessage(), "Invalid backup job file format!");
+  EXPECT_FALSE(loads("\u00c4rger", "\u00e4RGER"));
+  EXPECT_FALSE(loads("..", "X")) << "the first is called by its path";
+  EXPECT_TRUE(loads("doc", "doc2"));
+}
+
+TEST_F(JobFileTest, EditorsOfOtherSystemsDoNoHarm) {
+  const std::string stored = TempDir::read(
+      store(gProductName, "J", zeros_, {{"1", "a", "/a", "0"}, {"0", "b", "/b", "2"}}));
+  ASSERT_TRUE(load(
+      bench_.folder.write("edited.jbf", "\xEF\xBB\xBF" + Text::replaceAll(stored, "\n", "\r\n"))));
+  EXPECT_EQ(job_.txJobName, "J");
+  EXPECT_THAT(bench_.names(), testing::ElementsAre("a", "b"));
+  EXPECT_EQ(job_.vsContents.check(2, ContentsSubfolder), Table::Check::Unticked);
 }
 
 TEST_F(JobFileTest, ItemsBecomeWhatTheirSourcesAreNow) {

@@ -66,8 +66,15 @@ TEST_F(ProfileTest, AValueCannotAddLines) {
 TEST_F(ProfileTest, AFileThatCannotBeReadIsNotOverwritten) {
   const std::string large = "[Backup]\nA=1\n" + std::string(5 << 20, ';');
   folder_.write("settings.dat", large);
+  int faults = 0;
+  profile_.onFault = [&faults](const std::string&, const std::string&) { ++faults; };
   profile_.doWriteProfile("Backup", "A", "2");
   EXPECT_EQ(content().size(), large.size());
+  EXPECT_EQ(faults, 1);
+  EXPECT_EQ(read("A"), "2") << "for as long as the program runs";
+  folder_.write("settings.dat", "[Backup]\nA=1\nOther=3\n");
+  profile_.doWriteProfile("Backup", "B", "4");
+  EXPECT_EQ(content(), "[Backup]\nA=2\nOther=3\nB=4\n") << "what could not be written comes along";
 }
 
 }  // namespace korvenal

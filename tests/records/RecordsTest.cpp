@@ -58,14 +58,36 @@ TEST_F(RecordsTest, RecentBackupsMoveBetweenTheirTwoLimits) {
   EXPECT_TRUE(again.vsRecent.isColHidden(7));
 }
 
-TEST_F(RecordsTest, DamagedFilesAreEmptyTables) {
-  bench_.files.writeAll(bench_.workspace.gDiscLogFile, "bad escape \\q");
+TEST_F(RecordsTest, HistoriesOfWhichNothingIsLeftAreEmptyTables) {
+  bench_.files.writeAll(bench_.workspace.gDiscLogFile, "bad escape \\q\nbad line\n");
   bench_.files.doCreateFolderPath(bench_.workspace.gRecentFile);
   const Records again = reloaded();
   EXPECT_EQ(again.vsLog.Rows(), 1);
   EXPECT_EQ(again.vsLog.text(0, 0), "Drive");
   EXPECT_EQ(again.vsRecent.Rows(), 1);
   EXPECT_EQ(again.vsRecent.text(0, 1), "Backup Job");
+}
+
+TEST_F(RecordsTest, AHistoryThatCannotBeReadForAWhileComesBackBehindTheNewRows) {
+  runDisc("old");
+  const std::string file = bench_.workspace.gDiscLogFile;
+  const std::string stored = TempDir::read(file);
+  std::filesystem::remove(file);
+  std::filesystem::create_directory(file);
+  Records later(bench_.files, bench_.desktop, bench_.grids, bench_.workspace);
+  std::vector<std::string> told;
+  later.onFault = [&told](const std::string& path, const std::string&) { told.push_back(path); };
+  later.doReadDiscLog();
+  EXPECT_THAT(told, testing::ElementsAre(file));
+  std::filesystem::remove(file);
+  bench_.files.writeAll(file, stored);
+  bench_.grids.vsOutput[0].setRows(1);
+  const int row = bench_.grids.vsOutput[0].addRow({"V:", "", "", "", "", "", "", "new"});
+  later.doAddDiscLogRow(0, row);
+  const Records again = reloaded();
+  ASSERT_EQ(again.vsLog.Rows(), 3);
+  EXPECT_EQ(again.vsLog.text(1, 7) + again.vsLog.text(2, 7), "newold");
+  EXPECT_EQ(told.size(), 1U);
 }
 
 TEST_F(RecordsTest, RowsAreDeletedAtOnceAndAllOfThemAfterAQuestion) {
