@@ -14,7 +14,8 @@ namespace {
 using namespace korvenal;
 using console::ExitCode;
 
-/// Set by the interrupt key. A signal handler reaches nothing but static storage.
+/// Set by the interrupt key and by what else asks for the end. A signal handler reaches nothing but
+/// static storage.
 std::atomic<bool>& interrupted() {
   static std::atomic<bool> flag = false;
   return flag;
@@ -30,6 +31,10 @@ void doCatchInterrupt() {
   action.sa_handler = onInterruptSignal;  // without SA_RESTART: a wait for a line ends
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
+  // A terminal that is closed stops the run in good order, unless it was begun to outlive it.
+  struct sigaction before {};
+  if (sigaction(SIGHUP, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
+    sigaction(SIGHUP, &action, nullptr);
 }
 
 int exitValue(ExitCode code) {

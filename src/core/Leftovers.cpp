@@ -13,30 +13,14 @@ bool isIndexFile(const std::string& name) {
          (name.starts_with("_KORVEN{") && (name.ends_with(")}.bdx") || name.ends_with(")}.zip")));
 }
 
-/// "$12.log"
-bool isReport(const std::string& name) {
-  constexpr std::string_view Head = "$", Tail = ".log";
-  if (name.size() <= Head.size() + Tail.size() || !name.starts_with(Head) || !name.ends_with(Tail))
-    return false;
-  const std::string_view number =
-      std::string_view(name).substr(Head.size(), name.size() - Head.size() - Tail.size());
-  return number.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-template <typename IsOwn>
-void doClear(Files& files, const std::string& folder, IsOwn isOwn) {
-  for (const std::string& name : files.listFolder(folder))
-    if (isOwn(name)) files.doDeleteFile(Paths::withEnd(folder) + name);
-}
-
 }  // namespace
 
 void doClearLeftovers(Files& files, const Workspace& workspace, const std::string& shelf) {
   for (const std::string& folder :
        {workspace.applicationFolder, workspace.logFolder, workspace.TempFolder, shelf})
     files.doDeleteTemporaries(folder);
-  doClear(files, workspace.TempFolder, isIndexFile);
-  doClear(files, workspace.logFolder, isReport);
+  for (const std::string& name : files.listFolder(workspace.TempFolder))
+    if (isIndexFile(name)) files.doDeleteFile(Paths::withEnd(workspace.TempFolder) + name);
 }
 
 }  // namespace korvenal

@@ -134,6 +134,9 @@ void RunGrids::doClearReport(int page) {
 }
 
 void RunGrids::doSaveDiscReport(int n) {
+  // From here on the reports are those of a run of this start, and of no other.
+  if (!ownReports_) doDeleteReports();
+  ownReports_ = true;
   const std::string path = workspace_.runLog(n);
   const auto file = files_.doCreateFile(path);
   if (!file) return;
@@ -146,7 +149,7 @@ void RunGrids::doShowDiscReport(int n) {
   PBErrorList[0] = "&Verify Report - " + vsOutput[0].text(n, RecordLabel);
   doClearReport();
   const std::string path = workspace_.runLog(n);
-  if (files_.doFileExists(path)) doLoadReport(path);
+  if (ownReports_ && files_.doFileExists(path)) doLoadReport(path);
   doFilterReport();
 }
 
@@ -185,6 +188,10 @@ void RunGrids::doFilterReport() {
 }
 
 void RunGrids::doDeleteRunLogs() {
+  if (ownReports_) doDeleteReports();
+}
+
+void RunGrids::doDeleteReports() {
   for (int n = 1; n <= MostRunLogs; ++n) {
     const std::string path = workspace_.runLog(n);
     if (!files_.doFileExists(path)) return;

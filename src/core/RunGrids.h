@@ -79,13 +79,15 @@ class RunGrids {
   void doShowDiscReport(int n);
   /// Applies `OnlyShowErrorFile` to the rows of the report in view: hides the good ones ("PASS").
   void doFilterReport();
-  /// Deletes the reports from 1 on, up to the first that does not exist.
+  /// Deletes the reports of this start of the program. Those that a killed one left stay until a
+  /// run writes its own: they are all that tells of its discs.
   void doDeleteRunLogs();
   /// A path for the burn log: `TempFolder`, prefix, "Log", the date; a number when it is in use.
   std::string doGetBurnLogPath(const std::string& prefix);
 
  private:
   void doLoadReport(const std::string& path);
+  void doDeleteReports();
   void doEachPiece(const std::function<void(int from, int to)>& work);
 
   ActionState& state_;
@@ -93,6 +95,7 @@ class RunGrids {
   const Clock& clock_;
   Files& files_;
   const Workspace& workspace_;
+  bool ownReports_ = false;  ///< the files of reports are of this start of the program
   std::array<std::vector<EventStyle>, 3> styles_;
 };
 

@@ -1,10 +1,10 @@
 #include "start/ProgramStart.h"
 
+#include <csignal>
 #include <filesystem>
 
 #include "core/Leftovers.h"
 #include "platform/Profile.h"
-#include "platform/linux/StandardFolders.h"
 #include "platform/linux/engine/ImageDriveSettings.h"
 
 namespace korvenal {
@@ -18,22 +18,26 @@ ImageShelf::Options imageDrives(const Workspace& workspace, const std::string& s
                          shelf.empty() ? workspace.applicationFolder + "Discs/" : shelf + "/");
 }
 
-/// What a killed run has left. The lock on the application folder is held.
-void doTidy(Workspace& workspace, const std::string& shelf) {
+/// A temporary folder for who holds the lock, cleared of what a killed run has left. Without the
+/// lock another program may be at work in it: then the application folder's own serves.
+void doSettleTemporaryFolder(ProgramStart& start, const std::string& path,
+                             const std::string& shelf) {
   LinuxFiles files(nullptr);
-  const std::string wanted = workspace.TempFolder;
-  workspace.doCheckTempFolder(files, wanted);
-  doClearLeftovers(files, workspace, shelf);
+  const bool held = start.lock->isHeld();
+  if (held) start.temporary = std::make_unique<OwnTemporaryFolder>(path);
+  start.workspace.doCheckTempFolder(files, held ? start.temporary->path() : std::string());
+  if (held) doClearLeftovers(files, start.workspace, shelf);
 }
 
 }  // namespace
 
 std::optional<ProgramStart> doStartProgram(const StartOptions& options, StartFailure& failure) {
+  // A reader of the output that goes away is no reason to leave a disc half burned.
+  std::signal(SIGPIPE, SIG_IGN);
   const StandardFolders folders =
       findStandardFolders({executableFolder(), options.applicationFolder});
   ProgramStart start;
   start.workspace = Workspace::below(folders.application, folders.bin, folders.home);
-  start.workspace.TempFolder = folders.temporary;
   std::error_code error;
   std::filesystem::create_directories(folders.application, error);
   if (error) {
@@ -46,7 +50,7 @@ std::optional<ProgramStart> doStartProgram(const StartOptions& options, StartFai
     return {};
   }
   const ImageShelf::Options discs = imageDrives(start.workspace, options.shelf);
-  doTidy(start.workspace, discs.folder);
+  doSettleTemporaryFolder(start, folders.temporary, discs.folder);
   start.platform = std::make_unique<LinuxPlatform>(
       LinuxPlatform::Places{.applicationFolder = folders.application, .imageDrives = discs});
   return start;

@@ -7,6 +7,7 @@
 #include "core/Workspace.h"
 #include "platform/linux/InstanceLock.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/StandardFolders.h"
 
 namespace korvenal {
 
@@ -22,6 +23,7 @@ struct StartOptions {
 struct ProgramStart {
   Workspace workspace;
   std::unique_ptr<InstanceLock> lock;
+  std::unique_ptr<OwnTemporaryFolder> temporary;  ///< goes before the lock does
   std::unique_ptr<LinuxPlatform> platform;
 };
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <set>
 
 #include "support/TempDir.h"
 
@@ -45,18 +46,30 @@ TEST(StandardFolders, PortableOnlyBesideABinFolderThatStandsInAWritablePlace) {
   EXPECT_EQ(findStandardFolders({program, temp / "named"}).bin, program + "BIN/");
 }
 
-TEST(StandardFolders, TemporaryFolderIsPrivateAndItsOwn) {
+TEST(StandardFolders, EveryApplicationFolderHasAPrivateTemporaryFolderThatGoesWhenEmpty) {
   const test::TempDir temp;
-  const Environment scratch("TMPDIR", temp.path());
-  const std::string usual = findStandardFolders({}).temporary;
-  const std::string one = findStandardFolders({"", "/a"}).temporary;
-  const std::string other = findStandardFolders({"", "/b"}).temporary;
-  EXPECT_NE(one, usual);
-  EXPECT_NE(one, other);
-  for (const std::string& folder : {usual, one, other}) {
-    EXPECT_TRUE(folder.starts_with(temp.path())) << folder;
-    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder;
+  const Environment scratch("TMPDIR", temp.makeFolder("scratch"));
+  const auto temporary = [&](const std::string& wanted, const std::string& data = "data") {
+    const Environment home("XDG_DATA_HOME", temp / data);
+    return findStandardFolders({"", wanted}).temporary;
+  };
+  temp.makeFolder("a");
+  fs::create_symlink(temp / "a", temp / "link");
+  EXPECT_EQ(temporary(temp / "a"), temporary(temp / "link"));
+  const std::vector<std::string> all = {temporary(""), temporary("", "other"),
+                                        temporary(temp / "a"), temporary(temp / "b")};
+  EXPECT_EQ(std::set<std::string>(all.begin(), all.end()).size(), all.size());
+  {
+    const OwnTemporaryFolder one(all[0]), other(all[1]);
+    EXPECT_EQ(one.path(), all[0]);
+    for (const std::string& folder : {one.path(), other.path()}) {
+      EXPECT_TRUE(folder.starts_with(temp / "scratch/")) << folder;
+      EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder;
+    }
+    temp.write(other.path().substr(temp.path().size()) + "log", "to be read later");
   }
+  EXPECT_FALSE(fs::exists(all[0]));
+  EXPECT_TRUE(fs::exists(all[1] + "log"));
 }
 
 TEST(StandardFolders, ALinkOrAnOpenFolderInTheWayIsNotTrusted) {

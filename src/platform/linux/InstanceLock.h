@@ -14,9 +14,13 @@ class InstanceLock {
   explicit InstanceLock(const std::string& applicationFolder);
   /// False: another program is at work there.
   bool isFirst() const { return first_; }
+  /// The lock is held. A folder that takes none lets any number of programs work on it: none of
+  /// them may take what it finds for its own.
+  bool isHeld() const { return held_; }
 
  private:
   Descriptor file_;
+  bool held_ = false;
   bool first_ = true;
 };
 

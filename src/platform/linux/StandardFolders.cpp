@@ -8,6 +8,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <vector>
 
 namespace korvenal {
@@ -68,15 +69,22 @@ std::string nameOf(const std::string& path) {
   return name;
 }
 
-/// No two application folders share one: what lies in it belongs to one program alone.
-std::string temporaryFolder(const std::string& application, bool isUsual) {
+/// The one path of a folder, whatever way leads to it; it need not exist.
+std::string onePathOf(const std::string& folder) {
+  std::error_code error;
+  const auto path = std::filesystem::weakly_canonical(folder, error);
+  return withSlash(error ? folder : path.string());
+}
+
+std::string temporaryFolder(const std::string& application) {
   std::string system = folderFromEnvironment("TMPDIR");
   if (system.empty() || !isFolder(system)) system = "/tmp/";
-  std::string folder = system + "korvenal-" + std::to_string(getuid());
-  if (!makePrivateFolder(folder)) return {};
-  if (isUsual) return folder + "/";
-  folder += "/" + nameOf(application);
-  return makePrivateFolder(folder) ? folder + "/" : std::string();
+  return system + "korvenal-" + std::to_string(getuid()) + "/" + nameOf(onePathOf(application)) +
+         "/";
+}
+
+std::string folderAbove(const std::string& folder) {
+  return folder.substr(0, folder.rfind('/', folder.size() - 2));
 }
 
 }  // namespace
@@ -103,10 +111,20 @@ StandardFolders findStandardFolders(const FolderSearch& search) {
   folders.home = homeFolder();
   folders.application = applicationFolder(search, folders.home);
   folders.bin = binFolder(search, folders.application);
-  const bool portable = folders.application == search.executableFolder;
-  folders.temporary =
-      temporaryFolder(folders.application, search.wantedApplication.empty() && !portable);
+  folders.temporary = temporaryFolder(folders.application);
   return folders;
+}
+
+OwnTemporaryFolder::OwnTemporaryFolder(const std::string& path) {
+  // Between the two steps another program may end, and take the folder above with it.
+  constexpr int MostTries = 10;
+  for (int i = 0; i < MostTries && path_.empty() && makePrivateFolder(folderAbove(path)); ++i)
+    if (makePrivateFolder(path.substr(0, path.size() - 1))) path_ = path;
+}
+
+OwnTemporaryFolder::~OwnTemporaryFolder() {
+  // What is not empty stays.
+  if (!path_.empty() && rmdir(path_.c_str()) == 0) rmdir(folderAbove(path_).c_str());
 }
 
 }  // namespace korvenal

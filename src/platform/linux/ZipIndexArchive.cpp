@@ -106,7 +106,7 @@ std::optional<Packed> pack(const MappedFile& text) {
   return packed;
 }
 
-/// Bytes that libzip asks for by calls.
+/// Bytes that libzip asks for, or writes, by calls.
 class ZipContent {
  public:
   ZipContent(const ZipContent&) = delete;
@@ -127,6 +127,11 @@ class ZipContent {
 
   /// The bytes from the place `at_` on; their number, or -1 with `error_` set.
   virtual zip_int64_t read(void* data, zip_uint64_t size) = 0;
+  /// All other commands; -1 with `error_` set for those that it does not know.
+  virtual zip_int64_t answerMore(void*, zip_uint64_t, zip_source_cmd_t) {
+    zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
+    return -1;
+  }
 
   zip_stat_t stat_{};
   zip_error_t error_{};
@@ -173,8 +178,7 @@ zip_int64_t ZipContent::answer(void* data, zip_uint64_t size, zip_source_cmd_t c
     case ZIP_SOURCE_FREE:
       return 0;
     default:
-      zip_error_set(&error_, ZIP_ER_OPNOTSUPP, 0);
-      return -1;
+      return answerMore(data, size, command);
   }
 }
 
@@ -203,6 +207,79 @@ class PackedSource : public ZipContent {
   const Packed& packed_;
 };
 
+/// Takes an archive as libzip writes it, straight into an open file: the library's own way of
+/// writing goes through a second file, which a killed program leaves behind.
+class ArchiveTarget : public ZipContent {
+ public:
+  explicit ArchiveTarget(int file) : ZipContent(Supported), file_(file) {
+    stat_.valid = ZIP_STAT_SIZE;
+  }
+
+  /// Everything that the library wrote has arrived.
+  bool isComplete() const { return complete_; }
+
+ private:
+  static const zip_int64_t Supported;
+
+  zip_int64_t read(void*, zip_uint64_t) override { return 0; }  // it begins empty
+  zip_int64_t answerMore(void* data, zip_uint64_t size, zip_source_cmd_t command) override;
+  zip_int64_t write(const void* data, zip_uint64_t size);
+  zip_int64_t seekWritten(void* data, zip_uint64_t size);
+
+  int file_;
+  std::int64_t writtenTo_ = 0;  ///< the place of the next byte
+  std::int64_t end_ = 0;
+  bool complete_ = false;
+};
+
+const zip_int64_t ArchiveTarget::Supported =
+    ZIP_SOURCE_SUPPORTS_SEEKABLE |
+    zip_source_make_command_bitmap(
+        ZIP_SOURCE_BEGIN_WRITE, ZIP_SOURCE_COMMIT_WRITE, ZIP_SOURCE_ROLLBACK_WRITE,
+        ZIP_SOURCE_WRITE, ZIP_SOURCE_SEEK_WRITE, ZIP_SOURCE_TELL_WRITE, ZIP_SOURCE_REMOVE, -1);
+
+zip_int64_t ArchiveTarget::write(const void* data, zip_uint64_t size) {
+  const int failed = lseek(file_, writtenTo_, SEEK_SET) < 0
+                         ? errno
+                         : SystemFiles::writeFully(file_, static_cast<const char*>(data),
+                                                   static_cast<std::size_t>(size));
+  if (failed != 0) {
+    zip_error_set(&error_, ZIP_ER_WRITE, failed);
+    return -1;
+  }
+  writtenTo_ += static_cast<std::int64_t>(size);
+  end_ = std::max(end_, writtenTo_);
+  return static_cast<zip_int64_t>(size);
+}
+
+zip_int64_t ArchiveTarget::seekWritten(void* data, zip_uint64_t size) {
+  const auto place = zip_source_seek_compute_offset(
+      static_cast<zip_uint64_t>(writtenTo_), static_cast<zip_uint64_t>(end_), data, size, &error_);
+  if (place < 0) return -1;
+  writtenTo_ = place;
+  return 0;
+}
+
+zip_int64_t ArchiveTarget::answerMore(void* data, zip_uint64_t size, zip_source_cmd_t command) {
+  switch (command) {
+    case ZIP_SOURCE_BEGIN_WRITE:
+    case ZIP_SOURCE_ROLLBACK_WRITE:
+    case ZIP_SOURCE_REMOVE:
+      return 0;
+    case ZIP_SOURCE_COMMIT_WRITE:
+      complete_ = true;
+      return 0;
+    case ZIP_SOURCE_WRITE:
+      return write(data, size);
+    case ZIP_SOURCE_SEEK_WRITE:
+      return seekWritten(data, size);
+    case ZIP_SOURCE_TELL_WRITE:
+      return writtenTo_;
+    default:
+      return ZipContent::answerMore(data, size, command);
+  }
+}
+
 using Zip = std::unique_ptr<zip_t, void (*)(zip_t*)>;
 
 bool addEntry(zip_t* zip, const std::string& name, ZipContent& content,
@@ -220,20 +297,32 @@ bool addEntry(zip_t* zip, const std::string& name, ZipContent& content,
          zip_file_set_encryption(zip, entry, ZIP_EM_TRAD_PKWARE, password.c_str()) == 0;
 }
 
+/// An empty archive that is written to the target; null when there is none.
+Zip newArchive(ZipContent& target) {
+  Zip zip(nullptr, zip_discard);
+  zip_source_t* source = zip_source_function_create(&ZipContent::serve, &target, nullptr);
+  if (source == nullptr) return zip;
+  zip.reset(zip_open_from_source(source, ZIP_CREATE | ZIP_TRUNCATE, nullptr));
+  if (!zip) zip_source_free(source);
+  return zip;
+}
+
 int compressFile(const std::string& archive, const std::string& file, const std::string& password) {
   const MappedFile text(file);
   if (!text.valid()) return Failed;
   const std::optional<Packed> packed = pack(text);
   if (!packed) return Failed;
-  // An archive that stands there already keeps its permissions.
-  if (!createPrivate(archive)) return Failed;
+  Descriptor out = createPrivate(archive);
+  if (!out) return Failed;
+  ArchiveTarget target(out.get());
   PackedSource content(text, *packed);
-  Zip zip(zip_open(archive.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr), zip_discard);
+  Zip zip = newArchive(target);
   if (!zip || !addEntry(zip.get(), std::string(Paths::doGetFilePart(file)), content, password))
     return Failed;
   if (zip_close(zip.get()) != 0) return Failed;
   static_cast<void>(zip.release());  // closed, and so freed
-  return 0;
+  // Some file systems report a failed write only here.
+  return close(out.release()) == 0 && target.isComplete() ? 0 : Failed;
 }
 
 /// Lets libzip read an archive place by place, wherever it lies.
