@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "plan/DateDigits.h"
+#include "plan/PlanLimits.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -132,16 +133,20 @@ bool BackupIndex::writeText(const Plan& plan, const Header* header) {
   buffer.reserve(BufferBytes + BufferBytes / 4);
   if (header != nullptr) buffer = headerLine(plan, *header);
   IndexLines lines(plan.vsBuffer);
+  int left = MaxIndexLines - 1;  // the header line counts, whether it is there yet or not
+  std::int64_t written = 0;
   for (int row = 2; row < plan.vsBuffer.Rows(); ++row) {
     desktop_.doYield();
     if (state_.StopAction) return false;
     if (!isIndexed(plan.vsBuffer.row(row))) continue;
+    if (--left < 0) return false;
     lines.append(buffer, row);
     if (buffer.size() < BufferBytes) continue;
-    if (!file->write(buffer)) return false;
+    written += std::ssize(buffer);
+    if (written > MaxIndexBytes || !file->write(buffer)) return false;
     buffer.clear();
   }
-  return file->write(buffer) && file->finish();
+  return written + std::ssize(buffer) <= MaxIndexBytes && file->write(buffer) && file->finish();
 }
 
 }  // namespace korvenal

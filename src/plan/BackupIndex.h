@@ -31,7 +31,8 @@ class BackupIndex {
 
   /// Writes the rows from 2 on to `IndexTempPath`, with a header line when one is given, and packs
   /// them under the same path; when that fails the plain text stays. Does nothing without such
-  /// rows. The size of the resulting file in bytes; 0 when there is none.
+  /// rows. The size of the resulting file in bytes; 0 when there is none, as for an index that
+  /// would be longer than any that is read (see PlanLimits).
   Fixed4 doWriteBackupIndex(const Plan& plan, const Header* header);
 
  private:

@@ -41,7 +41,15 @@ void Expansion::expandItem(int item) {
   const FileInfo info = services_.files.doGetInfo(path);
   if (services_.state.StopAction) return;
   if (info.kind == FileInfo::Kind::Missing) return skippedEntries_.addMissing(path);
-  if (!Paths::isHoldable(itemName(item, path))) return excludeName(path);
+  const std::string name = itemName(item, path);
+  if (!Paths::isHoldable(name)) return excludeName(path);
+  if (rootNames_.contains(name)) return skippedEntries_.addTakenName(path);
+  const int rows = table_.Rows();
+  expandAt(item, path, info);
+  if (table_.Rows() > rows) rootNames_.insert(name);
+}
+
+void Expansion::expandAt(int item, const std::string& path, const FileInfo& info) {
   if (info.kind == FileInfo::Kind::Folder)
     expandFolder(item, path, info);
   else

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "core/frmAddFiles.h"
@@ -51,6 +52,7 @@ class Expansion : private WalkSink {
   bool isOpen(const WalkEntry& entry) const;
   bool passesDifferential(const WalkEntry& entry) const;
   PlanTable::Row rowOf(const WalkEntry& entry) const;
+  void expandAt(int item, const std::string& path, const FileInfo& info);
   std::string itemName(int item, const std::string& path) const;
   void finish();
 
@@ -68,6 +70,9 @@ class Expansion : private WalkSink {
   std::vector<OpenFolder> open_;
   const std::string* fileItemPath_ = nullptr;  ///< set while a file item is expanded
   std::string fileItemName_;
+  /// Names at the root of the disc that are taken. Only items stand there, and within a folder of
+  /// the sources no two entries have one name; so no disc path comes twice.
+  std::unordered_set<std::string> rootNames_;
   SkippedEntries skippedEntries_;
 };
 

@@ -13,4 +13,8 @@ inline constexpr std::int64_t SectorSize = 2048;  ///< a piece that fills a disc
 inline constexpr std::int64_t PieceSize = 1073741824;  ///< of a file cut for its file system
 inline constexpr std::int64_t PieceMax = 1084227584;   ///< a rest up to this stays one piece
 
+/// Lines of an index with its header, and bytes of its text: more is not written, and not read.
+inline constexpr int MaxIndexLines = 2'000'000;
+inline constexpr std::int64_t MaxIndexBytes = 1LL << 30;
+
 }  // namespace korvenal

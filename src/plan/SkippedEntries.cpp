@@ -43,7 +43,8 @@ void SkippedEntries::addExcludedName(const std::string& path) {
 }
 
 int SkippedEntries::missed() const {
-  return static_cast<int>(missing_.size() + unreadable_.size()) + excludedCount_;
+  return static_cast<int>(missing_.size() + takenNames_.size() + unreadable_.size()) +
+         excludedCount_;
 }
 
 std::string SkippedEntries::ownFiles() const {
@@ -72,6 +73,8 @@ std::string SkippedEntries::passedOver() const {
 std::vector<std::string> SkippedEntries::notes() const {
   std::vector<std::string> lines;
   for (const std::string& path : missing_) lines.push_back("Not existing, not backed up: " + path);
+  for (const std::string& path : takenNames_)
+    lines.push_back("Another item has its name on disc, not backed up:  " + path);
   if (const std::string list = passedOver(); !list.empty())
     lines.push_back("Not backed up:  " + list + ".");
   for (const std::string& path : unreadable_)

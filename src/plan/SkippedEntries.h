@@ -17,15 +17,17 @@ class SkippedEntries {
   void add(WalkSkip reason, const std::string& path);
   /// An item of the job of which nothing is there.
   void addMissing(const std::string& path) { missing_.push_back(path); }
+  /// An item whose name on disc another one has.
+  void addTakenName(const std::string& path) { takenNames_.push_back(path); }
   /// Something whose name a disc cannot hold.
   void addExcludedName(const std::string& path);
 
-  /// How much of what the job names is left out: items that are not there, folders that cannot be
-  /// read, names that no disc holds. Pipes, links that the job does not keep and the program's own
-  /// files are none of them.
+  /// How much of what the job names is left out: items that are not there or whose names are
+  /// taken, folders that cannot be read, names that no disc holds. Pipes, links that the job does
+  /// not keep and the program's own files are none of them.
   int missed() const;
-  /// A line for each missing item, one with the numbers of each kind passed over, one for every
-  /// folder that cannot be read, and the excluded names.
+  /// A line for each item that is missing or whose name is taken, one with the numbers of each kind
+  /// passed over, one for every folder that cannot be read, and the excluded names.
   std::vector<std::string> notes() const;
 
  private:
@@ -34,6 +36,7 @@ class SkippedEntries {
 
   std::array<int, 8> counts_{};  ///< by WalkSkip
   std::vector<std::string> missing_;
+  std::vector<std::string> takenNames_;
   std::vector<std::string> unreadable_;
   std::vector<std::string> excludedNames_;  ///< the first of them
   int excludedCount_ = 0;

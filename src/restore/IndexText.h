@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "plan/BackupIndex.h"
+#include "plan/PlanLimits.h"
 
 namespace korvenal {
 
@@ -38,7 +39,7 @@ using IndexLine = std::array<std::string_view, IndexFields>;
 /// return before it, fields separated by tabs, no quoting. Nothing but these characters separates.
 class IndexText {
  public:
-  static constexpr int MaxLines = 2'000'000;
+  static constexpr int MaxLines = MaxIndexLines;
   /// What an index begins with, whatever version wrote it.
   static constexpr std::string_view Stamp = "KORVEN";
 

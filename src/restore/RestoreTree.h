@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "plan/PlanLimits.h"
 #include "platform/Fixed4.h"
 
 namespace korvenal {
@@ -52,7 +53,7 @@ class RestoreTree {
  public:
   static constexpr int MaxDisc = 999;      ///< disc numbers are kept within 1 and this
   static constexpr int MaxParts = 999999;  ///< the number of parts of a file is cut to this
-  static constexpr std::int64_t MaxTextBytes = 1LL << 30;  ///< longest text of an index
+  static constexpr std::int64_t MaxTextBytes = MaxIndexBytes;  ///< longest text of an index
 
   /// A piece of the text of the index.
   struct TextRef {
