@@ -15,9 +15,10 @@ bool looksIntoDrives(const std::string& command, const Arguments& arguments) {
   return command == "estimate" || (command == "index" && arguments.empty());
 }
 
-/// Commands whose outcome hangs on the drives that a job or a run is for.
+/// Commands that speak of the drives chosen, or of a job, whose disc type hangs on them.
 bool countsOnDrives(const std::string& command) {
-  return holds({"new", "open", "add", "create", "import", "set", "backup", "restore", "erase"},
+  return holds({"new", "open", "save", "show", "add", "create", "import", "set", "drives", "backup",
+                "restore", "erase"},
                command);
 }
 

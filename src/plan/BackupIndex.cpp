@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "plan/DateDigits.h"
-#include "plan/PlanLimits.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -133,7 +132,7 @@ bool BackupIndex::writeText(const Plan& plan, const Header* header) {
   buffer.reserve(BufferBytes + BufferBytes / 4);
   if (header != nullptr) buffer = headerLine(plan, *header);
   IndexLines lines(plan.vsBuffer);
-  int left = MaxIndexLines - 1;  // the header line counts, whether it is there yet or not
+  int left = mostLines - 1;  // the header line counts, whether it is there yet or not
   std::int64_t written = 0;
   for (int row = 2; row < plan.vsBuffer.Rows(); ++row) {
     desktop_.doYield();
@@ -143,10 +142,10 @@ bool BackupIndex::writeText(const Plan& plan, const Header* header) {
     lines.append(buffer, row);
     if (buffer.size() < BufferBytes) continue;
     written += std::ssize(buffer);
-    if (written > MaxIndexBytes || !file->write(buffer)) return false;
+    if (written > mostBytes || !file->write(buffer)) return false;
     buffer.clear();
   }
-  return written + std::ssize(buffer) <= MaxIndexBytes && file->write(buffer) && file->finish();
+  return written + std::ssize(buffer) <= mostBytes && file->write(buffer) && file->finish();
 }
 
 }  // namespace korvenal

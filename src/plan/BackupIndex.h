@@ -4,6 +4,7 @@
 
 #include "core/ActionState.h"
 #include "plan/Plan.h"
+#include "plan/PlanLimits.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/IndexArchive.h"
@@ -28,6 +29,10 @@ class BackupIndex {
 
   BackupIndex(Files& files, IndexArchive& archive, Desktop& desktop, const ActionState& state)
       : files_(files), archive_(archive), desktop_(desktop), state_(state) {}
+
+  /// The longest index that is written: lines, with the header's, and bytes.
+  int mostLines = MaxIndexLines;
+  std::int64_t mostBytes = MaxIndexBytes;
 
   /// Writes the rows from 2 on to `IndexTempPath`, with a header line when one is given, and packs
   /// them under the same path; when that fails the plain text stays. Does nothing without such

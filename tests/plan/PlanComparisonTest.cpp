@@ -108,8 +108,12 @@ class RandomJob {
 
   void addItem(ScanFixture& scan, int number) {
     const std::string path = "/s" + std::to_string(number) + "/source";
+    // No job has two items of one name.
+    if (number == 0) itemNames_.clear();
+    std::string own = name();
+    while (!itemNames_.insert(own).second) own = name();
     const ListEntry entry =
-        pick(4) == 0 ? file(name(), size(), date()) : folder(name(), entries(0), date());
+        pick(4) == 0 ? file(own, size(), date()) : folder(own, entries(0), date());
     scan.addItem(path, entry, pick(8) > 0);
     clearSomeBits(scan, entry, path);
   }
@@ -122,6 +126,7 @@ class RandomJob {
 
   std::mt19937 random_;
   std::vector<std::int64_t> borders_;
+  std::set<std::string> itemNames_;
 };
 
 std::string rowText(const ReferencePlan::Row& row) {

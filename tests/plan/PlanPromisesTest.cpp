@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "plan/BackupIndex.h"
-#include "plan/PlanLimits.h"
 #include "plan/ScanFixture.h"
 #include "restore/IndexText.h"
+#include "restore/RestoreTree.h"
 
 namespace korvenal::test {
 namespace {
@@ -29,23 +29,27 @@ TEST_F(PlanPromises, NoTwoItemsGetOneDiscPath) {
 
 TEST_F(PlanPromises, AnIndexThatIsWrittenCanBeRead) {
   BackupIndex index(files, archive, desktop, state);
-  archive.fails = true;  // what is written stays plain
-  plan.IndexTempPath = "/tmp/index";
-  auto& rows = plan.vsBuffer.rows();
-  PlanTable::Row row;
-  row.type = RowType::File;
-  row.folder = PlanTable::DiscRoot;
-  row.name = row.original = plan.vsBuffer.addText("f");
-  rows.resize(static_cast<std::size_t>(MaxIndexLines) + 1, row);  // two rows are no lines
-  const BackupIndex::Header header{"Job", "", 0};
-  EXPECT_GT(index.doWriteBackupIndex(plan, &header), Fixed4());
-  IndexText text;
-  EXPECT_TRUE(text.load(files.contents.at(plan.IndexTempPath)));
-  EXPECT_EQ(text.rows(), MaxIndexLines);
+  EXPECT_EQ(index.mostLines, IndexText::MaxLines);
+  EXPECT_EQ(index.mostBytes, RestoreTree::MaxTextBytes);
 
-  rows.push_back(row);
-  EXPECT_EQ(index.doWriteBackupIndex(plan, &header), Fixed4());
-  EXPECT_FALSE(files.contents.contains(plan.IndexTempPath));
+  for (const char* name : {"a", "b", "c"}) addItem(std::string("/s/") + name, file(name, 1));
+  scan();
+  archive.fails = true;  // what is written stays plain
+  const BackupIndex::Header header{"Job", ""};
+  ASSERT_GT(index.doWriteBackupIndex(plan, &header), Fixed4());
+  const std::string whole = files.contents.at(plan.IndexTempPath);
+  IndexText text;
+  ASSERT_TRUE(text.load(whole));
+
+  const auto isWritten = [&](int lines, std::int64_t bytes) {
+    index.mostLines = lines;
+    index.mostBytes = bytes;
+    return index.doWriteBackupIndex(plan, &header) != Fixed4();
+  };
+  EXPECT_TRUE(isWritten(text.rows(), std::ssize(whole)));
+  EXPECT_FALSE(isWritten(text.rows() - 1, std::ssize(whole)));
+  EXPECT_FALSE(isWritten(text.rows(), std::ssize(whole) - 1));
+  EXPECT_FALSE(files.contents.contains(plan.IndexTempPath)) << "half of it would pass for all";
 }
 
 }  // namespace
