@@ -189,11 +189,21 @@ TEST_F(LifecycleTest, NothingEndsUnderTheFeetOfADeed) {
 TEST_F(LifecycleTest, ASignalEndsAProgramThatAFlagKeepsOpen) {
   start();
   changeJob();
-  desktop.files = {temp.write("broken.jbf", "no job")};
-  desktop.answers = {Answer::No, Answer::Ok};
-  main.doOpenJob();
+  const FlagScope running(main.state.ActionRunning);
   EXPECT_FALSE(life.doClose(CloseReason::SystemShutdown));
   EXPECT_TRUE(life.doTerminate());
+}
+
+TEST_F(LifecycleTest, ABadJobFileKeepsNobodyFromWorkOrFromTheEnd) {
+  start();
+  desktop.files = {temp.write("broken.jbf", "no job")};
+  desktop.answers = {Answer::Ok};
+  main.doOpenJob();
+  EXPECT_EQ(desktop.asked.back().text, "Invalid backup job file format!");
+  for (const Command command : {Command::NewJob, Command::OpenJob, Command::AddItems, Command::Next,
+                                Command::ChangeSettings, Command::Close})
+    EXPECT_TRUE(mayBegin(command, main.state));
+  EXPECT_TRUE(life.doClose(CloseReason::SystemShutdown));
 }
 
 TEST_F(LifecycleTest, TheEndSavesPlaceAndOptions) {
