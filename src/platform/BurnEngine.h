@@ -98,7 +98,10 @@ class BurnEngine {
   virtual void do_SetVolumeID(const std::string& label) = 0;
   /// The volume-set id: at most 128 bytes, kept as they are.
   virtual void do_SetVolumeSetID(const std::string& text) = 0;
-  virtual int do_ImportSession(std::uint8_t session, const std::string& path) = 0;
+  /// Takes over all that the sessions of the disc hold, or fails with its reason as the error text.
+  /// Calls `pump`, where there is one, again and again meanwhile; true from it stops.
+  virtual int do_ImportSession(std::uint8_t session, const std::string& path,
+                               const std::function<bool()>& pump = {}) = 0;
   virtual void do_CreateDir(const std::string& parent, const std::string& name) = 0;
   /// With `part` 0 the whole file, the last two values being 0. With `part` -1 the bytes from
   /// `firstBlock` * 2048 on, `wholeGiB` * 1073741824 + `remainder` of them.

@@ -82,7 +82,8 @@ void FakeEngine::do_ClearAll() {
   label_.clear();
 }
 
-int FakeEngine::do_ImportSession(std::uint8_t, const std::string& path) {
+int FakeEngine::do_ImportSession(std::uint8_t, const std::string& path,
+                                 const std::function<bool()>&) {
   calls.push_back("do_ImportSession " + path);
   return !fails("do_ImportSession");
 }

@@ -88,7 +88,8 @@ class FakeEngine : public BurnEngine {
   void do_SetFileError_Skip(int on) override { note("do_SetFileError_Skip", on); }
   void do_SetVolumeID(const std::string& label) override { label_ = label; }
   void do_SetVolumeSetID(const std::string&) override {}
-  int do_ImportSession(std::uint8_t, const std::string& path) override;
+  int do_ImportSession(std::uint8_t, const std::string& path,
+                       const std::function<bool()>& pump) override;
   void do_CreateDir(const std::string& parent, const std::string& name) override;
   void do_InsertFileWithName(const std::string& parent, const std::string& source,
                              const std::string& name, const std::string&, int part,

@@ -18,16 +18,9 @@ namespace {
 
 constexpr std::size_t MaxEntriesKept =
     50'000;  ///< over all folders kept; the last and those above it stay
-constexpr std::size_t MaxEntriesPerFolder = 4'000'000;
-constexpr std::int64_t MaxFolderBytes = std::int64_t{1} << 30;
 constexpr std::size_t MaxDepth = 1000;
 constexpr std::size_t LongFolder = 5000;           ///< entries: some ten milliseconds
 constexpr std::int64_t LongFolderBytes = 500'000;  ///< of their records
-
-SourcePtr shared(IsoFileSource* source) {
-  iso_file_source_ref(source);
-  return SourcePtr(source);
-}
 
 FileInfo infoOf(const struct stat& status, std::string_view name) {
   FileInfo info;
@@ -49,38 +42,6 @@ FileInfo infoOf(const struct stat& status, std::string_view name) {
 
 }  // namespace
 
-/// What the library keeps of the disc; streams share it with the reader.
-struct DiscReader::Volume {
-  explicit Volume(std::unique_ptr<BlockReader> disc)
-      : cache(std::make_shared<BlockCache>(std::move(disc))) {}
-  ~Volume() {
-    root.reset();
-    if (files != nullptr) iso_filesystem_unref(files);
-  }
-  Volume(const Volume&) = delete;
-  Volume& operator=(const Volume&) = delete;
-
-  bool mount(std::uint32_t start);
-
-  std::shared_ptr<BlockCache> cache;
-  IsoImageFilesystem* files = nullptr;
-  SourcePtr root;
-};
-
-bool DiscReader::Volume::mount(std::uint32_t start) {
-  const DataSourcePtr source = newDataSource(cache);
-  const ReadOptionsPtr options = newReadOptions(start);
-  if (!source || !options) return false;
-  if (iso_image_filesystem_new(source.get(), options.get(), 0, &files) < 0) {
-    files = nullptr;
-    return false;
-  }
-  IsoFileSource* top = nullptr;
-  if (files->get_root(files, &top) < 0) return false;
-  root.reset(top);
-  return true;
-}
-
 /// The entries of a folder, sorted by the bytes of their names.
 struct DiscReader::Folder {
   struct Entry {
@@ -90,33 +51,20 @@ struct DiscReader::Folder {
   };
   std::vector<Entry> entries;
 
-  static FolderPtr read(IsoFileSource* source);
   const Entry* find(std::string_view name) const;
 };
 
-DiscReader::FolderPtr DiscReader::Folder::read(IsoFileSource* source) {
-  struct stat status {};
-  if (iso_file_source_lstat(source, &status) < 0 || !S_ISDIR(status.st_mode) ||
-      status.st_size > MaxFolderBytes || iso_file_source_open(source) < 0)
-    return nullptr;
+DiscReader::FolderPtr DiscReader::readFolder(IsoFileSource* source) const {
+  std::vector<IsoVolume::Entry> entries;
+  if (!volume_->list(source, entries)) return nullptr;
   auto folder = std::make_shared<Folder>();
-  IsoFileSource* child = nullptr;
-  int more = 0;
-  while ((more = iso_file_source_readdir(source, &child)) == 1) {
-    SourcePtr owner(child);
-    char* name = iso_file_source_get_name(child);
-    if (name == nullptr || iso_file_source_lstat(child, &status) < 0 ||
-        folder->entries.size() >= MaxEntriesPerFolder) {
-      std::free(name);
-      continue;
-    }
-    folder->entries.push_back({name, infoOf(status, name), std::move(owner)});
-    std::free(name);
+  folder->entries.reserve(entries.size());
+  for (IsoVolume::Entry& entry : entries) {
+    FileInfo info = infoOf(entry.status, entry.name);
+    folder->entries.push_back({std::move(entry.name), std::move(info), std::move(entry.source)});
   }
-  iso_file_source_close(source);
-  if (more < 0) return nullptr;
   std::stable_sort(folder->entries.begin(), folder->entries.end(),
-                   [](const Entry& a, const Entry& b) { return a.name < b.name; });
+                   [](const Folder::Entry& a, const Folder::Entry& b) { return a.name < b.name; });
   return folder;
 }
 
@@ -256,8 +204,8 @@ std::shared_ptr<DiscReader> DiscReader::open(const DiscLibraries& libraries,
   if (!libraries.isReady() || !disc) return nullptr;
   const auto head = readVolumeHead(*disc, start);
   if (!head) return nullptr;
-  auto volume = std::make_shared<Volume>(std::move(disc));
-  if (!volume->mount(start)) return nullptr;
+  auto volume = IsoVolume::open(std::move(disc), start);
+  if (!volume) return nullptr;
   std::shared_ptr<DiscReader> reader(new DiscReader(std::move(volume), aid));
   reader->label_ = head->label;
   return reader;
@@ -266,15 +214,15 @@ std::shared_ptr<DiscReader> DiscReader::open(const DiscLibraries& libraries,
 DiscReader::~DiscReader() = default;
 
 bool DiscReader::isAway() const {
-  return atWork_ || !volume_ || volume_->cache->isDetached();
+  return atWork_ || !volume_ || volume_->cache().isDetached();
 }
 
 void DiscReader::detach() {
   detachWanted_ = atWork_;
   if (isAway()) return;
-  volume_->cache->detach();
+  volume_->cache().detach();
   struct Kept {
-    std::shared_ptr<Volume> volume;
+    std::shared_ptr<IsoVolume> volume;
     std::map<std::string, FolderPtr, std::less<>> folders;
     FolderPtr last;
   };
@@ -345,7 +293,7 @@ DiscReader::FolderPtr DiscReader::findFolder(std::string_view path) {
 
 /// What the library knows of a folder in the folder above; null when it is none.
 IsoFileSource* DiscReader::sourceOf(std::string_view path, const FolderPtr& above) const {
-  if (path.empty()) return volume_->root.get();
+  if (path.empty()) return volume_->root();
   const std::size_t cut = path.rfind(Paths::DiscSeparator);
   const auto name = cut == std::string_view::npos ? path : path.substr(cut + 1);
   const Folder::Entry* entry = above->find(name);
@@ -360,7 +308,7 @@ DiscReader::FolderPtr DiscReader::fetch(std::string_view path, const FolderPtr& 
   FolderPtr folder;
   const auto work = [&] {
     last_.reset();  // not to be the last share in a folder that makes room
-    folder = Folder::read(source);
+    folder = readFolder(source);
     if (folder) keep(path, folder);
   };
   if (aid_.calls == nullptr || aid_.calls->isAtWork() || !isLong(source, path)) {
@@ -407,7 +355,7 @@ FileInfo DiscReader::info(std::string_view discPath) {
   if (isAway()) return {};
   if (discPath.empty()) {
     struct stat status {};
-    if (iso_file_source_lstat(volume_->root.get(), &status) < 0) return {};
+    if (iso_file_source_lstat(volume_->root(), &status) < 0) return {};
     return infoOf(status, {});
   }
   const PathParts parts = partsOf(discPath);
@@ -430,7 +378,7 @@ std::unique_ptr<FileStream> DiscReader::openFile(std::string_view discPath) {
   FolderPtr folder = folderAt(parts.folder);
   const Folder::Entry* entry = folder ? folder->find(parts.name) : nullptr;
   if (entry == nullptr || entry->info.kind != FileInfo::Kind::File) return nullptr;
-  SourcePtr source = shared(entry->source.get());
+  SourcePtr source = sharedSource(entry->source.get());
   if (iso_file_source_open(source.get()) < 0) {
     // Open already: a file that is read twice at once needs a second object of the library. Nothing
     // is held meanwhile, because the disc may leave and be let go on another thread.
@@ -439,18 +387,18 @@ std::unique_ptr<FileStream> DiscReader::openFile(std::string_view discPath) {
     folder = freshFolderAt(parts.folder);
     entry = folder ? folder->find(parts.name) : nullptr;
     if (entry == nullptr || entry->info.kind != FileInfo::Kind::File) return nullptr;
-    source = shared(entry->source.get());
+    source = sharedSource(entry->source.get());
     if (iso_file_source_open(source.get()) < 0) return nullptr;
   }
-  return std::make_unique<DiscStream>(volume_, *volume_->cache, std::move(source), entry->info);
+  return std::make_unique<DiscStream>(volume_, volume_->cache(), std::move(source), entry->info);
 }
 
 DiscReader::FolderPtr DiscReader::freshFolderAt(std::string_view path) {
-  if (path.empty()) return Folder::read(volume_->root.get());
+  if (path.empty()) return readFolder(volume_->root());
   const PathParts parts = partsOf(path);
   const FolderPtr above = folderAt(parts.folder);
   const Folder::Entry* entry = above ? above->find(parts.name) : nullptr;
-  return entry != nullptr ? Folder::read(entry->source.get()) : nullptr;
+  return entry != nullptr ? readFolder(entry->source.get()) : nullptr;
 }
 
 }  // namespace korvenal

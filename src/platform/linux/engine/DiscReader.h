@@ -11,10 +11,9 @@
 #include "platform/linux/DiscFiles.h"
 #include "platform/linux/engine/BlockReader.h"
 #include "platform/linux/engine/DiscLibraries.h"
+#include "platform/linux/engine/IsoVolume.h"
 #include "platform/linux/engine/ReleaseThread.h"
 #include "platform/linux/engine/SlowCalls.h"
-
-struct iso_file_source;
 
 namespace korvenal {
 
@@ -26,9 +25,9 @@ struct ReaderAid {
 
 /// Reads the files of one session of an ISO 9660 disc without mounting it: with the names of Rock
 /// Ridge, else of Joliet, else the plain ones. Folders are read when they are first asked for and
-/// kept while there is room. Whatever a malformed disc holds ends in missing entries and failing
-/// reads. To be used on one thread. What is asked while a call is at work, by what that lets in,
-/// finds nothing.
+/// kept while there is room. Whatever a malformed disc holds ends in folders that are missing as a
+/// whole and failing reads. To be used on one thread. What is asked while a call is at work, by
+/// what that lets in, finds nothing.
 class DiscReader {
  public:
   /// `start` is the first block of the session. Null when no tree is there, or the libraries are
@@ -53,14 +52,14 @@ class DiscReader {
 
  private:
   struct Folder;
-  struct Volume;
   using FolderPtr = std::shared_ptr<const Folder>;
 
-  DiscReader(std::shared_ptr<Volume> volume, ReaderAid aid)
+  DiscReader(std::shared_ptr<IsoVolume> volume, ReaderAid aid)
       : volume_(std::move(volume)), aid_(aid) {}
   bool isAway() const;
   FolderPtr folderAt(std::string_view path);
   FolderPtr findFolder(std::string_view path);
+  FolderPtr readFolder(iso_file_source* source) const;
   FolderPtr fetch(std::string_view path, const FolderPtr& above);
   iso_file_source* sourceOf(std::string_view path, const FolderPtr& above) const;
   bool isLong(iso_file_source* source, std::string_view path) const;
@@ -68,7 +67,7 @@ class DiscReader {
   FolderPtr freshFolderAt(std::string_view path);
   void keep(std::string_view path, const FolderPtr& folder);
 
-  std::shared_ptr<Volume> volume_;  ///< null once detached
+  std::shared_ptr<IsoVolume> volume_;  ///< null once detached
   ReaderAid aid_;
   std::string label_;
   std::map<std::string, FolderPtr, std::less<>> folders_;

@@ -1,10 +1,14 @@
 #include "platform/linux/engine/Engine.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <exception>
 #include <fstream>
 #include <limits>
 #include <utility>
+
+#include "platform/linux/engine/EarlierTree.h"
 
 namespace korvenal {
 
@@ -43,6 +47,7 @@ Engine::~Engine() {
   release_.wait();
   work_.reset();
   prepared_.reset();
+  earlier_.reset();
   // Readers need the libraries.
   for (Drive* drive : drives_) {
     drive->dropReaders();
@@ -210,13 +215,52 @@ void Engine::do_ClearAll() {
   label_.clear();
   volumeSet_.clear();
   import_ = false;
+  release_.take(std::exchange(earlier_, nullptr));
   planned_.reset();
 }
 
-int Engine::do_ImportSession(std::uint8_t, const std::string&) {
-  // The tree is taken over when the track is prepared; here it must only be there.
-  import_ = selected_ != nullptr && readerIn(*selected_) != nullptr;
-  return import_ ? -1 : 0;
+int Engine::do_ImportSession(std::uint8_t, const std::string&, const std::function<bool()>& pump) {
+  import_ = false;
+  release_.take(std::exchange(earlier_, nullptr));
+  if (!mayTouch() || !selected_->isReady()) {
+    setError(NoDisc, "No disc");
+    return 0;
+  }
+  std::string why;
+  const TrackPlace place = selected_->place();
+  if (place.lastSession >= 0)
+    earlier_ = takeEarlier(place, pump, why);
+  else
+    why = "There are no earlier sessions";
+  if (!earlier_) {
+    setError(PreparationFailed, why);
+    return 0;
+  }
+  earlierStart_ = place.lastSession;
+  import_ = true;
+  return -1;
+}
+
+std::shared_ptr<EarlierImage> Engine::takeEarlier(const TrackPlace& place,
+                                                  const std::function<bool()>& pump,
+                                                  std::string& why) {
+  std::shared_ptr<EarlierImage> earlier;
+  std::atomic<bool> stop = false;
+  EarlierTree tree(libraries_, selected_->openBlocks(),
+                   static_cast<std::uint32_t>(place.lastSession), stop);
+  preparing_ = true;
+  try {
+    runAside(
+        [&] {
+          release_.wait();
+          earlier = tree.take(why);
+        },
+        [&] { stop = (pump && pump()) || stop; });
+  } catch (const std::exception&) {
+    why = "Out of memory";
+  }
+  preparing_ = false;
+  return earlier;
 }
 
 void Engine::do_CreateDir(const std::string& parent, const std::string& name) {
@@ -280,12 +324,17 @@ std::int32_t Engine::do_Prepare(const std::function<bool()>& pump) {
   request.faultListBytes = switches_.faultListBytes;
   request.roomBlocks = selected_->state().freeBlocks;
   if (import_ && place.lastSession >= 0) {
+    if (earlierStart_ == place.lastSession) request.earlier = std::exchange(earlier_, nullptr);
     request.openEarlier = [this] { return selected_->openBlocks(); };
     request.earlierStart = static_cast<std::uint32_t>(place.lastSession);
   }
   std::string why;
   preparing_ = true;
-  prepared_ = layout_->prepare(std::move(request), why);
+  try {
+    prepared_ = layout_->prepare(std::move(request), why);
+  } catch (const std::exception&) {
+    why = "Out of memory";
+  }
   preparing_ = false;
   if (!prepared_) {
     setError(PreparationFailed, why);

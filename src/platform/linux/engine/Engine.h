@@ -62,7 +62,8 @@ class Engine : public BurnEngine, public MountedDevices {
   void do_SetFileError_Skip(int on) override { switches_.skipAtBurn = on != 0; }
   void do_SetVolumeID(const std::string& label) override { label_ = label; }
   void do_SetVolumeSetID(const std::string& text) override { volumeSet_ = text; }
-  int do_ImportSession(std::uint8_t session, const std::string& path) override;
+  int do_ImportSession(std::uint8_t session, const std::string& path,
+                       const std::function<bool()>& pump = {}) override;
   void do_CreateDir(const std::string& parent, const std::string& name) override;
   void do_InsertFileWithName(const std::string& parent, const std::string& source,
                              const std::string& name, const std::string&, int part,
@@ -132,6 +133,8 @@ class Engine : public BurnEngine, public MountedDevices {
   Drive* findIdle(char letter) const;
   bool isBusy(const Drive* drive) const { return work_ && work_->drive == drive; }
   bool mayTouch() const;
+  std::shared_ptr<EarlierImage> takeEarlier(const TrackPlace& place,
+                                            const std::function<bool()>& pump, std::string& why);
   void setError(int number, const std::string& text);
   void deliverFaults(const std::vector<FileFault>& faults);
   void deliverEnd(const DriveResult& result);
@@ -149,7 +152,9 @@ class Engine : public BurnEngine, public MountedDevices {
   std::string volumeSet_;
   std::shared_ptr<IsoLayout> layout_;
   bool import_ = false;
-  bool preparing_ = false;  ///< earlier sessions may be read on another thread
+  std::shared_ptr<EarlierImage> earlier_;  ///< of the disc, until it is used
+  std::int64_t earlierStart_ = -1;         ///< where its tree begins
+  bool preparing_ = false;                 ///< earlier sessions may be read on another thread
   std::optional<PlannedSource> planned_;
   std::shared_ptr<PreparedTrack> prepared_;
   std::int32_t imageSize_ = 0;          ///< blocks; outlives the start of the burn

@@ -23,6 +23,8 @@ struct iso_write_opts;
 
 namespace korvenal {
 
+struct EarlierImage;
+
 struct ImageRelease {
   void operator()(Iso_Image* image) const;
 };
@@ -75,7 +77,9 @@ class IsoLayout {
     bool joliet = true;
     bool skipFaults = true;  ///< leaves out files that cannot be read; else the preparation fails
     bool replace = false;    ///< a new file takes the place of an imported one of the same name
-    /// Where earlier sessions are taken from; with none the tree stands alone.
+    /// The earlier sessions, when they are at hand.
+    std::shared_ptr<EarlierImage> earlier = nullptr;
+    /// Where they are taken from otherwise; with neither the tree stands alone.
     std::function<std::unique_ptr<BlockReader>()> openEarlier = nullptr;
     std::uint32_t earlierStart = 0;
     /// Called on the calling thread while another one works, some fifty times a second; true stops.

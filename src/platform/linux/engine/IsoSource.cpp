@@ -9,7 +9,7 @@ namespace korvenal {
 
 namespace {
 
-using Holder = std::shared_ptr<BlockCache>;
+using Holder = std::shared_ptr<CheckedBlocks>;
 
 int openSource(IsoDataSource*) {
   return 1;
@@ -18,8 +18,8 @@ int closeSource(IsoDataSource*) {
   return 1;
 }
 int readBlock(IsoDataSource* source, std::uint32_t block, std::uint8_t* buffer) {
-  BlockCache& cache = **static_cast<Holder*>(source->data);
-  return cache.read(block, buffer) == 0 ? 1 : static_cast<int>(ISO_DATA_SOURCE_SORRY);
+  CheckedBlocks& blocks = **static_cast<Holder*>(source->data);
+  return blocks.read(block, buffer) ? 1 : static_cast<int>(ISO_DATA_SOURCE_SORRY);
 }
 void freeSource(IsoDataSource* source) {
   delete static_cast<Holder*>(source->data);
@@ -39,11 +39,16 @@ void ReadOptionsRelease::operator()(iso_read_opts* options) const {
   iso_read_opts_free(options);
 }
 
-DataSourcePtr newDataSource(std::shared_ptr<BlockCache> cache) {
+SourcePtr sharedSource(iso_file_source* source) {
+  iso_file_source_ref(source);
+  return SourcePtr(source);
+}
+
+DataSourcePtr newDataSource(std::shared_ptr<CheckedBlocks> blocks) {
   // The library frees the object with its own allocator.
   auto* source = static_cast<IsoDataSource*>(std::calloc(1, sizeof(IsoDataSource)));
   if (source == nullptr) return nullptr;
-  *source = {0, 1, openSource, closeSource, readBlock, freeSource, new Holder(std::move(cache))};
+  *source = {0, 1, openSource, closeSource, readBlock, freeSource, new Holder(std::move(blocks))};
   return DataSourcePtr(source);
 }
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/linux/engine/BlockCache.h"
+#include "platform/linux/engine/CheckedBlocks.h"
 
 struct iso_file_source;
 struct iso_data_source;
@@ -25,8 +25,11 @@ using ReadOptionsPtr = std::unique_ptr<iso_read_opts, ReadOptionsRelease>;
 /// A file or folder in a tree that was read.
 using SourcePtr = std::unique_ptr<iso_file_source, SourceRelease>;
 
-/// A disc as the library reads it. It keeps the cache as long as it lives.
-DataSourcePtr newDataSource(std::shared_ptr<BlockCache> cache);
+/// One more share in it.
+SourcePtr sharedSource(iso_file_source* source);
+
+/// A disc as the library reads it. It keeps the blocks as long as it lives.
+DataSourcePtr newDataSource(std::shared_ptr<CheckedBlocks> blocks);
 /// How trees are read here: the one at block `start`, names as UTF-8, without extras that cost.
 ReadOptionsPtr newReadOptions(std::uint32_t start);
 

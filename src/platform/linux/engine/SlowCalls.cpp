@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
 #include <utility>
 
@@ -19,8 +20,13 @@ void runAside(const std::function<void()>& work, const std::function<void()>& pu
   std::mutex mutex;
   std::condition_variable ended;
   bool done = false;
+  std::exception_ptr failure;
   std::thread worker([&] {
-    work();
+    try {
+      work();
+    } catch (...) {
+      failure = std::current_exception();
+    }
     const std::lock_guard lock(mutex);
     done = true;
     ended.notify_one();
@@ -31,6 +37,7 @@ void runAside(const std::function<void()>& work, const std::function<void()>& pu
     lock.lock();
   }
   worker.join();
+  if (failure) std::rethrow_exception(failure);
 }
 
 void SlowCalls::setPump(Pump pump) {

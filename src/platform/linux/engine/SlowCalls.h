@@ -7,7 +7,8 @@
 namespace korvenal {
 
 /// Runs the work on a thread of its own and waits for its end; meanwhile `pump` is called on this
-/// one, some fifty times a second and not at all when the work is quick.
+/// one, some fifty times a second and not at all when the work is quick. What the work throws, as
+/// when memory runs out, is thrown here.
 void runAside(const std::function<void()>& work, const std::function<void()>& pump);
 
 /// Keeps the program alive while a drive takes its time. One call is at work at a time: what the

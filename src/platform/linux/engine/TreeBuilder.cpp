@@ -73,9 +73,7 @@ bool TreeBuilder::stopped() {
 std::shared_ptr<PreparedTrack> TreeBuilder::build(std::string& why) {
   const auto pump = [this] { stop_ = (request_.pump && request_.pump()) || stop_; };
   now_ = layout_.clock_.now();
-  if (request_.openEarlier)
-    earlier_ = std::make_unique<EarlierTree>(request_.libraries, request_.openEarlier(),
-                                             request_.openEarlier(), request_.earlierStart, stop_);
+  if (!request_.earlier && request_.openEarlier) earlierDisc_ = request_.openEarlier();
   bool built = false;
   pump();  // quick work is over before the next
   runAside([&] { built = doBuild(); }, pump);
@@ -151,14 +149,16 @@ bool TreeBuilder::inspect(std::uint32_t index) {
 }
 
 bool TreeBuilder::importEarlier() {
-  IsoImage* image = track_->image.get();
-  if (earlier_) {
-    if (!earlier_->importInto(image)) {
-      if (!stopped()) why_ = "The earlier sessions cannot be read";
-      return false;
-    }
+  if (!request_.earlier && request_.openEarlier) {
+    EarlierTree tree(request_.libraries, std::move(earlierDisc_), request_.earlierStart, stop_);
+    request_.earlier = tree.take(why_);
+    if (!request_.earlier) return false;
+  }
+  if (request_.earlier) {
+    track_->image = std::move(request_.earlier->image);
     track_->appended = true;
   }
+  IsoImage* image = track_->image.get();
   return iso_image_set_truncate_mode(image, 0, MaxNameBytes) >= 0;
 }
 

@@ -61,9 +61,9 @@ class TreeBuilder {
   std::shared_ptr<PreparedTrack> track_ = std::make_shared<PreparedTrack>();
   std::vector<Look> looks_;  ///< one a file
   IsoNode* faultList_ = nullptr;
-  std::vector<IsoDir*> folders_;          ///< one a folder; null where it could not be made
-  std::unique_ptr<EarlierTree> earlier_;  ///< null when the tree stands alone
-  UnixTime now_ = 0;                      ///< the date of new folders
+  std::vector<IsoDir*> folders_;  ///< one a folder; null where it could not be made
+  std::unique_ptr<BlockReader> earlierDisc_;
+  UnixTime now_ = 0;  ///< the date of new folders
   std::string why_;
   std::atomic<bool> stop_ = false;
 };
