@@ -212,7 +212,9 @@ bool TreeBuilder::addFolder(const Child& child) {
   const std::string name(nameOf(child));
   if (parent == nullptr || !isNameForDisc(name)) return true;  // its files are told one by one
   IsoDir* folder = nullptr;
-  const int result = iso_image_add_new_dir(track_->image.get(), parent, name.c_str(), &folder);
+  int result = iso_image_add_new_dir(track_->image.get(), parent, name.c_str(), &folder);
+  if (result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE) && makeRoom(parent, name, true))
+    result = iso_image_add_new_dir(track_->image.get(), parent, name.c_str(), &folder);
   if (result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE)) {
     // An earlier session has it.
     IsoNode* node = nullptr;
@@ -226,6 +228,20 @@ bool TreeBuilder::addFolder(const Child& child) {
   if (folder != nullptr) dress(reinterpret_cast<IsoNode*>(folder), {FolderMode, 0, 0, now_, false});
   folders_[child.index] = folder;
   return true;
+}
+
+/// Takes away what an earlier session has under the name, of whatever kind; a folder stays for
+/// another of its name.
+bool TreeBuilder::makeRoom(IsoDir* parent, const std::string& name, bool forFolder) {
+  IsoNode* old = nullptr;
+  if (!request_.replace ||
+      iso_image_dir_get_node(track_->image.get(), parent, name.c_str(), &old, 0) != 1)
+    return false;
+  const bool isFolder = iso_node_get_type(old) == LIBISO_DIR;
+  const bool isOurs =
+      isFolder && std::find(folders_.begin(), folders_.end(), reinterpret_cast<IsoDir*>(old)) !=
+                      folders_.end();
+  return !isOurs && !(isFolder && forFolder) && iso_node_remove(old) >= 0;
 }
 
 bool TreeBuilder::insertFile(IsoDir* parent, std::uint32_t index, const std::string& name,
@@ -249,13 +265,9 @@ bool TreeBuilder::addFile(const Child& child) {
   if (parent == nullptr) return leaveOut(child.index, "The folder is not possible on the disc");
   int result = 0;
   if (insertFile(parent, child.index, name, result)) return true;
-  if (result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE) && request_.replace) {
-    IsoNode* old = nullptr;
-    if (iso_image_dir_get_node(track_->image.get(), parent, name.c_str(), &old, 0) == 1 &&
-        iso_node_get_type(old) == LIBISO_FILE && iso_node_remove(old) >= 0 &&
-        insertFile(parent, child.index, name, result))
-      return true;
-  }
+  if (result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE) && makeRoom(parent, name, false) &&
+      insertFile(parent, child.index, name, result))
+    return true;
   for (int number = 2; result == static_cast<int>(ISO_NODE_NAME_NOT_UNIQUE); ++number)
     if (insertFile(parent, child.index, alternative(name, number), result)) return true;
   why_ = iso_error_to_msg(result);

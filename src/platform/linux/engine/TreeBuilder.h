@@ -52,6 +52,7 @@ class TreeBuilder {
   bool addFile(const Child& child);
   bool addFaultList();
   bool fitFaultList();
+  bool makeRoom(IsoDir* parent, const std::string& name, bool forFolder);
   bool insertFile(IsoDir* parent, std::uint32_t index, const std::string& name, int& result);
   void dress(IsoNode* node, const Look& look) const;
   bool measure();
