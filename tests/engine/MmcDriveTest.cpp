@@ -1,3 +1,5 @@
+#include <fstream>
+
 #include "engine/EngineFixture.h"
 #include "engine/Gate.h"
 #include "platform/linux/engine/LibburnDevice.h"
@@ -155,6 +157,26 @@ TEST_F(MmcDriveTest, SessionsAreBurnedFoundReadAndErased) {
   ASSERT_EQ(erase().error, 0) << engine->do_GetErrorString();
   EXPECT_EQ(read("F\\two"), "<missing>");
   EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), engine->do_GetTotalBlocksOnDisc());
+}
+
+TEST_F(MmcDriveTest, ADiscWithOtherContentsIsNotBlank) {
+  for (const std::uint32_t block : {0U, 16U, 31U, 256U}) {
+    std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).seekp(block * 2048 + 7)
+        << "BEA01";
+    EXPECT_EQ(engine->do_SessionsOnDisc(), 1);
+    EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), 0) << block;
+    EXPECT_GT(engine->do_Writable(), 0);
+    EXPECT_EQ(engine->do_ImportSession(0, "\\"), 0);
+    insert("\\", "a", dir.write("a", "a"));
+    EXPECT_FALSE(prepare());
+    ASSERT_EQ(erase().error, 0) << engine->do_GetErrorString();
+    EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), 20000) << block;
+    EXPECT_TRUE(prepare());
+    engine->do_EjectMedium();  // it is looked at anew
+    engine->do_LoadMedium();
+    EXPECT_EQ(engine->do_GetFreeBlocksOnDisc(), 20000) << block;
+    engine->do_UnlockMedium();
+  }
 }
 
 TEST_F(MmcDriveTest, ASimulatedBurnLeavesTheDiscAsItIs) {

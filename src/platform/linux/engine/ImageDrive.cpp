@@ -56,6 +56,7 @@ void ImageDrive::setTray(const std::string& image, bool open) {
   lock_.release();
   dropReaders();
   profile_.reset();
+  holdsOther_.reset();
   image_ = image;
   open_ = open;
   locked_ = false;
@@ -100,6 +101,7 @@ DiscProfile* ImageDrive::profile() {
 
 void ImageDrive::forgetDisc() {
   dropReaders();
+  holdsOther_.reset();
   profile_.reset();
 }
 
@@ -168,7 +170,23 @@ DiscState ImageDrive::state() {
   state.totalBlocks = disc->capacity;
   state.freeBlocks = std::min(disc->freeBlocks(), roomBlocks(*disc));
   state.withoutRoom = disc->freeBlocks() - state.freeBlocks;
+  if (holdsOther()) {
+    state.sessions = std::max(state.sessions, 1);
+    state.freeBlocks = 0;
+  }
   return state;
+}
+
+bool ImageDrive::holdsOther() {
+  const DiscProfile* disc = profile();
+  if (busy_ || disc == nullptr || disc->end != 0) return false;
+  if (!holdsOther_) {
+    // A tree is left from an erase that was broken off.
+    const bool isEmpty = files_.doGetFileSize(image_) <= Fixed4();
+    const auto blocks = isEmpty ? nullptr : openBlocks();
+    holdsOther_ = !isEmpty && (!blocks || (!readVolumeHead(*blocks, 0) && !isHeadEmpty(*blocks)));
+  }
+  return *holdsOther_;
 }
 
 /// Blocks that the disk of the image has room for.
@@ -227,6 +245,7 @@ std::unique_ptr<BlockReader> ImageDrive::openBlocks() {
 
 TrackPlace ImageDrive::place() {
   TrackPlace place;
+  const bool hidden = holdsOther();
   const DiscProfile* disc = profile();
   if (disc == nullptr) return place;
   place.imageFile = image_;
@@ -235,7 +254,7 @@ TrackPlace ImageDrive::place() {
   if (disc->end == 0) place.gap = place.startBlock;
   if (!disc->sessions.empty()) place.lastSession = disc->sessions.back();
   place.overwritable = true;
-  place.refuses = disc->faults.prepare != 0;
+  place.refuses = disc->faults.prepare != 0 || hidden;
   place.failAfter = disc->faults.burnAfter;
   place.failNumber = static_cast<int>(disc->faults.number);
   return place;
@@ -282,6 +301,7 @@ bool ImageDrive::beginBurn(std::string& why) {
 
 void ImageDrive::endBurn(DriveResult& result) {
   busy_ = false;
+  holdsOther_.reset();
   if (profile_) recordBurn(result);
   held_.drop();
   settleLock();
@@ -348,6 +368,7 @@ DriveResult ImageDrive::erase(bool quick) {
 
 void ImageDrive::endErase(const DriveResult& result) {
   busy_ = false;
+  holdsOther_.reset();
   if (profile_ && result.error != 0) {
     profile_ = beforeErase_;
     profile_->failWriting();

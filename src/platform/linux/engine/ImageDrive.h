@@ -74,6 +74,8 @@ class ImageDrive : public Drive {
   /// The profile of the disc that the closed tray holds.
   DiscProfile* profile();
   void forgetDisc();
+  /// The profile says blank, and yet there is something that is no tree of ours.
+  bool holdsOther();
   bool storeProfile(std::string& why);
   bool beginWriting(std::string& why);
   void recordBurn(DriveResult& result);
@@ -89,6 +91,7 @@ class ImageDrive : public Drive {
   std::string image_;
   bool open_ = false;
   bool locked_ = false;
+  std::optional<bool> holdsOther_;  ///< of the disc in the tray, once it was looked at
   bool busy_ = false;
   std::int64_t questionsUntilReady_ = 0;
   std::shared_ptr<bool> pulled_ = std::make_shared<bool>(false);  ///< by a fault while reading

@@ -259,7 +259,7 @@ void LibburnDevice::setSpeed(std::int32_t read, std::int32_t write) {
 
 DriveResult LibburnDevice::erase(EraseKind kind, bool quick, std::int64_t blocks) {
   constexpr int DefaultSize = 3 << 1;
-  constexpr std::int64_t QuickBlocks = 2 * SessionChain::HeadBlocks;
+  constexpr std::int64_t QuickBlocks = PieceBlocks;  // with all that a look for other contents sees
   burn::burn_drive* drive = handle();
   DiscLibraries::takeFailures();
   bool well = false;

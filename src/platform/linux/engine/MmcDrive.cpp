@@ -51,6 +51,7 @@ bool MmcDrive::hold() {
     if (!busy_) device_->release();
     profiles_.clear();
     problem_.clear();
+    erased_ = false;
     return false;
   }
   if (busy_) return false;
@@ -60,7 +61,8 @@ bool MmcDrive::hold() {
   const MmcReport before = std::exchange(report_, device_->report());
   if (report_ != before) dropReaders();
   chain_ = {};
-  if (MmcFacts::isOverwritable(report_.profile)) {
+  // Some drives do not read what was only formatted.
+  if (MmcFacts::isOverwritable(report_.profile) && !erased_) {
     Blocks blocks(*this);
     chain_ = readSessionChain(blocks);
   }
@@ -70,6 +72,7 @@ bool MmcDrive::hold() {
 bool MmcDrive::isReady() {
   if (busy_ || !device_->isPresent()) return false;
   if (device_->tray() != MmcDevice::Tray::Loaded) {
+    erased_ = false;
     device_->release();
     return false;
   }
@@ -95,6 +98,7 @@ void MmcDrive::eject() {
   // A reader that waits for its blocks must not lose them.
   if (busy_ || device_->isOccupied() || !device_->isPresent()) return;
   dropReaders();
+  erased_ = false;
   device_->release();
   device_->openTray();
 }
@@ -192,6 +196,7 @@ bool MmcDrive::beginBurn(std::string& why) {
 
 void MmcDrive::endBurn(DriveResult&) {
   busy_ = false;
+  erased_ = false;
   device_->release();
 }
 
@@ -207,8 +212,9 @@ DriveResult MmcDrive::erase(bool quick) {
                         MmcFacts::stateOf(report_, chain_).totalBlocks);
 }
 
-void MmcDrive::endErase(const DriveResult&) {
+void MmcDrive::endErase(const DriveResult& result) {
   busy_ = false;
+  erased_ = result.error == 0;
   device_->release();
 }
 

@@ -62,6 +62,7 @@ class MmcDrive : public Drive {
   std::vector<int> profiles_;  ///< of the drive; empty until they were asked for
   std::string problem_;        ///< why it could not be held
   bool busy_ = false;
+  bool erased_ = false;  ///< by this program, and nothing has been written or changed since
   MmcReport report_;  ///< of the disc, as of the last hold
   SessionChain chain_;
   SessionReaders readers_;

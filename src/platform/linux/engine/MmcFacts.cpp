@@ -58,6 +58,10 @@ void tellOverwritable(const MmcReport& report, const SessionChain& chain, DiscSt
   if (needsFormat(report)) return;
   // A formatted DVD+RW has one session, whatever it holds.
   state.sessions = report.profile == MmcDvdPlusRw ? 1 : static_cast<int>(chain.starts.size());
+  if (chain.holdsOther) {
+    state.sessions = 1;
+    return;
+  }
   state.freeBlocks = chain.end == 0 ? state.totalBlocks
                                     : std::max<std::int64_t>(0, state.totalBlocks - chain.next());
 }
@@ -135,6 +139,7 @@ TrackPlace MmcFacts::placeOf(const MmcReport& report, const SessionChain& chain)
     if (chain.end == 0) place.gap = place.startBlock;
     if (!chain.starts.empty()) place.lastSession = chain.starts.back();
     place.overwritable = true;
+    place.refuses = chain.holdsOther;
     return place;
   }
   place.startBlock = report.nextBlock;
