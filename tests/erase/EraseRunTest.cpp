@@ -79,6 +79,12 @@ TEST(EraseRun, EveryKindOfDiscGetsItsRecord) {
        "4.7GB DVD+RW",
        "Skip blank disc.",
        false},
+      // A blank one is erased like any other as long as nobody asked to skip it.
+      {{.type = 10, .totalBlocks = 2295104, .sessions = 1, .erasable = true},
+       {},
+       "4.7GB DVD+RW",
+       "Success.",
+       false},
       // Fresh from the factory, it tells no session and does not count as blank.
       {{.type = 10, .totalBlocks = 2295104, .erasable = true},
        [](auto& w) { w.skipBlank = true; },
