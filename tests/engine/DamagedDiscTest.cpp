@@ -73,7 +73,7 @@ TEST_F(DamagedDiscTest, AWrongByteInARecordLosesItsFolderAndNothingElse) {
     spoil(content);
     EXPECT_THAT(disc->listFolder('V', "F\\sub"), IsEmpty()) << what << byte;
     EXPECT_EQ(readDisc("top"), std::string(3000, 's')) << what << byte;
-    EXPECT_THAT(append(), HasSubstr("/F/sub")) << what << byte;
+    EXPECT_THAT(append(), HasSubstr("\\F\\sub")) << what << byte;
     EXPECT_EQ(TempDir::read(image()), content) << "nothing was written";
   };
   for (const int length : {1, 2, 16, 33, 34, 111, 254, 255})
@@ -116,7 +116,7 @@ TEST_F(DamagedDiscTest, ATreeOfWideNamesIsLookedAtAsWell) {
     content[file + LengthAt] = static_cast<char>(length);
     spoil(content);
     EXPECT_THAT(disc->listFolder('V', "F\\sub"), IsEmpty()) << length;
-    EXPECT_THAT(append(), HasSubstr("/F/sub")) << length;
+    EXPECT_THAT(append(), HasSubstr("\\F\\sub")) << length;
   }
 }
 
@@ -142,12 +142,12 @@ TEST_F(DamagedDiscTest, FoldersThatNeverEndFailTheAppendWithTheirReason) {
   setNumber(content, area + 20, 28);
   spoil(content);
   EXPECT_THAT(disc->listFolder('V', "F"), IsEmpty());
-  EXPECT_THAT(append(), HasSubstr("/F "));
+  EXPECT_THAT(append(), HasSubstr("\\F "));
   // An area of four thousand million bytes.
   content = content_;
   setNumber(content, ce + 20, 0xFFFFFF00);
   spoil(content);
-  EXPECT_THAT(append(), HasSubstr("/F "));
+  EXPECT_THAT(append(), HasSubstr("\\F "));
 }
 
 TEST_F(DamagedDiscTest, AnUnreadableFolderFailsTheAppend) {

@@ -2,10 +2,12 @@
 
 #include <libisofs/libisofs.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <unordered_set>
 #include <vector>
 
+#include "platform/Paths.h"
 #include "platform/linux/engine/MemoryRoom.h"
 
 namespace korvenal {
@@ -25,6 +27,7 @@ std::string pathText(iso_file_source* folder) {
   char* path = iso_file_source_get_path(folder);
   std::string text = path == nullptr || *path == '\0' ? "/" : path;
   std::free(path);
+  std::replace(text.begin(), text.end(), '/', Paths::DiscSeparator);
   return text;
 }
 
