@@ -15,7 +15,7 @@ bool DiscPreparation::doPrepareDisc(DiscAttempt& attempt) const {
     doTakeOverSessions(attempt);
   }
   services_.desktop.doYield();
-  return isReady(attempt);
+  return !attempt.discError && isReady(attempt);
 }
 
 void DiscPreparation::doFormatOrErase(const DiscAttempt& attempt) const {
@@ -38,12 +38,15 @@ void DiscPreparation::doTakeOverSessions(DiscAttempt& attempt) const {
   BurnEngine& engine = services_.engine;
   engine.do_SetReplaceFile(-1);
   const auto volume = services_.files.doGetVolumeInfo(Paths::onDrive(attempt.letter, ""));
-  if (!volume) return;
+  if (!volume) {
+    // What is there and cannot be taken over would be lost under a new tree.
+    attempt.doFail("Error: Disc is not empty.");
+    return;
+  }
   if (!isFileSystemWanted(volume->fileSystem)) {
     services_.state.TaskError = -1;
     return;
   }
-  if (attempt.type == DiscDvdRam || engine.do_SessionsOnDisc() == 0) return;
   attempt.appending = true;
   const bool writeOnceDvd = attempt.type == DiscDvdR || attempt.type == DiscDvdPlusR;
   if (writeOnceDvd && planned(attempt) > Fixed4(LargeFileLimit)) {
@@ -51,9 +54,17 @@ void DiscPreparation::doTakeOverSessions(DiscAttempt& attempt) const {
     return;
   }
   services_.grids.doEventMessage("Importing previous sessions in disc...");
-  const bool imported = engine.do_ImportSession(0, "\\") != 0;
+  const bool imported = engine.do_ImportSession(0, "\\", [this] {
+    services_.desktop.doYield();
+    return services_.state.StopAction;
+  }) != 0;
+  if (services_.state.StopAction) return;
   services_.grids.doEventMessage(imported ? "Sessions imported successfully."
                                           : "Sessions import failed.");
+  if (imported) return;
+  if (const std::string cause = engine.do_GetErrorString(); !cause.empty())
+    services_.grids.doEventMessage("*" + cause);
+  attempt.doFail("Error: Sessions import failed.");
 }
 
 bool DiscPreparation::isFileSystemWanted(const std::string& fileSystem) const {
