@@ -82,8 +82,8 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   counts_ = {};
   settled_.clear();
   if (const std::string list = claims_.doBeginDisc(disc); !list.empty()) {
-    doAddErrorRow("The list of files that were not saved cannot be read.", list);
-    ++counts_.errors;
+    doCountError("The list of files that were not saved cannot be read.",
+                 Paths::onDrive(disc.letter, Paths::doGetFilePart(list)));
   }
   if (isSplitOpen()) doRestoreParts();
   const RestoreTree& tree = page_.vsRestore;
