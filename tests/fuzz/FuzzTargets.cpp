@@ -9,8 +9,10 @@
 #include "platform/linux/ZipIndexArchive.h"
 #include "platform/linux/engine/DiscLibraries.h"
 #include "platform/linux/engine/DiscReader.h"
+#include "platform/linux/engine/IsoLayout.h"
 #include "restore/IndexFilling.h"
 #include "restore/RestoreSelection.h"
+#include "support/ManualClock.h"
 
 namespace korvenal::test {
 
@@ -146,6 +148,24 @@ void fuzzDiscImage(std::string_view input) {
   const auto reader = DiscReader::open(libraries, std::make_unique<SparseBlocks>(input), 0);
   int budget = 500;
   if (reader) walk(*reader, "", 0, budget);
+  DiscLibraries::takeFailures();  // or they would pile up
+}
+
+void fuzzDiscAppend(std::string_view input) {
+  static const DiscLibraries libraries;
+  static const TempDir folder;
+  static const std::string source = folder.write("source", "source");
+  const ManualClock clock;
+  IsoLayout layout(clock);
+  layout.createDir("\\", "F");
+  layout.insert({"F", "new", source, {}, {}});
+  IsoLayout::Request request{.libraries = libraries};
+  request.startBlock = 1 << 20;
+  request.replace = true;
+  request.openEarlier = [input] { return std::make_unique<SparseBlocks>(input); };
+  std::string why;
+  const auto track = layout.prepare(std::move(request), why);
+  require(track ? track->appended && track->blocks > 0 : !why.empty());
   DiscLibraries::takeFailures();  // or they would pile up
 }
 

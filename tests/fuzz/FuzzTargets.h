@@ -15,6 +15,8 @@ void fuzzJobFile(std::string_view input);
 void fuzzSettings(std::string_view input);
 /// The first 1024 bytes of each block of a disc from block 16 on; all else on the disc is zero.
 void fuzzDiscImage(std::string_view input);
+/// The same, as a disc that another session is prepared for.
+void fuzzDiscAppend(std::string_view input);
 /// The stored form of a table.
 void fuzzGridFile(std::string_view input);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <random>
 
 #include "fuzz/FuzzTargets.h"
@@ -77,11 +78,35 @@ TEST_P(Fuzz, TheCorpusAndItsMutationsAreReadWithoutHarm) {
         Mutator(seed).changed(corpus[seed % corpus.size()], corpus[(seed / 7) % corpus.size()]));
 }
 
+/// Bytes of directory records have no form that a change of the whole text would meet often.
+TEST(FuzzDiscs, RandomBytesInTheBlocksOfADiscDoNoHarm) {
+  constexpr std::size_t BlockBytesTold = 1024;
+  constexpr unsigned FirstSeed = 1000, Discs = 300;
+  std::cout << "seeds " << FirstSeed << " to " << FirstSeed + Discs - 1 << std::endl;
+  const std::string disc = TempDir::read(std::string(KORVENAL_SOURCE_DIR) +
+                                         "/tests/fuzz/corpus/DiscAppend/folders-and-links");
+  std::vector<std::size_t> blocks;
+  for (std::size_t at = 0; at + BlockBytesTold <= disc.size(); at += BlockBytesTold)
+    if (disc.substr(at, BlockBytesTold).find_first_not_of('\0') != std::string::npos)
+      blocks.push_back(at);
+  ASSERT_FALSE(blocks.empty());
+  for (unsigned seed = FirstSeed; seed < FirstSeed + Discs; ++seed) {
+    std::mt19937 random(seed);
+    std::string changed = disc;
+    const std::size_t block = blocks[random() % blocks.size()];
+    for (std::size_t changes = 1 + random() % 40; changes > 0; --changes)
+      changed[block + random() % BlockBytesTold] = static_cast<char>(random());
+    fuzzDiscImage(changed);
+    fuzzDiscAppend(changed);
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Readers, Fuzz,
     testing::Values(Reader{"IndexText", fuzzIndexText}, Reader{"IndexArchive", fuzzIndexArchive},
                     Reader{"JobFile", fuzzJobFile}, Reader{"Settings", fuzzSettings},
-                    Reader{"DiscImage", fuzzDiscImage}, Reader{"GridFile", fuzzGridFile}),
+                    Reader{"DiscImage", fuzzDiscImage}, Reader{"DiscAppend", fuzzDiscAppend},
+                    Reader{"GridFile", fuzzGridFile}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
 }  // namespace
