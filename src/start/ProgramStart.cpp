@@ -18,15 +18,14 @@ ImageShelf::Options imageDrives(const Workspace& workspace, const std::string& s
                          shelf.empty() ? workspace.applicationFolder + "Discs/" : shelf + "/");
 }
 
-/// A temporary folder for who holds the lock, cleared of what a killed run has left. Without the
-/// lock another program may be at work in it: then the application folder's own serves.
+/// The temporary folder, cleared of what a killed run has left. Without the lock another program
+/// may be at work in it, so nothing is cleared.
 void doSettleTemporaryFolder(ProgramStart& start, const std::string& path,
                              const std::string& shelf) {
   LinuxFiles files(nullptr);
-  const bool held = start.lock->isHeld();
-  if (held) start.temporary = std::make_unique<OwnTemporaryFolder>(path);
-  start.workspace.doCheckTempFolder(files, held ? start.temporary->path() : std::string());
-  if (held) doClearLeftovers(files, start.workspace, shelf);
+  start.temporary = std::make_unique<OwnTemporaryFolder>(path);
+  start.workspace.doCheckTempFolder(files, start.temporary->path());
+  if (start.lock->isHeld()) doClearLeftovers(files, start.workspace, shelf);
 }
 
 }  // namespace

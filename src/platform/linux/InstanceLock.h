@@ -15,7 +15,7 @@ class InstanceLock {
   /// False: another program is at work there.
   bool isFirst() const { return first_; }
   /// The lock is held. A folder that takes none lets any number of programs work on it: none of
-  /// them may take what it finds for its own.
+  /// them may clear what it finds.
   bool isHeld() const { return held_; }
 
  private:

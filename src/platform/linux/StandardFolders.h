@@ -27,7 +27,7 @@ struct FolderSearch {
 StandardFolders findStandardFolders(const FolderSearch& search);
 
 /// The temporary folder of a program at work: private, and gone afterwards when nothing is left in
-/// it. Only for who holds the lock of the application folder.
+/// it.
 class OwnTemporaryFolder {
  public:
   /// `path` is as `StandardFolders` names it.
