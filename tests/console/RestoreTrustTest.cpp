@@ -7,6 +7,7 @@
 
 #include "console/RestoreFixture.h"
 #include "support/FullDisk.h"
+#include "support/SmallDisk.h"
 
 namespace korvenal::console {
 namespace {
@@ -61,7 +62,7 @@ class RestoreTrust : public RestoreFixture {
 };
 
 TEST_F(RestoreTrust, AStopInMidCopyLeavesNoHalfFile) {
-  const std::string content(40'000'000, 'x');
+  const std::string content(4'000'000, 'x');
   temp.write("source/large", content);
   ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
   for (const int mode : {2, 3}) {
@@ -97,6 +98,24 @@ TEST_F(RestoreTrust, AFullTargetKeepsWhatStoodThere) {
   EXPECT_THAT(inTarget(), ElementsAre("large", "small"));
   EXPECT_EQ(restore(0).code, ExitCode::Ok);
   EXPECT_TRUE(restored("large") == content);
+}
+
+TEST_F(RestoreTrust, AFullDiskEndsTheRunWhichGoesOnWhenThereIsRoom) {
+  const test::SmallDisk disk(target, 16'000'000);
+  if (!disk) GTEST_SKIP() << "this user may mount nothing";
+  const std::string content(5'000'000, 'x');
+  for (const char* name : {"a", "b", "c"}) temp.write(std::string("source/") + name, content);
+  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
+  temp.write("target/filler", std::string(4'000'000, 'f'));
+  once("Action stop: Insufficient HDD space.", [this] { fs::remove(target + "/filler"); });
+  // A person goes on where a script would end.
+  const std::string again = "restore " + target + " --mode 3";
+  const Outcome outcome = run("index\n" + again + "\n" + again, false, {"ok", "yes", "ok", "ok", "ok"});
+  EXPECT_THAT(outcome.out, HasSubstr("* Failed: Insufficient HDD space."));
+  EXPECT_THAT(outcome.out, HasSubstr("2 restored, 0 skipped, 0 failed, 1 not done yet."));
+  EXPECT_THAT(outcome.out, HasSubstr("3 files selected: 3 restored, 0 skipped, 0 failed."));
+  EXPECT_THAT(inTarget(), ElementsAre("a", "b", "c"));
+  EXPECT_TRUE(restored("c") == content);
 }
 
 TEST_F(RestoreTrust, ASplitFileGetsItsNameWithItsLastPart) {
