@@ -57,8 +57,10 @@ bool DiscLayout::doBuild(DiscAttempt& attempt) {
 }
 
 void DiscLayout::doAddFolder(int row) const {
-  const DiscPlace place = placeOnDisc(services_.plan.vsBuffer.nameOnDisc(row));
-  services_.engine.do_CreateDir(place.parent, place.name);
+  const PlanTable& table = services_.plan.vsBuffer;
+  const DiscPlace place = placeOnDisc(table.nameOnDisc(row));
+  // A folder made again on a later disc is as private there as it is on the first.
+  services_.engine.do_CreateDirLike(place.parent, place.name, table.sourceFolder(row));
 }
 
 void DiscLayout::doAddFile(int row, int splitRow) {

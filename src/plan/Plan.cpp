@@ -234,6 +234,14 @@ std::string PlanTable::sourcePath(int at) const {
   return text(at, PlanSource);
 }
 
+std::string PlanTable::sourceFolder(int at) const {
+  const Row& folder = row(at);
+  std::string path;
+  if (folder.type == RowType::Folder || folder.type == RowType::RepeatedFolder)
+    appendSourceFolder(path, folder.own);
+  return path;
+}
+
 std::string PlanTable::fileOnDisc(int at) const {
   std::string name = nameOnDisc(at);
   if (row(at).type == RowType::Piece) name += "." + Text::zeroPadded(range(at).number, 3);

@@ -111,6 +111,9 @@ class PlanTable {
   std::string originName(int at) const;
   /// Native path of the source; walked folders end in '/'; empty for item folders and type 5.
   std::string sourcePath(int at) const;
+  /// Native path of the folder that a folder row stands for, on whichever disc, '/' at its end;
+  /// empty for the folder of a split file's pieces, and for what is no folder.
+  std::string sourceFolder(int at) const;
   /// Path of the file on the disc as it is burned: pieces bear "." and three digits.
   std::string fileOnDisc(int at) const;
   /// Any column as its text.

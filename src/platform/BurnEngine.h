@@ -103,6 +103,13 @@ class BurnEngine {
   virtual int do_ImportSession(std::uint8_t session, const std::string& path,
                                const std::function<bool()>& pump = {}) = 0;
   virtual void do_CreateDir(const std::string& parent, const std::string& name) = 0;
+  /// A folder that has the permission bits, the owner and the date of the one at a native path, as
+  /// they are when the track is prepared. Without such a folder it is like any other.
+  virtual void do_CreateDirLike(const std::string& parent, const std::string& name,
+                                const std::string& source) {
+    static_cast<void>(source);
+    do_CreateDir(parent, name);
+  }
   /// With `part` 0 the whole file, the last two values being 0. With `part` -1 the bytes from
   /// `firstBlock` * 2048 on, `wholeGiB` * 1073741824 + `remainder` of them.
   virtual void do_InsertFileWithName(const std::string& parent, const std::string& source,

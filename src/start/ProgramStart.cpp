@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "core/Leftovers.h"
+#include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/linux/engine/ImageDriveSettings.h"
 
@@ -28,6 +29,23 @@ void doSettleTemporaryFolder(ProgramStart& start, const std::string& path,
   if (start.lock->isHeld()) doClearLeftovers(files, start.workspace, shelf);
 }
 
+/// A new application folder is for the user alone, and so is the usual one. A folder that the user
+/// named, or put the program into, stays as it is.
+bool makeApplicationFolder(const StartOptions& options, const std::string& folder,
+                           StartFailure& failure) {
+  const bool isUsual = options.applicationFolder.empty() && folder != executableFolder();
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) {
+    if (LinuxFiles(nullptr).doCreateFolderPath(folder)) return true;
+    std::filesystem::create_directories(folder, error);  // tells why
+    if (error) failure.text = folder + ": " + error.message();
+    return !error;
+  }
+  // One that another user owns cannot be changed, but may serve all the same.
+  if (isUsual) makePrivateFolder(std::string(Paths::withoutEnd(folder)));
+  return true;
+}
+
 }  // namespace
 
 std::optional<ProgramStart> doStartProgram(const StartOptions& options, StartFailure& failure) {
@@ -37,12 +55,7 @@ std::optional<ProgramStart> doStartProgram(const StartOptions& options, StartFai
       findStandardFolders({executableFolder(), options.applicationFolder});
   ProgramStart start;
   start.workspace = Workspace::below(folders.application, folders.bin, folders.home);
-  std::error_code error;
-  std::filesystem::create_directories(folders.application, error);
-  if (error) {
-    failure.text = folders.application + ": " + error.message();
-    return {};
-  }
+  if (!makeApplicationFolder(options, folders.application, failure)) return {};
   start.lock = std::make_unique<InstanceLock>(folders.application);
   if (!start.lock->isFirst()) {
     failure = {.alreadyRunning = true, .text = gProductName + " is already running."};

@@ -91,10 +91,10 @@ bool isGone(pid_t process) {
 }
 
 /// A new file in the folder under a name that no other process uses.
-Descriptor openTemporary(const std::string& folder, std::string& path) {
+Descriptor openTemporary(const std::string& folder, std::string& path, mode_t mode) {
   for (int number = 0; number < 100; ++number) {
     path = folder + "/" + TemporaryHead + std::to_string(::getpid()) + "-" + std::to_string(number);
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (file || errno != EEXIST) return file;
   }
   return {};
@@ -231,7 +231,8 @@ FileOutcome LinuxFiles::writeAll(const std::string& path, std::string_view conte
   const std::string target = withoutLinks(path);
   const std::string folder(Paths::doGetFolderPart(target));
   std::string temporary;
-  Descriptor file = openTemporary(folder, temporary);
+  const bool isPrivate = !privateFolder_.empty() && path.starts_with(privateFolder_);
+  Descriptor file = openTemporary(folder, temporary, isPrivate ? 0600 : 0666);
   if (!file) return SystemFiles::outcomeOf(errno);
   const FileOutcome outcome = fillAndRename(std::move(file), temporary, target, content);
   if (outcome)

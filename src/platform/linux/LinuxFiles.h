@@ -8,8 +8,10 @@ namespace korvenal {
 /// Files by their native paths, and by paths on a drive for all that only reads.
 class LinuxFiles : public Files {
  public:
-  /// Without `discs`, which must outlive this, no path on a drive exists.
-  explicit LinuxFiles(DiscFiles* discs) : discs_(discs) {}
+  /// Without `discs`, which must outlive this, no path on a drive exists. What is newly written
+  /// below `privateFolder`, a native path with '/' at its end, is for the user alone.
+  explicit LinuxFiles(DiscFiles* discs, std::string privateFolder = {})
+      : discs_(discs), privateFolder_(std::move(privateFolder)) {}
 
   FileInfo doGetInfo(const std::string& path) const override;
   std::optional<VolumeInfo> doGetVolumeInfo(const std::string& path) const override;
@@ -31,6 +33,7 @@ class LinuxFiles : public Files {
 
  private:
   DiscFiles* discs_;
+  std::string privateFolder_;
 };
 
 }  // namespace korvenal

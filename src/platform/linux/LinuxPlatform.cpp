@@ -15,12 +15,12 @@ std::vector<Drive*> allOf(const std::vector<std::unique_ptr<Drive>>& real,
 }  // namespace
 
 LinuxPlatform::LinuxPlatform(const Places& places)
-    : nativeFiles_(nullptr),
+    : nativeFiles_(nullptr, places.applicationFolder),
       shelf_(nativeFiles_, places.imageDrives),
       realDrives_(makeMmcDrives(slowCalls_)),
       engine_(clock_, allOf(realDrives_, shelf_), slowCalls_),
       discFiles_(engine_),
-      files_(&discFiles_),
+      files_(&discFiles_, places.applicationFolder),
       targets_(&discFiles_),
       archive_(files_),
       archiveBits_(places.applicationFolder + "ArchiveBits.db") {}

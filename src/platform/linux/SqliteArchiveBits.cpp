@@ -1,6 +1,9 @@
 #include "platform/linux/SqliteArchiveBits.h"
 
+#include <fcntl.h>
 #include <unistd.h>
+
+#include "platform/linux/Descriptor.h"
 
 namespace korvenal {
 
@@ -101,6 +104,10 @@ bool SqliteArchiveBits::isOpen() {
 
 int SqliteArchiveBits::open() {
   sqlite3* opened = nullptr;
+  // Which files a person backs up is nobody else's business; the library would let all read it.
+  // Closed before the library opens it: a close afterwards would end the library's locks.
+  constexpr mode_t Private = 0600;
+  Descriptor(::open(file_.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, Private)).reset();
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
   const int result = sqlite3_open_v2(file_.c_str(), &opened, flags, nullptr);
   database_.reset(opened);

@@ -267,6 +267,11 @@ void Engine::do_CreateDir(const std::string& parent, const std::string& name) {
   layout_->createDir(parent, name);
 }
 
+void Engine::do_CreateDirLike(const std::string& parent, const std::string& name,
+                              const std::string& source) {
+  layout_->createDir(parent, name, source);
+}
+
 void Engine::do_InsertFileWithName(const std::string& parent, const std::string& source,
                                    const std::string& name, const std::string&, int part,
                                    std::int64_t firstBlock, std::int64_t remainder,

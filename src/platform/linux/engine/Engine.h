@@ -65,6 +65,8 @@ class Engine : public BurnEngine, public MountedDevices {
   int do_ImportSession(std::uint8_t session, const std::string& path,
                        const std::function<bool()>& pump = {}) override;
   void do_CreateDir(const std::string& parent, const std::string& name) override;
+  void do_CreateDirLike(const std::string& parent, const std::string& name,
+                        const std::string& source) override;
   void do_InsertFileWithName(const std::string& parent, const std::string& source,
                              const std::string& name, const std::string&, int part,
                              std::int64_t firstBlock, std::int64_t remainder,

@@ -56,10 +56,11 @@ std::string IsoLayout::pathOf(std::uint32_t folder, std::string_view name) const
   return path;
 }
 
-void IsoLayout::createDir(std::string_view parent, std::string_view name) {
+void IsoLayout::createDir(std::string_view parent, std::string_view name, std::string_view source) {
   std::string path(bare(parent));
   if (!path.empty()) path += Paths::DiscSeparator;
-  folderId(path.append(name));
+  const std::uint32_t id = folderId(path.append(name));
+  if (!source.empty() && id != 0) folders_[id].source = keep(source);
 }
 
 void IsoLayout::insert(NewFile file) {

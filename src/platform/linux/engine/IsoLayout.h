@@ -99,7 +99,8 @@ class IsoLayout {
   IsoLayout(const IsoLayout&) = delete;
   IsoLayout& operator=(const IsoLayout&) = delete;
 
-  void createDir(std::string_view parent, std::string_view name);
+  /// `source`: a native path, whose folder the new one shall look like; empty for none.
+  void createDir(std::string_view parent, std::string_view name, std::string_view source = {});
   void insert(NewFile file);
   /// As `BurnEngine::do_MeasureSources`.
   std::vector<SourceFinding> measure(const std::function<bool()>& pump);
@@ -113,6 +114,7 @@ class IsoLayout {
   struct Folder {
     std::string_view name;
     std::uint32_t parent = 0;
+    std::string_view source = {};
   };
   struct File {
     std::string_view name;

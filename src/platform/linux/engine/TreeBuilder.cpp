@@ -207,6 +207,14 @@ void TreeBuilder::dress(IsoNode* node, const Look& look) const {
   iso_node_set_ctime(node, look.modified);
 }
 
+TreeBuilder::Look TreeBuilder::lookOfFolder(std::uint32_t index) const {
+  const std::string source(layout_.folders_[index].source);
+  struct stat status {};
+  if (source.empty() || ::stat(source.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+    return {FolderMode, 0, 0, now_, false};
+  return {status.st_mode & 0777, status.st_uid, status.st_gid, status.st_mtime, false};
+}
+
 bool TreeBuilder::addFolder(const Child& child) {
   IsoDir* parent = folders_[child.parent];
   const std::string name(nameOf(child));
@@ -225,7 +233,7 @@ bool TreeBuilder::addFolder(const Child& child) {
     why_ = iso_error_to_msg(result);
     return false;
   }
-  if (folder != nullptr) dress(reinterpret_cast<IsoNode*>(folder), {FolderMode, 0, 0, now_, false});
+  if (folder != nullptr) dress(reinterpret_cast<IsoNode*>(folder), lookOfFolder(child.index));
   folders_[child.index] = folder;
   return true;
 }

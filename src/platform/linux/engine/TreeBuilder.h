@@ -30,7 +30,7 @@ class TreeBuilder {
     bool isFolder = false;
     std::uint32_t index = 0;
   };
-  /// What the tree shall tell of a file.
+  /// What the tree shall tell of a file or folder.
   struct Look {
     mode_t mode = 0;
     uid_t owner = 0;
@@ -48,6 +48,7 @@ class TreeBuilder {
   bool addChildren();
   std::vector<Child> sortedChildren() const;
   std::string_view nameOf(const Child& child) const;
+  Look lookOfFolder(std::uint32_t index) const;
   bool addFolder(const Child& child);
   bool addFile(const Child& child);
   bool addFaultList();
