@@ -35,6 +35,7 @@ void LoadDiscDialog::run(bool mayAgree) {
 void LoadDiscDialog::doShowPrompt() {
   screen_.line(form_.DESC[0]);
   if (!form_.DiscInfo.empty()) screen_.line("  " + form_.DiscInfo);
+  if (!form_.MissingDisc.empty()) screen_.warning("  " + form_.MissingDisc);
   if (form_.BackupDiscShown) {
     std::string range = "  " + form_.DESC[1] + " " + std::to_string(form_.FromDisc);
     if (form_.ToDiscShown) range += " " + form_.DESC[2] + " " + std::to_string(form_.ToDisc);

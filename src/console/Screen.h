@@ -15,6 +15,8 @@ class Screen {
   bool isTerminal() const { return terminal_; }
   /// Prints a line. Line feeds in it begin new lines; other control characters are shown escaped.
   void line(std::string_view text);
+  /// A line that must not be overlooked: red on a terminal.
+  void warning(std::string_view text);
   /// Prints text of our own as it stands (tables, help), with its own line ends.
   void raw(std::string_view text);
   /// Paints the progress line; an empty text removes it.

@@ -55,39 +55,70 @@ void DiscFeeder::doChangeToBlank(char letter, std::uint8_t typeCode, const std::
 }
 
 void DiscFeeder::doFeedRestore(const DiscRequest& request) {
+  missing_.clear();
   if (!trays_.isFeederOn()) return;
-  std::vector<std::string> missing;
-  for (int k = 1; k <= static_cast<int>(drives_.size()); ++k) {
-    const int disc = request.restoreDisc(request.RestoreDiscIndex + k);
-    if (disc > 0) missing.push_back(labelOf(disc));
-  }
+  std::vector<int> wanted;
+  for (int k = 1; k <= static_cast<int>(drives_.size()); ++k)
+    if (const int disc = request.restoreDisc(request.RestoreDiscIndex + k); disc > 0)
+      wanted.push_back(disc);
   const Shelf shelf = trays_.discsOnShelf();
   // What is already in stays where it is; the other wanted discs share the remaining drives.
   std::string free;
   for (const char letter : drives_) {
-    const auto wanted = std::find_if(missing.begin(), missing.end(), [&](const auto& label) {
-      return holdsWanted(letter, label, request.setName, shelf);
+    const auto inside = std::find_if(wanted.begin(), wanted.end(), [&](int disc) {
+      return holdsWanted(letter, disc, request, shelf);
     });
-    if (wanted != missing.end())
-      missing.erase(wanted);
+    if (inside != wanted.end())
+      wanted.erase(inside);
     else if (mayServe(letter))
       free += letter;
   }
-  for (const std::string& label : missing) {
+  for (const int disc : wanted) {
     if (free.empty()) return;
-    std::string file = findOnShelf(shelf, label, request.setName);
-    if (file.empty()) file = findOnShelf(shelf, label, "");
-    if (!file.empty() && trays_.insert(free.front(), file)) free.erase(0, 1);
+    const std::string file = findOfSet(shelf, disc, request).file;
+    if (file.empty())
+      missing_.push_back(disc);
+    else if (trays_.insert(free.front(), file))
+      free.erase(0, 1);
   }
 }
 
-bool DiscFeeder::holdsWanted(char letter, const std::string& label, const std::string& setName,
+DiscFeeder::Fit DiscFeeder::fitOf(const ImageDisc& disc, int number, const DiscRequest& request) {
+  WantedDisc wanted = request.wantedSet;
+  wanted.label = labelOf(number);
+  switch (matchDisc(disc.trees, wanted).kind) {
+    case DiscMatch::Kind::OfSet:
+      return Fit::OfSet;
+    case DiscMatch::Kind::ByLabel:
+      if (isOfSet(disc, request.setName)) return Fit::Named;
+      // A disc that a person named is as good as any; one that is named for another set is not.
+      return !request.setName.empty() && DiscNames::isOfAnotherSet(disc, request.setName)
+                 ? Fit::None
+                 : Fit::Labelled;
+    default:
+      return Fit::None;
+  }
+}
+
+bool DiscFeeder::holdsWanted(char letter, int disc, const DiscRequest& request,
                              const Shelf& shelf) const {
   if (!trays_.isImageDrive(letter)) return false;
-  const ImageDisc inside = trays_.discIn(letter);
-  if (inside.file.empty() || inside.label != label) return false;
-  // A disc that a person named is as good as any, unless the very disc of the set lies ready.
-  return setName.empty() || isOfSet(inside, setName) || findOnShelf(shelf, label, setName).empty();
+  const Fit fit = fitOf(trays_.discIn(letter), disc, request);
+  return fit != Fit::None && findOfSet(shelf, disc, request).fit <= fit;
+}
+
+DiscFeeder::Candidate DiscFeeder::findOfSet(const Shelf& shelf, int number,
+                                            const DiscRequest& request) {
+  Candidate best;
+  UnixTime newest = 0;
+  for (const ImageDisc& disc : shelf) {
+    const Fit fit = fitOf(disc, number, request);
+    if (fit == Fit::None || fit < best.fit || (fit == best.fit && disc.modified <= newest))
+      continue;
+    best = {disc.file, fit};
+    newest = disc.modified;
+  }
+  return best;
 }
 
 void DiscFeeder::doFeedIndexDisc() {
@@ -96,12 +127,12 @@ void DiscFeeder::doFeedIndexDisc() {
   char target = 0;
   for (const char letter : drives_) {
     if (!trays_.isImageDrive(letter)) continue;
-    if (trays_.discIn(letter).label == label) return;
+    if (DiscNames::bears(trays_.discIn(letter), label)) return;
     if (target == 0 && mayServe(letter)) target = letter;
   }
   if (target == 0) return;
   const Shelf shelf = trays_.discsOnShelf();
-  std::string file = findOnShelf(shelf, label, "");
+  std::string file = newestWith(shelf, label);
   if (file.empty()) {
     // Without any first disc a single written one can only be what is meant.
     int written = 0;
@@ -115,13 +146,11 @@ void DiscFeeder::doFeedIndexDisc() {
   trays_.insert(target, file);
 }
 
-std::string DiscFeeder::findOnShelf(const Shelf& shelf, const std::string& label,
-                                    const std::string& setName) {
+std::string DiscFeeder::newestWith(const Shelf& shelf, const std::string& label) {
   std::string file;
   UnixTime newest = 0;
   for (const ImageDisc& disc : shelf) {
-    if (disc.label != label || (!setName.empty() && !isOfSet(disc, setName))) continue;
-    if (!file.empty() && disc.modified <= newest) continue;
+    if (!DiscNames::bears(disc, label) || (!file.empty() && disc.modified <= newest)) continue;
     file = disc.file;
     newest = disc.modified;
   }

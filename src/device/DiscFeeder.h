@@ -11,9 +11,9 @@
 namespace korvenal {
 
 /// Puts the obvious disc into image drives, so that nobody is asked for what is plain: a blank disc
-/// for a burn, the wanted label for a restore, the first disc of the newest set for reading an
-/// index. It never writes over a disc: one that is in the way goes out to the shelf first. Drives
-/// that a person has served in the prompt are left alone, and real drives always are.
+/// for a burn, the wanted disc of the set for a restore, the first disc of the newest set for
+/// reading an index. It never writes over a disc: one that is in the way goes out to the shelf
+/// first. Drives that a person has served in the prompt are left alone, and real drives always are.
 class DiscFeeder {
  public:
   explicit DiscFeeder(ImageTrays& trays) : trays_(trays) {}
@@ -27,6 +27,8 @@ class DiscFeeder {
   void doFeedBlanks(const DiscRequest& request, int from, int to);
   /// The next discs of the restore list, one a drive.
   void doFeedRestore(const DiscRequest& request);
+  /// The discs that the last feeding of a restore had a drive for, but found nowhere.
+  const std::vector<int>& missingDiscs() const { return missing_; }
   void doFeedIndexDisc();
 
   /// The disc that a burn of this disc type (index) gets.
@@ -38,15 +40,23 @@ class DiscFeeder {
 
   bool mayServe(char letter) const;
   void doChangeToBlank(char letter, std::uint8_t typeCode, const std::string& name);
-  bool holdsWanted(char letter, const std::string& label, const std::string& setName,
-                   const Shelf& shelf) const;
-  /// The newest disc with the label, of this set when one is named. Empty: none.
-  static std::string findOnShelf(const Shelf& shelf, const std::string& label,
-                                 const std::string& setName);
+  /// How well a disc fits a number of the set, the best last.
+  enum class Fit { None, Labelled, Named, OfSet };
+  struct Candidate {
+    std::string file;
+    Fit fit = Fit::None;
+  };
+  static Fit fitOf(const ImageDisc& disc, int number, const DiscRequest& request);
+  bool holdsWanted(char letter, int disc, const DiscRequest& request, const Shelf& shelf) const;
+  /// The newest of those that fit best.
+  static Candidate findOfSet(const Shelf& shelf, int number, const DiscRequest& request);
+  /// The newest disc with the label. Empty: none.
+  static std::string newestWith(const Shelf& shelf, const std::string& label);
 
   ImageTrays& trays_;
   std::string drives_;
   std::set<char> kept_;
+  std::vector<int> missing_;
 };
 
 }  // namespace korvenal

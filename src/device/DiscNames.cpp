@@ -1,5 +1,7 @@
 #include "device/DiscNames.h"
 
+#include <algorithm>
+
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -38,6 +40,11 @@ std::string ofSet(const std::string& setName, int disc) {
   return (stem.empty() ? "Backup" : stem) + std::string(DiscWord) + Text::zeroPadded(disc, 2);
 }
 
+bool bears(const ImageDisc& disc, const std::string& label) {
+  return std::any_of(disc.trees.begin(), disc.trees.end(),
+                     [&](const DiscSession& tree) { return tree.label == label; });
+}
+
 bool isOfSet(const ImageDisc& disc, const std::string& setName) {
   const std::string stem = stemOf(setName);
   return !stem.empty() && Text::startsWith(nameOf(disc), stem + std::string(DiscWord));
@@ -52,6 +59,10 @@ bool isNamed(const ImageDisc& disc, const std::string& name) {
 
 bool isMeantForAnother(const ImageDisc& disc, const std::string& name) {
   return nameOf(disc).find(DiscWord) != std::string_view::npos && !isNamed(disc, name);
+}
+
+bool isOfAnotherSet(const ImageDisc& disc, const std::string& setName) {
+  return nameOf(disc).find(DiscWord) != std::string_view::npos && !isOfSet(disc, setName);
 }
 
 bool isBlank(const ImageDisc& disc) {

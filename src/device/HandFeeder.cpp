@@ -45,8 +45,13 @@ std::string HandFeeder::wanted(int disc, int drives) const {
 DiscFit HandFeeder::fitOfRestore(const ImageDisc& found, int drives) const {
   for (int k = 1; k <= drives; ++k) {
     const int next = request_.restoreDisc(request_.RestoreDiscIndex + k);
-    if (next == 0 || found.label != DiscNames::labelOf(next)) continue;
-    return DiscNames::isOfSet(found, request_.setName) ? DiscFit::Asked : DiscFit::Fitting;
+    if (next == 0) continue;
+    WantedDisc wanted = request_.wantedSet;
+    wanted.label = DiscNames::labelOf(next);
+    const auto kind = matchDisc(found.trees, wanted).kind;
+    if (kind == DiscMatch::Kind::OfSet) return DiscFit::Asked;
+    if (kind == DiscMatch::Kind::ByLabel)
+      return DiscNames::isOfSet(found, request_.setName) ? DiscFit::Asked : DiscFit::Fitting;
   }
   return DiscFit::Other;
 }
@@ -64,7 +69,7 @@ DiscFit HandFeeder::fitOf(const ImageDisc& found, int disc, int drives) const {
     case WorkerErase:
       return isRewritable(found.typeCode) ? DiscFit::Fitting : DiscFit::Other;
     default:
-      return found.label == DiscNames::labelOf(1) ? DiscFit::Asked : DiscFit::Other;
+      return DiscNames::bears(found, DiscNames::labelOf(1)) ? DiscFit::Asked : DiscFit::Other;
   }
 }
 

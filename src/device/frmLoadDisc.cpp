@@ -173,6 +173,7 @@ void frmLoadDisc::doFeed() {
       break;
     case WorkerRestore:
       feeder_.doFeedRestore(request_);
+      tellMissing();
       break;
     case WorkerReadIndex:
       feeder_.doFeedIndexDisc();
@@ -180,6 +181,16 @@ void frmLoadDisc::doFeed() {
     default:  // which discs to erase is a person's choice alone
       break;
   }
+}
+
+void frmLoadDisc::tellMissing() {
+  MissingDisc.clear();
+  // Without a known set any disc of the label would do, and a person knows best where it is.
+  if (!request_.wantedSet.identity.isKnown()) return;
+  for (const int disc : feeder_.missingDiscs())
+    MissingDisc += (MissingDisc.empty() ? "Disc " : " Disc ") + std::to_string(disc) +
+                   " of this set is not on the shelf.";
+  doRepaint();
 }
 
 void frmLoadDisc::doEjectTrays() {

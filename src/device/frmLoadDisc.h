@@ -50,6 +50,7 @@ class frmLoadDisc : public Form {
   bool ckSkipBlankShown = false;
   bool ckSkipBlank = false;
   std::string DiscInfo;     ///< the hint; empty hides it with its icon
+  std::string MissingDisc;  ///< what the shelf lacks, shown in red; empty for nothing
   std::string DriveAction;  ///< the status line
   std::string pbStopCaption = "&Stop";
   Table vsDrive;  ///< header and five rows: "E:", model
@@ -103,6 +104,7 @@ class frmLoadDisc : public Form {
   void doBuildRestorePrompt(const std::string& prefix);
   void doFillDrives();
   void doFeed();
+  void tellMissing();
   void doEjectTrays();
   void doCloseTrays(bool showMessage);
   void doDriveTray(char letter, bool close);

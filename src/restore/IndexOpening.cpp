@@ -1,59 +1,21 @@
 #include "restore/IndexOpening.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "core/DateText.h"
 #include "core/SizeText.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
-#include "platform/Walker.h"
+#include "restore/IndexNames.h"
 #include "restore/IndexReading.h"
+#include "restore/IndexSearch.h"
 
 namespace korvenal {
 
 namespace {
 
-// In pieces, so that no compiler takes "??-" for a trigraph.
-constexpr const char* IndexPatterns[] = {
-    "_KORVEN{*(????"
-    "-??"
-    "-??"
-    "-??"
-    "-??"
-    "-?)}.bdx",
-    "KORVEN{*(????"
-    "-??"
-    "-??"
-    "-??"
-    "-??"
-    "-?)}.bdx"};
-constexpr std::string_view NameHead = "KORVEN{";
-constexpr std::string_view NameTail = "}.bdx";
 constexpr const char* FormatError = "Backup index file format error.";
-
-bool isIndexName(std::string_view name) {
-  // Among a million names most are seen to be none by their ends.
-  if (name.size() <= NameTail.size() ||
-      !Text::equalsIgnoreCase(name.substr(name.size() - NameTail.size()), NameTail))
-    return false;
-  return matchesPattern(name, IndexPatterns[0]) || matchesPattern(name, IndexPatterns[1]);
-}
-
-/// The part of an index's file name between "{" and "}".
-std::string namePart(std::string_view fileName) {
-  if (fileName.starts_with('_')) fileName.remove_prefix(1);
-  if (fileName.size() <= NameHead.size() + NameTail.size()) return {};
-  fileName.remove_prefix(NameHead.size());
-  fileName.remove_suffix(NameTail.size());
-  return std::string(fileName);
-}
-
-/// "Photos (2026-11-22-10-00-F)" of the name of an index file; empty for any other name.
-std::string setNameOf(std::string_view fileName) {
-  if (!isIndexName(fileName)) return {};
-  std::string name = namePart(fileName);
-  return name.insert(name.size() - FoundIndex::StampBytes, 1, ' ');
-}
 
 bool isDifferentialName(std::string_view fileName) {
   constexpr std::size_t FromEnd = 7;
@@ -117,20 +79,9 @@ bool IndexOpening::doPickIndexFile() {
 }
 
 FoundIndexes IndexOpening::doSearchIndexFiles() const {
-  FoundIndexes found;
-  for (int i = 0; i < services_.devices.driveCount(); ++i) {
-    const char letter = services_.devices.letter(i);
-    const std::string root = Paths::onDrive(letter, "");
-    if (!services_.files.doFolderExists(root)) continue;
-    for (const std::string& name : services_.files.listFolder(root)) {
-      services_.desktop.doYield();
-      if (!isIndexName(name)) continue;
-      const FileInfo info = services_.files.doGetInfo(root + name);
-      if (info.kind != FileInfo::Kind::File || (info.attributes & AttributeSystem) != 0) continue;
-      found.push_back({std::string(1, letter) + ":", namePart(name)});
-    }
-  }
-  return found;
+  std::string letters;
+  for (int i = 0; i < services_.devices.driveCount(); ++i) letters += services_.devices.letter(i);
+  return findIndexes(services_.files, letters, [this] { services_.desktop.doYield(); });
 }
 
 IndexOpening::Search IndexOpening::doFindBackupIndex(bool quiet) {
@@ -155,7 +106,7 @@ IndexOpening::Search IndexOpening::doFindBackupIndex(bool quiet) {
   const std::string before = page_.vsBackupIndex;
   page_.vsBackupIndex = "Open backup index in (" + indexes[0].drive + ")...";
   services_.desktop.doYield();
-  doReadLOG2(pathOf(indexes[0]));
+  doReadLOG2(indexes[0].path);
   page_.vsBackupIndex = before;
   return Search::Done;
 }
@@ -163,7 +114,7 @@ IndexOpening::Search IndexOpening::doFindBackupIndex(bool quiet) {
 void IndexOpening::doChooseIndex(const FoundIndexes& indexes) {
   const bool wasIgnoring = services_.state.IgnoreEvents;
   services_.state.IgnoreEvents = true;
-  frmReadLog form(indexes, [this](const FoundIndex& found) { doReadLOG2(pathOf(found)); });
+  frmReadLog form(indexes, [this](const FoundIndex& found) { doReadLOG2(found.path); });
   services_.desktop.doShowModal(form);
   services_.state.IgnoreEvents = wasIgnoring;
 }
@@ -181,15 +132,9 @@ bool IndexOpening::doAskForFirstDisc() {
   return true;
 }
 
-std::string IndexOpening::pathOf(const FoundIndex& found) const {
-  const std::string tail = std::string(NameHead) + found.name + std::string(NameTail);
-  const std::string path = found.drive + "\\" + tail;
-  return services_.files.doFileExists(path) ? path : found.drive + "\\_" + tail;
-}
-
 bool IndexOpening::doReadLOG2(const std::string& path) {
   const WaitPointer wait(services_.desktop);
-  page_.IndexPath = path;
+  vsTXT.clear();
   if (!services_.files.doFileExists(path)) return false;
   if (doLoadIndexFile(path)) return true;
   doFormatError();
@@ -197,14 +142,36 @@ bool IndexOpening::doReadLOG2(const std::string& path) {
 }
 
 bool IndexOpening::doLoadIndexFile(const std::string& path) {
-  vsTXT.clear();
   const IndexReading reading(services_.desktop, services_.files, services_.archive,
                              services_.workspace);
   std::optional<IndexReading::Content> index = reading.doRead(path);
   if (!index) return false;
-  page_.IsDifferential = isDifferentialName(index->name);
-  page_.IndexName = Paths::doGetFilePart(index->name);
+  opened_ = {path, std::move(index->name)};
   return vsTXT.load(std::move(index->text), [this] { services_.desktop.doYield(); });
+}
+
+void IndexOpening::takeOrigin(const IndexHeader& header) {
+  page_.IndexPath = opened_.path;
+  page_.IndexName = Paths::doGetFilePart(opened_.name);
+  page_.IsDifferential = isDifferentialName(opened_.name);
+  page_.setName = IndexNames::setName(Paths::doGetFilePart(opened_.path));
+  char type = IndexNames::typeOf(Paths::doGetFilePart(opened_.path));
+  if (type == 0) type = IndexNames::typeOf(page_.IndexName);
+  page_.identity = SetIdentity::parse(header.created);
+  page_.identity.type = type;
+  page_.identity.job = header.jobName;
+  page_.isSetUnmarked = isInUnmarkedSession(opened_.path);
+}
+
+bool IndexOpening::isInUnmarkedSession(const std::string& path) const {
+  const auto onDrive = Paths::asDrivePath(path);
+  if (!onDrive) return false;
+  const auto sessions = services_.files.discSessions(path);
+  if (sessions.empty()) return false;
+  const auto session = std::find_if(sessions.begin(), sessions.end(), [&](const DiscSession& one) {
+    return one.start == onDrive->session;
+  });
+  return !(session != sessions.end() ? *session : sessions.back()).identity.isKnown();
 }
 
 bool IndexOpening::doFillRestoreTable() {
@@ -224,8 +191,8 @@ bool IndexOpening::doFillRestoreTable() {
   const IndexFilling filling = fillRestoreTree(vsTXT, page_.vsRestore, progress);
   services_.desktop.doYield();
   page_.OutlineDepth = filling.outlineDepth;
+  takeOrigin(filling.header);
   showHeader(filling);
-  page_.setName = setNameOf(Paths::doGetFilePart(page_.IndexPath));
   page_.vsBackupIndexBar = 0;
   selection_.doSetRestoreButtons();
   // What stands can be restored; that something is missing must not stay unknown.

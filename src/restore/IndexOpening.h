@@ -47,9 +47,10 @@ class IndexOpening {
   /// The same with an index file: a native path or a path on a drive.
   bool doOpenIndexFile(const std::string& path);
 
-  /// The indexes in the root folders of the drives' discs.
+  /// The indexes in the root folders of the drives' discs, of all their sessions.
   FoundIndexes doSearchIndexFiles() const;
-  /// Loads and checks the file. False, after a message, when it is no index.
+  /// Loads and checks the file. False, after a message, when it is no index: what was opened
+  /// before stays.
   bool doReadLOG2(const std::string& path);
 
   /// Asks for an index file and opens it.
@@ -66,8 +67,10 @@ class IndexOpening {
   Search doFindBackupIndex(bool quiet);
   void doChooseIndex(const FoundIndexes& indexes);
   bool doAskForFirstDisc();
-  std::string pathOf(const FoundIndex& found) const;
   bool doLoadIndexFile(const std::string& path);
+  /// The page takes over where the index is from, now that nothing can fail any more.
+  void takeOrigin(const IndexHeader& header);
+  bool isInUnmarkedSession(const std::string& path) const;
   bool doFillRestoreTable();
   void showHeader(const IndexFilling& filling);
   void doAfterOpening();
@@ -78,6 +81,11 @@ class IndexOpening {
   RestoreSelection& selection_;
   AskLoadDisc askLoadDisc_;
   IndexText vsTXT;
+  struct Origin {
+    std::string path;
+    std::string name;  ///< of the file in the archive
+  };
+  Origin opened_;  ///< of what `vsTXT` holds
 };
 
 }  // namespace korvenal

@@ -1,6 +1,6 @@
 #include "restore/frmReadLog.h"
 
-#include "platform/Text.h"
+#include "restore/IndexNames.h"
 
 namespace korvenal {
 
@@ -25,12 +25,13 @@ frmReadLog::frmReadLog(const FoundIndexes& indexes, ReadIndex readIndex)
   for (const FoundIndex& found : indexes) {
     const std::string_view name = found.name;
     const std::size_t jobBytes =
-        name.size() > FoundIndex::StampBytes ? name.size() - FoundIndex::StampBytes : 0;
+        name.size() > IndexNames::StampBytes ? name.size() - IndexNames::StampBytes : 0;
     const std::string_view stamp = name.substr(jobBytes);
     const bool full = stamp.size() >= 2 && stamp[stamp.size() - 2] == 'F';
     vsIndex.addRow({found.drive, std::string(name.substr(0, jobBytes)),
                     dateOfStamp(stamp.substr(stamp.empty() ? 0 : 1)),
                     full ? "Full" : "Differential", found.name});
+    vsIndex.setCellData(vsIndex.Rows() - 1, ReadLogName, found.path);
   }
   vsIndex.Row = vsIndex.hasData() ? 1 : 0;
 }
@@ -42,7 +43,8 @@ void frmReadLog::pbOK() {
 void frmReadLog::doOpenRow(int row) {
   if (!buttonsEnabled || row < 1 || row >= vsIndex.Rows()) return;
   buttonsEnabled = false;
-  const FoundIndex chosen{vsIndex.text(row, ReadLogDrive), vsIndex.text(row, ReadLogName)};
+  const FoundIndex chosen{vsIndex.text(row, ReadLogDrive), vsIndex.text(row, ReadLogName),
+                          vsIndex.cellData(row, ReadLogName)};
   message = "Open backup index in drive (" + chosen.drive + ")...";
   doRepaint();
   readIndex_(chosen);

@@ -11,10 +11,9 @@ namespace korvenal {
 
 /// A backup index found on a drive.
 struct FoundIndex {
-  static constexpr std::size_t StampBytes = 20;  ///< "(2026-11-22-10-00-F)", the end of a name
-
   std::string drive;  ///< "V:"
   std::string name;   ///< the part of the file name between "{" and "}": job and stamp
+  std::string path;   ///< of the file, in the tree of its session
 };
 /// What a search found, in the order of the drives.
 using FoundIndexes = std::vector<FoundIndex>;

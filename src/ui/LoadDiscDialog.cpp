@@ -142,6 +142,9 @@ void LoadDiscDialog::doBuildRange(QVBoxLayout& column) {
   hint->addWidget(InfoIcon_, 0, Qt::AlignTop);
   hint->addWidget(DiscInfo_, 1);
   column.addLayout(hint);
+  MissingDisc_ = wrappedLabel({}, 50, this);
+  MissingDisc_->setObjectName(QStringLiteral("MissingDisc"));
+  column.addWidget(MissingDisc_);
 }
 
 void LoadDiscDialog::doBuildDrives(QVBoxLayout& column) {
@@ -261,6 +264,14 @@ void LoadDiscDialog::doRefreshRange() {
   fillNumbers(*ToDisc_, form_.discChoices, form_.ToDisc);
 }
 
+void LoadDiscDialog::refreshMissing() {
+  MissingDisc_->setVisible(!form_.MissingDisc.empty());
+  MissingDisc_->setText(toQt(form_.MissingDisc));
+  QPalette colors = palette();
+  colors.setColor(QPalette::WindowText, Theme::eventText(EventStyle::Color::Red, colors));
+  MissingDisc_->setPalette(colors);
+}
+
 void LoadDiscDialog::refresh() {
   sentence_->setText(toQt(form_.DESC[0]));
   doRefreshRange();
@@ -270,6 +281,7 @@ void LoadDiscDialog::refresh() {
   InfoIcon_->setVisible(!form_.DiscInfo.empty());
   DiscInfo_->setVisible(!form_.DiscInfo.empty());
   DiscInfo_->setText(toQt(form_.DiscInfo));
+  refreshMissing();
   DriveAction_->setText(toQt(form_.DriveAction));
   noDrive_->setVisible(form_.isWithoutDrive());
   pbEject_->setVisible(form_.trayButtonsShown);

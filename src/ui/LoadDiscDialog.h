@@ -40,6 +40,7 @@ class LoadDiscDialog : public FormDialog {
   void doBuildButtons(class QVBoxLayout& column);
   void doRefreshDrive(int row);
   void doRefreshRange();
+  void refreshMissing();
   bool isMnemonicFree(QChar letter) const;
 
   frmLoadDisc& form_;
@@ -52,6 +53,7 @@ class LoadDiscDialog : public FormDialog {
   QCheckBox* ckSkipBlank_;
   QWidget* InfoIcon_;
   QLabel* DiscInfo_;
+  QLabel* MissingDisc_;
   QLabel* DriveAction_;
   QWidget* vsDrive_;
   QLabel* noDrive_;

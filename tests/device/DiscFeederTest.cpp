@@ -128,7 +128,10 @@ TEST_F(DiscFeederTest, ARestoreGetsTheDiscsOfItsSet) {
   EXPECT_THAT(trays_.log, testing::IsEmpty()) << "nothing is taken out for what is in or nowhere";
   trays_.remove('W');
   feeder_.doFeedRestore(restoreOf({2}, "unknown"));
-  EXPECT_EQ(trays_.nameIn('V'), "B disc 02") << "the newest of that label";
+  EXPECT_THAT(feeder_.missingDiscs(), testing::ElementsAre(2));
+  EXPECT_EQ(trays_.nameIn('V'), "A disc 01") << "no disc of another set takes its place";
+  feeder_.doFeedRestore(restoreOf({2}, ""));
+  EXPECT_EQ(trays_.nameIn('V'), "B disc 02") << "of a set without a name the newest of that label";
 }
 
 TEST_F(DiscFeederTest, AnIndexComesFromTheNewestFirstDisc) {

@@ -33,10 +33,14 @@ class MemoryTrays : public ImageTrays {
   bool isImageDrive(char letter) const override { return trays.contains(letter); }
   std::vector<char> letters() const override { return {}; }
   bool isFeederOn() const override { return feeder; }
-  ImageDisc discIn(char letter) const override { return trays.at(letter); }
+  ImageDisc discIn(char letter) const override { return withTree(trays.at(letter)); }
   bool isOpen(char) const override { return false; }
   std::string shelf() const override { return "/shelf/"; }
-  std::vector<ImageDisc> discsOnShelf() const override { return onShelf; }
+  std::vector<ImageDisc> discsOnShelf() const override {
+    std::vector<ImageDisc> discs;
+    for (const ImageDisc& disc : onShelf) discs.push_back(withTree(disc));
+    return discs;
+  }
   TrayResult insertBlank(char letter, std::uint8_t typeCode, const std::string& name,
                          std::int64_t) override {
     log.push_back("blank " + name);
@@ -65,6 +69,12 @@ class MemoryTrays : public ImageTrays {
   }
 
  private:
+  /// A labelled disc of which nothing is told holds one tree, of no known set.
+  static ImageDisc withTree(ImageDisc disc) {
+    if (disc.trees.empty() && !disc.label.empty())
+      disc.trees = {{.start = 32, .label = disc.label, .identity = {}}};
+    return disc;
+  }
   void doPutIn(char letter, const ImageDisc& disc) {
     if (!trays.at(letter).file.empty()) onShelf.push_back(trays.at(letter));
     trays[letter] = disc;

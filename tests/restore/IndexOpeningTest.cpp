@@ -193,7 +193,7 @@ TEST(Searching, OpensTheOneIndexInTheRootsOfTheDrives) {
   rig.insertDisc(1);
   rig.desktop.answers = {Answer::Yes};
   EXPECT_TRUE(rig.opening.doReadBackupIndex(false));
-  EXPECT_EQ(rig.page.IndexPath, "V:\\" + std::string(First));
+  EXPECT_EQ(rig.page.IndexPath, "V:0\\" + std::string(First));
   EXPECT_EQ(rig.page.setName, "Ph}(;) (2026-11-22-10-00-F)");
   EXPECT_EQ(rig.page.SelectedFiles, 1);
   EXPECT_EQ(rig.desktop.asked.at(0).text, "Do you want to restore all backup items?");
