@@ -31,7 +31,8 @@ std::string DiscClaims::doBeginDisc(const DiscInHand& disc) {
   own_.reset();
   told_ = false;
   notSaved_.clear();
-  return doReadFaults();
+  const std::string unreadable = doReadFaults();
+  return unreadable.empty() ? unreadable : Paths::onDrive(disc.letter, unreadable);
 }
 
 std::string DiscClaims::doReadFaults() {
@@ -40,7 +41,7 @@ std::string DiscClaims::doReadFaults() {
     if (!services_.files.doFileExists(path)) continue;
     const auto text = services_.files.readAll(path, FaultList::Bytes);
     const auto paths = text ? FaultList::parse(*text) : std::nullopt;
-    if (!paths) return path;
+    if (!paths) return name;
     notSaved_.insert(paths->begin(), paths->end());
   }
   return {};

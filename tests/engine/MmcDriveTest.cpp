@@ -179,6 +179,25 @@ TEST_F(MmcDriveTest, ADiscWithOtherContentsIsNotBlank) {
   }
 }
 
+TEST_F(MmcDriveTest, ADiscThatTheDriveCannotTellFromTheOneBeforeIsReadAnew) {
+  std::vector<std::string> media;
+  for (const std::string name : {"first", "other"}) {
+    engine->do_ClearAll();
+    insert("\\", name, dir.write(name, name));
+    ASSERT_TRUE(prepare());
+    ASSERT_EQ(burn().error, 0) << engine->do_GetErrorString();
+    media.push_back(dir.write("medium of " + name, TempDir::read(file)));
+    ASSERT_EQ(erase().error, 0);
+  }
+  for (const std::size_t medium : {0U, 1U, 0U}) {
+    engine->do_UnlockMedium();
+    dir.write("medium", TempDir::read(media[medium]));
+    EXPECT_NE(engine->do_TestUnitReady(), 0);
+    EXPECT_THAT(disc->listFolder('D', ""), ElementsAre(medium == 0 ? "first" : "other"));
+    EXPECT_EQ(disc->sessions('D').size(), 1U);
+  }
+}
+
 TEST_F(MmcDriveTest, ASimulatedBurnLeavesTheDiscAsItIs) {
   insert("\\", "a", dir.write("a", "a"));
   engine->do_SetTestWrite(-1);

@@ -66,7 +66,25 @@ bool MmcDrive::hold() {
     Blocks blocks(*this);
     chain_ = readSessionChain(blocks);
   }
+  // Discs of a set may be alike in all that a drive says of them.
+  if (!readers_.isEmpty() && readHead() != head_) dropReaders();
   return true;
+}
+
+std::int64_t MmcDrive::newestStart() const {
+  const std::int64_t newest = MmcFacts::placeOf(report_, chain_).lastSession;
+  // On discs that are written anywhere block 0 leads to the newest tree.
+  return newest >= 0 && MmcFacts::isOverwritable(report_.profile) ? 0 : newest;
+}
+
+std::vector<std::uint8_t> MmcDrive::readHead() {
+  constexpr std::uint32_t Descriptor = 16;  // tells the moment of the burn, among others
+  const std::int64_t start = newestStart();
+  std::vector<std::uint8_t> block(static_cast<std::size_t>(BlockBytes));
+  if (start < 0 ||
+      readFrom(report_, static_cast<std::uint32_t>(start) + Descriptor, 1, block.data()) != 1)
+    return {};
+  return block;
 }
 
 bool MmcDrive::isReady() {
@@ -147,7 +165,9 @@ std::vector<DiscSession> MmcDrive::sessions() {
     Blocks blocks(*this);
     // Handlers may run meanwhile, and find none.
     auto sessions = readSessions(blocks, MmcFacts::sessionStarts(report_, chain_));
-    if (!sessions.empty()) readers_.keepSessions(std::move(sessions));
+    if (sessions.empty()) return {};
+    head_ = readHead();
+    readers_.keepSessions(std::move(sessions));
   }
   return readers_.sessions();
 }
@@ -155,16 +175,14 @@ std::vector<DiscSession> MmcDrive::sessions() {
 std::shared_ptr<DiscReader> MmcDrive::reader(const DiscLibraries& libraries, ReaderAid aid,
                                              std::optional<std::uint32_t> session) {
   if (busy_ || !hold()) return nullptr;
-  const std::int64_t newest = MmcFacts::placeOf(report_, chain_).lastSession;
+  const std::int64_t newest = newestStart();
   if (newest < 0) return nullptr;
   if (auto kept = readers_.find(session)) return kept;
   if (session) sessions();
   if (!readers_.isKnown(session)) return nullptr;
-  // On discs that are written anywhere block 0 leads to the newest tree.
-  const bool overwritable = MmcFacts::isOverwritable(report_.profile);
-  const std::uint32_t start =
-      session.value_or(overwritable ? 0 : static_cast<std::uint32_t>(newest));
+  const std::uint32_t start = session.value_or(static_cast<std::uint32_t>(newest));
   auto reader = DiscReader::open(libraries, openBlocks(), start, aid);
+  if (reader) head_ = readHead();
   // While its head was read, a handler may have opened one as well.
   if (auto kept = readers_.find(session)) return kept;
   readers_.keep(session, reader);

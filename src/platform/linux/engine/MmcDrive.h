@@ -53,6 +53,10 @@ class MmcDrive : public Drive {
 
   /// True when the drive is held and its disc is known.
   bool hold();
+  /// Where the newest tree is read; -1 without one.
+  std::int64_t newestStart() const;
+  /// What tells this disc from all others: the newest volume descriptor. Empty without one.
+  std::vector<std::uint8_t> readHead();
   /// Reads from the disc of that report, and from no other.
   std::int64_t readFrom(const MmcReport& disc, std::uint32_t first, std::uint32_t count,
                         std::uint8_t* buffer);
@@ -65,6 +69,7 @@ class MmcDrive : public Drive {
   bool erased_ = false;  ///< by this program, and nothing has been written or changed since
   MmcReport report_;  ///< of the disc, as of the last hold
   SessionChain chain_;
+  std::vector<std::uint8_t> head_;  ///< of the disc that the readers are of
   SessionReaders readers_;
 };
 

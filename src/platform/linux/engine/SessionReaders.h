@@ -33,6 +33,7 @@ class SessionReaders {
   std::shared_ptr<DiscReader> find(std::optional<std::uint32_t> session) const;
   /// Null is not kept.
   void keep(std::optional<std::uint32_t> session, std::shared_ptr<DiscReader> reader);
+  bool isEmpty() const { return readers_.empty() && sessions_.empty(); }
   /// The disc changes: readers are detached, and nothing is known any more.
   void drop();
 
