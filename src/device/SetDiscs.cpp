@@ -25,10 +25,14 @@ DiscMatch matchDisc(const std::vector<DiscSession>& sessions, const WantedDisc& 
   const auto labelled = [&wanted](const DiscSession& one) {
     return Text::equalsIgnoreCase(one.label, wanted.label);
   };
-  const auto ofSet = std::find_if(sessions.rbegin(), sessions.rend(), [&](const auto& one) {
-    return labelled(one) && one.identity.isSame(wanted.identity);
-  });
-  if (ofSet != sessions.rend()) return {DiscMatch::Kind::OfSet, {*ofSet}};
+  const DiscSession* ofSet = nullptr;
+  for (const DiscSession& one : sessions) {
+    if (!labelled(one) || !one.identity.isSame(wanted.identity)) continue;
+    // The newest; where two jobs began in one second, of the job that is wanted.
+    const bool better = one.identity.job == wanted.identity.job;
+    if (ofSet == nullptr || better || ofSet->identity.job != wanted.identity.job) ofSet = &one;
+  }
+  if (ofSet != nullptr) return {DiscMatch::Kind::OfSet, {*ofSet}};
   std::vector<DiscSession> unmarked = unmarkedOf(sessions, wanted);
   if (std::any_of(unmarked.begin(), unmarked.end(), labelled))
     return {DiscMatch::Kind::ByLabel, std::move(unmarked)};

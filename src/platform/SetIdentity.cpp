@@ -26,7 +26,12 @@ std::string plainName(std::string_view name) {
 }  // namespace
 
 SetIdentity SetIdentity::ofRun(UnixTime moment, bool differential, std::string_view jobName) {
-  return {Dates::digits(moment), differential ? 'D' : 'F', plainName(jobName)};
+  return of(Dates::digits(moment), differential ? 'D' : 'F', jobName);
+}
+
+SetIdentity SetIdentity::of(std::string_view date, char type, std::string_view jobName) {
+  if (!isDate(date)) return {};
+  return {std::string(date), type, plainName(jobName)};
 }
 
 SetIdentity SetIdentity::parse(std::string_view text) {

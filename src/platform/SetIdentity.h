@@ -19,6 +19,8 @@ struct SetIdentity {
 
   /// Of a run that began at the moment.
   static SetIdentity ofRun(UnixTime moment, bool differential, std::string_view jobName);
+  /// Of a set whose index says so; unknown when that is no date.
+  static SetIdentity of(std::string_view date, char type, std::string_view jobName);
   /// Of what a volume-set id says; without a date when it says nothing of the kind.
   static SetIdentity parse(std::string_view text);
 

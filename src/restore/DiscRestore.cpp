@@ -125,7 +125,7 @@ std::optional<DiscInHand> DiscRestore::findWantedIn(char letter) {
   const int wanted = wantedDisc();
   const DiscRecognition::Look look = discs_.look(letter, wanted);
   if (look.another.isKnown())
-    services_.grids.doEventMessage("* Backup disc #" + std::to_string(wanted) +
+    services_.grids.doEventMessage("*Backup disc #" + std::to_string(wanted) +
                                    " belongs to another backup: " + look.another.shown() + ".");
   return look.disc;
 }

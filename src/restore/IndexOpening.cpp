@@ -157,9 +157,7 @@ void IndexOpening::takeOrigin(const IndexHeader& header) {
   page_.setName = IndexNames::setName(Paths::doGetFilePart(opened_.path));
   char type = IndexNames::typeOf(Paths::doGetFilePart(opened_.path));
   if (type == 0) type = IndexNames::typeOf(page_.IndexName);
-  page_.identity = SetIdentity::parse(header.created);
-  page_.identity.type = type;
-  page_.identity.job = header.jobName;
+  page_.identity = SetIdentity::of(header.created, type, header.jobName);
   page_.isSetUnmarked = isInUnmarkedSession(opened_.path);
 }
 
