@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include <fstream>
 
 #include "engine/EngineFixture.h"
@@ -180,18 +182,24 @@ TEST_F(MmcDriveTest, ADiscWithOtherContentsIsNotBlank) {
 }
 
 TEST_F(MmcDriveTest, ADiscThatTheDriveCannotTellFromTheOneBeforeIsReadAnew) {
+  namespace fs = std::filesystem;
+  constexpr std::uintmax_t TrackBytes = 2'000'000;
   std::vector<std::string> media;
   for (const std::string name : {"first", "other"}) {
     engine->do_ClearAll();
     insert("\\", name, dir.write(name, name));
     ASSERT_TRUE(prepare());
     ASSERT_EQ(burn().error, 0) << engine->do_GetErrorString();
-    media.push_back(dir.write("medium of " + name, TempDir::read(file)));
-    ASSERT_EQ(erase().error, 0);
+    media.push_back(dir / ("medium of " + name));
+    fs::copy_file(file, media.back());
+    fs::resize_file(media.back(), TrackBytes);
+    fs::resize_file(file, 0);
+    fs::resize_file(file, static_cast<std::uintmax_t>(20000 * BlockBytes));
+    engine->do_UnlockMedium();
   }
   for (const std::size_t medium : {0U, 1U, 0U}) {
     engine->do_UnlockMedium();
-    dir.write("medium", TempDir::read(media[medium]));
+    fs::copy_file(media[medium], file, fs::copy_options::overwrite_existing);
     EXPECT_NE(engine->do_TestUnitReady(), 0);
     EXPECT_THAT(disc->listFolder('D', ""), ElementsAre(medium == 0 ? "first" : "other"));
     EXPECT_EQ(disc->sessions('D').size(), 1U);
