@@ -165,6 +165,25 @@ TEST_F(KillTest, NoCallOfThePackingLeavesAFileBehind) {
   }
 }
 
+TEST_F(KillTest, ARestoreThatIsKilledLeavesTheOldFileOrTheNewOne) {
+  ASSERT_EQ(console(script_), 0) << said();
+  const std::string target = temp_.makeFolder("target");
+  const std::string script = temp_.write("restore", "index\nrestore " + target + " --mode 0\n");
+  const int calls = callsOf(script, ".part");
+  const std::string name = Text::replaceAll(file_, temp_.path(), "target/");
+  const std::string restored = fs::exists(temp_ / name) ? name : "target/folder/large.bin";
+  ASSERT_GT(calls, 5);
+  for (const int call : {1, 2, calls / 2, calls - 1, calls}) {
+    SCOPED_TRACE("killed at call " + std::to_string(call) + " of " + std::to_string(calls));
+    temp_.write(restored, "as it was");
+    EXPECT_EQ(killedConsole(script, call, ".part"), -SIGKILL);
+    EXPECT_EQ(test::TempDir::read(temp_ / restored), "as it was");
+    ASSERT_EQ(console(script), 0) << said();
+    EXPECT_TRUE(test::TempDir::read(temp_ / restored) == test::TempDir::read(file_));
+    EXPECT_EQ(test::TempDir::names(fs::path(temp_ / restored).parent_path()).size(), 1U);
+  }
+}
+
 TEST_F(KillTest, ReportsOutliveTheNextStart) {
   const std::string report = temp_.write("app/LOG/$1.log", "of a program that was killed\n");
   EXPECT_EQ(console(look_), 0) << said();

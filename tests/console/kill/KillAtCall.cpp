@@ -5,6 +5,7 @@
 //   KORVENAL_KILL_COUNT  a file that gets the number of calls when the program ends by itself
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -88,6 +89,22 @@ int open64(const char* path, int flags, ...) {
   return real(path, flags, mode);
 }
 
+int openat(int folder, const char* path, int flags, ...) {
+  static const auto real = next<int (*)(int, const char*, int, ...)>("openat");
+  va_list more;
+  va_start(more, flags);
+  const mode_t mode = modeOf(flags, more);
+  va_end(more);
+  if ((flags & O_CREAT) != 0) strike(path);
+  return real(folder, path, flags, mode);
+}
+
+ssize_t sendfile(int target, int source, off_t* offset, size_t count) {
+  static const auto real = next<ssize_t (*)(int, int, off_t*, size_t)>("sendfile");
+  strikeOpen(target);
+  return real(target, source, offset, count);
+}
+
 ssize_t write(int file, const void* bytes, size_t count) {
   static const auto real = next<ssize_t (*)(int, const void*, size_t)>("write");
   strikeOpen(file);
@@ -116,6 +133,12 @@ int rename(const char* from, const char* to) {
   static const auto real = next<int (*)(const char*, const char*)>("rename");
   strike(from);
   return real(from, to);
+}
+
+int renameat(int fromFolder, const char* from, int toFolder, const char* to) {
+  static const auto real = next<int (*)(int, const char*, int, const char*)>("renameat");
+  strike(from);
+  return real(fromFolder, from, toFolder, to);
 }
 
 int unlink(const char* path) {
