@@ -132,9 +132,13 @@ void DiscFeeder::doFeedIndexDisc() {
   }
   if (target == 0) return;
   const Shelf shelf = trays_.discsOnShelf();
-  std::string file = newestWith(shelf, label);
+  std::string file =
+      newestOf(shelf, [&](const ImageDisc& disc) { return DiscNames::bears(disc, label); });
+  // Any disc of a set may carry its index as well.
+  if (file.empty() && trays_.discIn(target).label.empty())
+    file = newestOf(shelf, &DiscNames::isOfAnySet);
   if (file.empty()) {
-    // Without any first disc a single written one can only be what is meant.
+    // Without any disc of a set a single written one can only be what is meant.
     int written = 0;
     for (const ImageDisc& disc : shelf) {
       if (isBlank(disc)) continue;
@@ -146,11 +150,12 @@ void DiscFeeder::doFeedIndexDisc() {
   trays_.insert(target, file);
 }
 
-std::string DiscFeeder::newestWith(const Shelf& shelf, const std::string& label) {
+std::string DiscFeeder::newestOf(const Shelf& shelf,
+                                 const std::function<bool(const ImageDisc&)>& isMeant) {
   std::string file;
   UnixTime newest = 0;
   for (const ImageDisc& disc : shelf) {
-    if (!DiscNames::bears(disc, label) || (!file.empty() && disc.modified <= newest)) continue;
+    if (!isMeant(disc) || (!file.empty() && disc.modified <= newest)) continue;
     file = disc.file;
     newest = disc.modified;
   }

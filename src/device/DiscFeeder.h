@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -12,8 +13,9 @@ namespace korvenal {
 
 /// Puts the obvious disc into image drives, so that nobody is asked for what is plain: a blank disc
 /// for a burn, the wanted disc of the set for a restore, the first disc of the newest set for
-/// reading an index. It never writes over a disc: one that is in the way goes out to the shelf
-/// first. Drives that a person has served in the prompt are left alone, and real drives always are.
+/// reading an index, or any disc of a set where no first one is left. It never writes over a disc:
+/// one that is in the way goes out to the shelf first. Drives that a person has served in the
+/// prompt are left alone, and real drives always are.
 class DiscFeeder {
  public:
   explicit DiscFeeder(ImageTrays& trays) : trays_(trays) {}
@@ -50,8 +52,9 @@ class DiscFeeder {
   bool holdsWanted(char letter, int disc, const DiscRequest& request, const Shelf& shelf) const;
   /// The newest of those that fit best.
   static Candidate findOfSet(const Shelf& shelf, int number, const DiscRequest& request);
-  /// The newest disc with the label. Empty: none.
-  static std::string newestWith(const Shelf& shelf, const std::string& label);
+  /// The newest of the discs that are meant. Empty: none is.
+  static std::string newestOf(const Shelf& shelf,
+                              const std::function<bool(const ImageDisc&)>& isMeant);
 
   ImageTrays& trays_;
   std::string drives_;

@@ -12,6 +12,8 @@ namespace {
 /// Between the name of a set and the number of a disc in the names of image files.
 constexpr std::string_view DiscWord = " disc ";
 
+const std::string LabelHead = "Backup #";
+
 constexpr std::size_t StampBytes = 21;  ///< " (2026-11-22-10-00-F)", the end of a set's name
 constexpr std::size_t LongestSet = 160;
 constexpr std::size_t LongestJob = 120;
@@ -32,7 +34,7 @@ std::string_view nameOf(const ImageDisc& disc) {
 }  // namespace
 
 std::string labelOf(int disc) {
-  return "Backup #" + std::to_string(disc);
+  return LabelHead + std::to_string(disc);
 }
 
 std::string ofSet(const std::string& setName, int disc) {
@@ -43,6 +45,12 @@ std::string ofSet(const std::string& setName, int disc) {
 bool bears(const ImageDisc& disc, const std::string& label) {
   return std::any_of(disc.trees.begin(), disc.trees.end(),
                      [&](const DiscSession& tree) { return tree.label == label; });
+}
+
+bool isOfAnySet(const ImageDisc& disc) {
+  return std::any_of(disc.trees.begin(), disc.trees.end(), [](const DiscSession& tree) {
+    return Text::startsWith(tree.label, LabelHead);
+  });
 }
 
 bool isOfSet(const ImageDisc& disc, const std::string& setName) {

@@ -16,6 +16,8 @@ std::string ofSet(const std::string& setName, int disc);
 
 /// One of its sessions bears the label.
 bool bears(const ImageDisc& disc, const std::string& label);
+/// A tree on the disc bears the label of some disc of a set.
+bool isOfAnySet(const ImageDisc& disc);
 bool isOfSet(const ImageDisc& disc, const std::string& setName);
 /// True for "name.iso" and, when that was taken, "name 2.iso".
 bool isNamed(const ImageDisc& disc, const std::string& name);

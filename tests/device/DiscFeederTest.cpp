@@ -146,6 +146,12 @@ TEST_F(DiscFeederTest, AnIndexComesFromTheNewestFirstDisc) {
   EXPECT_THAT(trays_.log, testing::IsEmpty()) << "a first disc is in";
 
   trays_.trays['V'] = {};
+  trays_.onShelf = {disc("B disc 03", "Backup #3", 99), disc("B disc 02", "Backup #2", 98),
+                    disc("foreign", "HOLIDAY", 100)};
+  feeder_.doFeedIndexDisc();
+  EXPECT_EQ(trays_.nameIn('V'), "B disc 03") << "the first discs are lost";
+
+  trays_.trays['V'] = {};
   trays_.onShelf = {disc("foreign", "HOLIDAY")};
   feeder_.doFeedIndexDisc();
   EXPECT_EQ(trays_.nameIn('V'), "foreign") << "the only one there is";
