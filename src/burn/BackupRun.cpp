@@ -38,7 +38,10 @@ BackupResult BackupRun::doStartBackup() {
   const Plan& plan = services_.plan;
   // A finished run starts over; a stopped one goes on behind the last disc it burned.
   if (request_.DiscsBurned == plan.TotalDiscs) request_.DiscsBurned = 0;
-  if (request_.DiscsBurned == 0) services_.grids.doForgetDiscs(BackupPageIndex);
+  if (request_.DiscsBurned == 0) {
+    services_.grids.doForgetDiscs(BackupPageIndex);
+    writer_.doBeginSet();
+  }
   if (plan.TotalSize == Fixed4(0) || plan.TotalDiscs == 0 || plan.TotalFiles == 0) {
     doRefuse("No file need to be backup.", MessageIcon::Warning);
     return {End::NothingToDo, {.missed = plan.missed}};
@@ -138,7 +141,8 @@ BackupResult::End BackupRun::doRunBackup() {
   state.TaskError = 0;
   doShowNotice();
   const End end = state.StopAction ? End::Stopped : doBurnDiscSet();
-  if (state.StopAction) services_.grids.doEventMessage("Action stop by user.");
+  if (state.StopAction && end != End::Finished)
+    services_.grids.doEventMessage("Action stop by user.");
   page = {};
   return end;
 }
@@ -183,10 +187,12 @@ BackupResult::End BackupRun::doBurnLoads() {
     writer_.doWriteDiscs(request_);
     services_.page.pbStopEnabled = false;
     services_.desktop.doYield();
-    if (state.StopAction) return End::Stopped;
-    if (state.TaskError != 0) return End::ErrorLimit;
+    // Before the stop: one that came when the last disc was done has nothing left to stop.
+    const bool allDone = request_.DiscsBurned >= services_.plan.TotalDiscs;
+    if (state.StopAction && !allDone) return End::Stopped;
+    if (state.TaskError != 0 && !allDone) return End::ErrorLimit;
     doPlayChime();
-    if (request_.DiscsBurned >= services_.plan.TotalDiscs) {
+    if (allDone) {
       doFinish();
       return End::Finished;
     }
@@ -197,6 +203,7 @@ BackupResult::End BackupRun::doBurnLoads() {
 
 void BackupRun::doFinish() {
   request_.DiscsBurned = 0;
+  services_.state.StopAction = false;  // it came too late to stop anything
   services_.grids.doEventMessage("Backup action finished.");
   Table& recent = services_.records.vsRecent;
   if (!recent.hasData()) return;

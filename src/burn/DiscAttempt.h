@@ -3,7 +3,10 @@
 #include <cstdint>
 #include <string>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
+#include "platform/Files.h"
 #include "records/Records.h"
 
 namespace korvenal {
@@ -25,6 +28,9 @@ struct DiscAttempt {
   std::int32_t FileErrorCount = 0;
   /// Disc paths of files whose place on the disc holds padding.
   std::unordered_set<std::string> padded;
+  /// In a differential backup: rows of the plan in their order, and how their sources were when the
+  /// disc was prepared.
+  std::vector<std::pair<int, FileInfo>> states;
 
   bool success = false;
   bool discError = false;  ///< counts towards the limit of failed discs

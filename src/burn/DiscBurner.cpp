@@ -8,12 +8,7 @@ void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
   services_.grids.doEventMessage("Burning backup disc #" + std::to_string(attempt.number) + "...");
   doSetOptions(attempt);
   doShowAndPost("Collecting disc track information...");
-  if (!layout_.doBuild(attempt)) {
-    attempt.doStop();
-    return;
-  }
-  if (!doInsertIndex(attempt)) return;
-  if (!doPrepareTrack(attempt)) return;
+  if (!doCollectTrack(attempt) || !doInsertIndex(attempt) || !doPrepareTrack(attempt)) return;
 
   services_.engine.do_SetVolumeID(attempt.record.label);
   services_.engine.do_SetVolumeSetID(services_.plan.identity.text());
@@ -26,6 +21,7 @@ void DiscBurner::doBurnDisc(DiscAttempt& attempt, DiscRequest& request) {
   const int sessionsBefore = services_.engine.do_SessionsOnDisc();
   doShowAndPost("Allocating data buffer...");
   // Every line posted so far was a chance to stop; a burn not begun spoils no disc.
+  services_.desktop.doYield();
   if (doLeaveAtStop(attempt)) return;
   if (!doStartBurn(attempt)) return;
   doWaitForBurn();
@@ -38,14 +34,25 @@ void DiscBurner::doSetOptions(const DiscAttempt& attempt) {
   const bool staysOpen = attempt.type == DiscDvdRam || attempt.type == DiscDvdPlusRw;
   monitor_.BurnFinalize = !staysOpen && services_.job.FinalizeDisc;
   if (!staysOpen) engine.do_SetFinalizeDisc(monitor_.BurnFinalize ? -1 : 0);
-  // The setting of the program governs here, not the job's box of the same name.
-  const int skip = services_.settings.SkipError ? -1 : 0;
-  engine.do_SetSkipFileOnError(skip);
-  engine.do_SetFileError_Skip(skip);
+  // What cannot be read is told or asked about when the sources are measured: one file shall not
+  // spoil a disc.
+  engine.do_SetSkipFileOnError(-1);
+  engine.do_SetFileError_Skip(-1);
+}
+
+bool DiscBurner::doCollectTrack(DiscAttempt& attempt) {
+  changes_.doBeginTry();
+  measuring_.doFitSplitFiles(attempt);
+  if (layout_.doBuild(attempt) && measuring_.doMeasure(attempt, layout_.files())) return true;
+  attempt.doStop();
+  return false;
 }
 
 bool DiscBurner::doInsertIndex(DiscAttempt& attempt) {
-  if (index_.doInsert(attempt.number, layout_.files().size())) return true;
+  return index_.doInsert(attempt.number, layout_.files().size()) || doLeaveWithoutIndex(attempt);
+}
+
+bool DiscBurner::doLeaveWithoutIndex(DiscAttempt& attempt) const {
   if (doLeaveAtStop(attempt)) return false;
   attempt.doFail("Error: Backup index could not be written.");
   attempt.endsRun = true;
@@ -53,18 +60,28 @@ bool DiscBurner::doInsertIndex(DiscAttempt& attempt) {
 }
 
 bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
-  if (!doMakeTrack(attempt)) return false;
-  // The content of the disc goes before a copy of the index.
-  if (isTrackTooLarge() && index_.doTakeBack(attempt.number) && !doMakeTrack(attempt)) return false;
-  if (!isTrackTooLarge()) return true;
+  while (doMakeTrack(attempt)) {
+    const std::int64_t excess =
+        std::int64_t{monitor_.ImageBlocks} - services_.engine.do_GetFreeBlocksOnDisc() + 1;
+    if (excess <= 0) return true;
+    if (!doMakeSmaller(attempt, excess)) break;
+  }
+  return false;
+}
+
+bool DiscBurner::doMakeSmaller(DiscAttempt& attempt, std::int64_t excess) {
+  // Without a copy of the index nothing on the disc would tell the new size of a grown file: that
+  // file goes first.
+  if (measuring_.doTakeOutGrown(layout_.files(), excess))
+    return index_.doReplace(attempt.number, layout_.files().size()) || doLeaveWithoutIndex(attempt);
+  if (index_.doTakeBack(attempt.number)) {
+    measuring_.doTakeOutChanged(layout_.files());
+    return true;
+  }
   if (const std::string room = texts_.roomText(); !room.empty())
     services_.grids.doEventMessage("*" + room);
   attempt.doFail("Error: Disc free space not enough.");
   return false;
-}
-
-bool DiscBurner::isTrackTooLarge() const {
-  return monitor_.ImageBlocks >= services_.engine.do_GetFreeBlocksOnDisc();
 }
 
 bool DiscBurner::doMakeTrack(DiscAttempt& attempt) {
@@ -120,9 +137,10 @@ void DiscBurner::doJudge(DiscAttempt& attempt, int sessionsBefore, DiscRequest& 
   const auto engineSentence = [this] {
     return "Error: " + texts_.doGetDiscErrorText(DiscTexts::Transfer::Writing);
   };
-  if (doLeaveAtStop(attempt)) return;
+  doTellUnsaved(attempt);
+  // A burn that ended well before a stop reached it is a burned disc.
   if (services_.state.TaskError != 0) {
-    attempt.doFail(engineSentence());
+    if (!doLeaveAtStop(attempt)) attempt.doFail(engineSentence());
     return;
   }
   // A disc that is written once must have gained a session.
@@ -137,10 +155,24 @@ void DiscBurner::doJudge(DiscAttempt& attempt, int sessionsBefore, DiscRequest& 
     doFailBurn(attempt, engineSentence());
     return;
   }
-  for (const FileFault& fault : engine.do_GetSkippedFiles()) attempt.padded.insert(fault.discPath);
+  progress.text = "100%";
+  doKeepBurned(attempt, request);
+}
+
+void DiscBurner::doTellUnsaved(DiscAttempt& attempt) {
+  for (const FileFault& fault : services_.engine.do_GetSkippedFiles()) {
+    services_.grids.doEventMessage("*" + fault.source + ": " + fault.reason);
+    attempt.padded.insert(fault.discPath);
+  }
+}
+
+void DiscBurner::doKeepBurned(DiscAttempt& attempt, DiscRequest& request) {
+  if (!attempt.padded.empty())
+    for (const int row : layout_.files())
+      if (attempt.padded.contains(services_.plan.vsBuffer.fileOnDisc(row))) changes_.doLose(row);
+  changes_.doKeepTry();
   request.DiscsBurned = attempt.number;
   request.BurnFromDisc = attempt.number + 1;
-  progress.text = "100%";
   attempt.doSucceed();
 }
 

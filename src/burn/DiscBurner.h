@@ -9,18 +9,23 @@
 #include "burn/DiscLayout.h"
 #include "burn/DiscTexts.h"
 #include "burn/IndexOnDisc.h"
+#include "burn/SourceMeasuring.h"
 
 namespace korvenal {
 
 /// Burns the track of one disc on a disc that is ready for it, and judges what came of it.
 class DiscBurner {
  public:
-  DiscBurner(BurnServices& services, DiscTexts& texts, BackgroundWork& work, IndexOnDisc& index)
+  /// All arguments outlive this.
+  DiscBurner(BurnServices& services, DiscTexts& texts, BackgroundWork& work, IndexOnDisc& index,
+             SourceChanges& changes)
       : services_(services),
         texts_(texts),
         work_(work),
         index_(index),
+        changes_(changes),
         layout_(services),
+        measuring_(services, changes),
         monitor_(services.state, services.engine, services.grids, services.clock) {}
 
   std::string BurnLogFile;  ///< of the last burn; written by the engine
@@ -30,13 +35,17 @@ class DiscBurner {
 
  private:
   void doSetOptions(const DiscAttempt& attempt);
+  bool doCollectTrack(DiscAttempt& attempt);
   bool doInsertIndex(DiscAttempt& attempt);
+  bool doLeaveWithoutIndex(DiscAttempt& attempt) const;
   bool doPrepareTrack(DiscAttempt& attempt);
   bool doMakeTrack(DiscAttempt& attempt);
-  bool isTrackTooLarge() const;
+  bool doMakeSmaller(DiscAttempt& attempt, std::int64_t excess);
   bool doStartBurn(DiscAttempt& attempt);
   void doTellCause();
   void doWaitForBurn();
+  void doTellUnsaved(DiscAttempt& attempt);
+  void doKeepBurned(DiscAttempt& attempt, DiscRequest& request);
   void doJudge(DiscAttempt& attempt, int sessionsBefore, DiscRequest& request);
   void doFailBurn(DiscAttempt& attempt, std::string sentence);
   bool doLeaveAtStop(DiscAttempt& attempt) const;
@@ -46,7 +55,9 @@ class DiscBurner {
   DiscTexts& texts_;
   BackgroundWork& work_;
   IndexOnDisc& index_;
+  SourceChanges& changes_;
   DiscLayout layout_;
+  SourceMeasuring measuring_;
   BurnMonitor monitor_;
 };
 

@@ -43,10 +43,11 @@ bool DiscLayout::doBuild(DiscAttempt& attempt) {
     // The file that the pieces below belong to; its own row may be on an earlier disc.
     if (type == RowType::SplitFile) splitRow = row;
     if (table.row(row).disc != attempt.number) continue;
-    if (isFolderOnDisc(type)) {
+    const bool folder = isFolderOnDisc(type);
+    if (!folder) ++attempt.files;
+    if (folder && !table.row(row).lost) {
       doAddFolder(row);
-    } else {
-      ++attempt.files;
+    } else if (!table.row(row).lost) {
       doAddFile(row, splitRow);
     }
     if (++done % RowsPerStep != 0) continue;
@@ -66,8 +67,6 @@ void DiscLayout::doAddFolder(int row) const {
 void DiscLayout::doAddFile(int row, int splitRow) {
   const PlanTable& table = services_.plan.vsBuffer;
   const std::string source = table.sourcePath(row);
-  // What is gone is passed over here and reported when the disc is verified.
-  if (!services_.files.doFileExists(source)) return;
   files_.push_back(row);
   const DiscPlace place = placeOnDisc(table.fileOnDisc(row));
   services_.engine.do_SetPlannedSource(plannedSource(row, splitRow, source));

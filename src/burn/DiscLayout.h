@@ -24,7 +24,7 @@ class DiscLayout {
  public:
   explicit DiscLayout(BurnServices& services) : services_(services) {}
 
-  /// Shows percent as it goes. False when it was stopped.
+  /// Shows percent as it goes. Files that are lost stay out. False when it was stopped.
   bool doBuild(DiscAttempt& attempt);
   /// The rows of the files that went into the layout, in their order.
   const std::vector<int>& files() const { return files_; }

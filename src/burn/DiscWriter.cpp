@@ -13,17 +13,38 @@ bool needsReset(std::uint8_t type) {
   return type == DiscDvdPlusRw || type == DiscDvdPlusR || type == DiscDvdPlusRDl;
 }
 
+int lostFilesOn(int disc, const PlanTable& table) {
+  int lost = 0;
+  for (int at = 1; at < table.Rows(); ++at) {
+    const PlanTable::Row& row = table.row(at);
+    if (row.disc == disc && row.lost && !isFolderOnDisc(row.type)) ++lost;
+  }
+  return lost;
+}
+
 }  // namespace
 
 DiscWriter::DiscWriter(BurnServices& services)
     : services_(services),
       texts_(services.engine),
       work_(services.state, services.engine, services.desktop),
+      changes_(services.plan),
       check_(services, texts_),
       preparation_(services, work_),
       index_(services),
-      burner_(services, texts_, work_, index_),
-      verification_(services) {}
+      burner_(services, texts_, work_, index_, changes_),
+      verification_(services, changes_) {}
+
+void DiscWriter::doForgetPlan() {
+  changes_.doForget();
+  verification_.doForgetPieces();
+  index_.doForgetPlan();
+}
+
+void DiscWriter::doBeginSet() {
+  changes_.doRestart();
+  verification_.doForgetPieces();
+}
 
 void DiscWriter::doClearCounts() {
   DiscErrorCount = 0;
@@ -99,7 +120,7 @@ DiscWriter::Next DiscWriter::doWriteDisc(char letter, DiscRequest& request) {
   doRecord(attempt);
   services_.engine.do_UnlockMedium();
   services_.engine.do_EjectMedium();
-  if (!state.StopAction) {
+  if (!state.StopAction || attempt.success) {
     services_.grids.doEventMessage((attempt.discError ? "*" : "") + attempt.record.note);
     if (freeBytes > Fixed4(0))
       services_.grids.doEventMessage("Disc free space remaining:  " +
@@ -139,6 +160,9 @@ void DiscWriter::doSettle(DiscAttempt& attempt) {
   if (!attempt.verified) services_.grids.doClearReport();
 
   faults.discs += attempt.discError ? 1 : 0;
+  // A disc that was not read again lacks what its burn left out all the same.
+  if (attempt.success && !attempt.verified)
+    attempt.FileErrorCount = lostFilesOn(attempt.number, services_.plan.vsBuffer);
   faults.files += attempt.FileErrorCount;
   faults.notVerified += attempt.success && !attempt.verified ? 1 : 0;
 }

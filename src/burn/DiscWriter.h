@@ -14,7 +14,7 @@ namespace korvenal {
 /// What went wrong in a run so far.
 struct RunFaults {
   int discs = 0;        ///< attempts that failed
-  int files = 0;        ///< files that verification found wrong
+  int files = 0;        ///< files that are not on their disc, or not whole
   int notVerified = 0;  ///< discs burned that could not be read again
   int missed = 0;       ///< what the job names and the scan could not take, see `Plan`
 };
@@ -35,10 +35,9 @@ class DiscWriter {
   /// Zeroes what is counted for one run.
   void doClearCounts();
   /// The plan is another one now.
-  void doForgetPlan() {
-    verification_.doForgetPieces();
-    index_.doForgetPlan();
-  }
+  void doForgetPlan();
+  /// The set is burned from its first disc on.
+  void doBeginSet();
   /// Before the first disc: makes sure that there is the index that the plan wants. False when
   /// there is none and the person does not want to burn without it, or at a stop.
   bool doEnsureIndex() { return index_.doEnsure(); }
@@ -59,6 +58,7 @@ class DiscWriter {
   BurnServices& services_;
   DiscTexts texts_;
   BackgroundWork work_;
+  SourceChanges changes_;
   DiscCheck check_;
   DiscPreparation preparation_;
   IndexOnDisc index_;

@@ -47,6 +47,18 @@ bool IndexOnDisc::doEnsure() {
 
 bool IndexOnDisc::doInsert(int disc, std::size_t filesInLayout) {
   place_.reset();
+  copies_ = 0;
+  return doPut(disc, filesInLayout);
+}
+
+bool IndexOnDisc::doReplace(int disc, std::size_t filesInLayout) {
+  if (!place_) return true;
+  services_.engine.do_LeaveOutSource(*place_);
+  place_.reset();
+  return doPut(disc, filesInLayout);
+}
+
+bool IndexOnDisc::doPut(int disc, std::size_t filesInLayout) {
   if (!isWanted()) return true;
   if (!doBringUpToDate())
     return !services_.state.StopAction && (disc != 1 || isAgreedToGoWithout());
@@ -55,7 +67,7 @@ bool IndexOnDisc::doInsert(int disc, std::size_t filesInLayout) {
   services_.engine.do_SetPlannedSource({.size = plan.IndexSizeFinal.whole(), .modified = {}});
   services_.engine.do_InsertFileWithName("\\", plan.IndexTempPath, plan.IndexDiscName, "", 0, 0, 0,
                                          0);
-  place_ = static_cast<std::int32_t>(filesInLayout);
+  place_ = static_cast<std::int32_t>(filesInLayout + copies_++);
   return true;
 }
 

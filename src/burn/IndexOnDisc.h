@@ -25,6 +25,8 @@ class IndexOnDisc {
   /// Puts the index, as the plan is now, into the layout of a disc, which holds so many files
   /// already. False when the run must end, since the first disc is to have one, or at a stop.
   bool doInsert(int disc, std::size_t filesInLayout);
+  /// Puts it in anew after the plan has changed once more, unless it was taken back. As above.
+  bool doReplace(int disc, std::size_t filesInLayout);
   /// Takes it out again when the disc is too small for both. False when there is nothing to take.
   bool doTakeBack(int disc);
 
@@ -33,10 +35,12 @@ class IndexOnDisc {
   bool isUpToDate() const;
   bool doBringUpToDate();
   bool isAgreedToGoWithout();
+  bool doPut(int disc, std::size_t filesInLayout);
 
   BurnServices& services_;
   BackupIndex index_;
   bool withoutIndex_ = false;          ///< the person agreed to burn this plan without an index
+  std::size_t copies_ = 0;             ///< put into the layout at hand, those taken out too
   std::optional<std::int32_t> place_;  ///< its number in the layout at hand; nothing: not in it
 };
 

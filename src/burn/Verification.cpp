@@ -85,31 +85,32 @@ void Verification::doVerifyFiles(DiscAttempt& attempt) {
       doShowPercent(static_cast<int>(
           std::min<std::int64_t>(std::int64_t{count} * 100 / std::max(attempt.files, 1), 100)));
 
-    const std::string sourcePath = table.sourcePath(row);
-    const FileInfo source = services_.files.doGetInfo(sourcePath);
-    const std::string result = resultOf(attempt, row, source);
-    doAddVerifyRow(attempt.number, Paths::onDrive(attempt.letter, table.fileOnDisc(row)), result,
-                   sourcePath);
-    if (result != Pass) {
+    const Result result = resultOf(attempt, row);
+    doAddVerifyRow(attempt.number, Paths::onDrive(attempt.letter, table.fileOnDisc(row)),
+                   result.text, table.sourcePath(row));
+    if (!result.saved) {
       ++attempt.FileErrorCount;
     } else if (services_.job.isDifferential()) {
-      doMarkSaved(row, splitRow, source);
+      doMarkSaved(attempt, row, splitRow);
     }
   }
   doShowPercent(100);
 }
 
-std::string Verification::resultOf(const DiscAttempt& attempt, int row,
-                                   const FileInfo& source) const {
-  if (source.kind == FileInfo::Kind::Missing) return "Source not found";
+Verification::Result Verification::resultOf(const DiscAttempt& attempt, int row) const {
   const PlanTable& table = services_.plan.vsBuffer;
   const std::string discPath = table.fileOnDisc(row);
+  FileInfo onDisc;
   // Padding of the right size stands where a source could not be read.
-  if (attempt.padded.contains(discPath)) return "Backup failed";
-  const FileInfo onDisc = services_.files.doGetInfo(Paths::onDrive(attempt.letter, discPath));
-  if (onDisc.kind == FileInfo::Kind::Missing) return "Backup failed";
-  return onDisc.kind == FileInfo::Kind::File && onDisc.size == table.row(row).size ? Pass
-                                                                                   : "Size error";
+  if (!table.row(row).lost && !attempt.padded.contains(discPath))
+    onDisc = services_.files.doGetInfo(Paths::onDrive(attempt.letter, discPath));
+  if (onDisc.kind == FileInfo::Kind::Missing) {
+    const bool gone = !services_.files.doFileExists(table.sourcePath(row));
+    return {gone ? "Source not found" : "Backup failed", false};
+  }
+  const bool whole = onDisc.kind == FileInfo::Kind::File && onDisc.size == table.row(row).size;
+  const bool asScanned = changes_.growth(row) == Fixed4(0);
+  return {whole && asScanned ? Pass : "Size error", whole};
 }
 
 void Verification::doAddVerifyRow(int disc, const std::string& pathOnDisc,
@@ -121,14 +122,14 @@ void Verification::doAddVerifyRow(int disc, const std::string& pathOnDisc,
                              services_.grids.OnlyShowErrorFile && result == Pass);
 }
 
-void Verification::doMarkSaved(int row, int splitRow, const FileInfo& source) {
+void Verification::doMarkSaved(const DiscAttempt& attempt, int row, int splitRow) {
   const PlanTable& table = services_.plan.vsBuffer;
-  const bool piece = table.row(row).type == RowType::Piece;
-  if (piece && !isWholeFileSaved(row, splitRow)) return;
-  // What changed since the plan was made is not what stands on the disc: it stays to be saved.
-  const PlanTable::Row& planned = table.row(piece ? splitRow : row);
-  if (source.size != planned.size || (planned.dated && source.modified != planned.modified)) return;
-  services_.bits.doClearArchiveBit(table.sourcePath(row), source);
+  if (table.row(row).type == RowType::Piece && !isWholeFileSaved(row, splitRow)) return;
+  // Not as the file is by now: a change since then stays to be saved.
+  const auto burned = std::lower_bound(attempt.states.begin(), attempt.states.end(), row,
+                                       [](const auto& state, int at) { return state.first < at; });
+  if (burned != attempt.states.end() && burned->first == row)
+    services_.bits.doClearArchiveBit(table.sourcePath(row), burned->second);
 }
 
 bool Verification::isWholeFileSaved(int row, int splitRow) {

@@ -26,6 +26,8 @@ Choice choiceOf(const MessageBox& message) {
       return {{{"Yes", "No"}, message.yesInPersonOnly ? 1 : 0, 1}, {Answer::Yes, Answer::No}};
     case MessageButtons::YesNoCancel:
       return {{{"Yes", "No", "Cancel"}, 0, 2}, {Answer::Yes, Answer::No, Answer::Cancel}};
+    case MessageButtons::SkipRetryStop:
+      return {{{"Skip", "Retry", "Stop"}, 0, 2}, {Answer::Skip, Answer::Retry, Answer::Stop}};
     case MessageButtons::Ok:
       break;
   }

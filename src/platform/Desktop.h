@@ -9,8 +9,8 @@
 namespace korvenal {
 
 enum class MessageIcon { None, Information, Question, Warning, Stop };
-enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class Answer { Ok, Cancel, Yes, No };
+enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel, SkipRetryStop };
+enum class Answer { Ok, Cancel, Yes, No, Skip, Retry, Stop };
 
 struct MessageBox {
   std::string text;

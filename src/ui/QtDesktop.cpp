@@ -69,6 +69,8 @@ QMessageBox::StandardButtons buttonsOf(MessageButtons buttons) {
       return QMessageBox::Yes | QMessageBox::No;
     case MessageButtons::YesNoCancel:
       return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case MessageButtons::SkipRetryStop:
+      return QMessageBox::Ignore | QMessageBox::Retry | QMessageBox::Abort;
     case MessageButtons::Ok:
       break;
   }
@@ -84,10 +86,15 @@ Answer answerOf(int button, MessageButtons buttons) {
       return Answer::Yes;
     case QMessageBox::No:
       return Answer::No;
+    case QMessageBox::Ignore:
+      return Answer::Skip;
+    case QMessageBox::Retry:
+      return Answer::Retry;
     default:
       break;
   }
   if (buttons == MessageButtons::Ok) return Answer::Ok;
+  if (buttons == MessageButtons::SkipRetryStop) return Answer::Stop;
   return buttons == MessageButtons::YesNo ? Answer::No : Answer::Cancel;
 }
 
@@ -143,6 +150,12 @@ Answer QtDesktop::doShowMessage(const MessageBox& message) {
   box.setTextFormat(Qt::PlainText);
   box.setText(toQt(message.text));
   box.setStandardButtons(buttonsOf(message.buttons));
+  if (message.buttons == MessageButtons::SkipRetryStop) {
+    box.button(QMessageBox::Ignore)->setText(QtDesktop::tr("&Skip"));
+    box.button(QMessageBox::Retry)->setText(QtDesktop::tr("&Retry"));
+    box.button(QMessageBox::Abort)->setText(QtDesktop::tr("S&top"));
+    box.setEscapeButton(QMessageBox::Abort);
+  }
   if (message.noPreselected) box.setDefaultButton(QMessageBox::No);
   return answerOf(box.exec(), message.buttons);
 }

@@ -177,14 +177,16 @@ TEST(ImageDrives, AStopBetweenLinesLeavesWholeDiscsAndTheNextStartGoesOn) {
       main.controller.pbStop(Backup);
     };
     const End end = world.start();
-    EXPECT_EQ(end == End::Stopped, pressed) << lines;
-    EXPECT_EQ(world.lastEvent(), pressed ? "Action stop by user." : "Backup action finished.");
+    // A press while the last disc is settled comes too late to stop anything.
+    const bool stopped = pressed && world.column(7) != "Success.Success.";
+    EXPECT_EQ(end == End::Stopped, stopped) << lines;
+    EXPECT_EQ(world.lastEvent(), stopped ? "Action stop by user." : "Backup action finished.");
     EXPECT_FALSE(main.state.ActionBusy || main.state.ActionRunning || main.state.IgnoreEvents);
     EXPECT_EQ(world.ports.engine.do_GetState(), 0);
     const std::string notes = world.column(7);
     EXPECT_EQ(Text::replaceAll(Text::replaceAll(notes, "Success.", ""), "Action stop by user.", ""),
               "");
-    if (!pressed) continue;
+    if (!stopped) continue;
     const int burned = main.backup.request().DiscsBurned;
     world.prompts.clear();
     world.desktop.onYield = {};

@@ -11,7 +11,9 @@ using ::testing::ElementsAre;
 
 struct VerificationTest : testing::Test {
   BurnWorld world;
-  Verification verification{world.services};
+  SourceChanges changes{world.plan};
+  Verification verification{world.services, changes};
+  MemoryFiles burned{world.engine};  ///< the sources as they were burned
   std::map<std::string, std::int64_t>& onDisc = world.engine.drives['V'].disc.emplace().files;
 
   DiscAttempt verify(int number, std::unordered_set<std::string> padded = {}) {
@@ -20,6 +22,10 @@ struct VerificationTest : testing::Test {
     attempt.number = number;
     attempt.padded = std::move(padded);
     attempt.record.label = "Backup #1";
+    const PlanTable& table = world.plan.vsBuffer;
+    for (int row = 1; row < table.Rows(); ++row)
+      if (table.row(row).disc == number && !isFolderOnDisc(table.row(row).type))
+        attempt.states.emplace_back(row, burned.doGetInfo(table.sourcePath(row)));
     attempt.doSucceed();
     verification.doVerifyDisc(attempt, false);
     return attempt;
@@ -41,7 +47,6 @@ TEST_F(VerificationTest, EveryFileOfTheDiscHasOneResult) {
   world.files.sources.erase("/src/gone.txt");
   onDisc = {{"_KORVEN{H}.bdx", 900},
             {"Photos\\a.jpg", 2999},
-            {"gone.txt", 5},
             {"padded.txt", 5},
             {"Photos\\big.iso\\big.iso.001", 4194304}};
   const DiscAttempt attempt = verify(1, {"padded.txt"});
@@ -67,6 +72,7 @@ TEST_F(VerificationTest, OnlyWhatStandsOnDiscAsPlannedCountsAsSaved) {
             {"Photos\\a.jpg", 3000},
             {"Photos\\b.jpg", 3000},
             {"Photos\\big.iso\\big.iso.001", 4194304}};
+  burned.sources = world.files.sources;
   world.files.sources["/src/b.jpg"].modified += 1;  // after it was burned
   verify(1);
   EXPECT_THAT(world.bits.cleared,
@@ -74,14 +80,32 @@ TEST_F(VerificationTest, OnlyWhatStandsOnDiscAsPlannedCountsAsSaved) {
       << "one piece is not the file";
   world.bits.cleared.clear();
   verify(2);
-  EXPECT_TRUE(world.bits.cleared.empty()) << "the second piece is missing";
+  EXPECT_THAT(world.bits.cleared, ElementsAre("/src/b.jpg")) << "the second piece is missing";
+  EXPECT_EQ(world.bits.states["/src/b.jpg"].modified, burned.sources["/src/b.jpg"].modified);
+  world.bits.cleared.clear();
   onDisc["Photos\\big.iso\\big.iso.002"] = 6291456;
   verify(2);
-  EXPECT_THAT(world.bits.cleared, ElementsAre("/src/big.iso"));
+  EXPECT_THAT(world.bits.cleared, ElementsAre("/src/big.iso", "/src/b.jpg"));
   world.job.optBackupType = 0;
   world.bits.cleared.clear();
   verify(1);
   EXPECT_TRUE(world.bits.cleared.empty()) << "a full backup marks nothing";
+}
+
+TEST_F(VerificationTest, AFileBurnedInAnotherSizeThanItHadAtTheScanIsToldAndSaved) {
+  world.planOneFile(3000);
+  world.job.optBackupType = 1;
+  FileInfo now = world.files.sources["/src/one.txt"];
+  now.size = Fixed4(4000);
+  burned.sources["/src/one.txt"] = now;
+  changes.doChange(1, now);
+  onDisc = {{"one.txt", 4000}};
+  world.files.sources.erase("/src/one.txt");
+  EXPECT_EQ(verify(1).FileErrorCount, 0);
+  EXPECT_THAT(report(), ElementsAre("one.txt|Size error|/src/one.txt"));
+  EXPECT_EQ(world.bits.states["/src/one.txt"].size, Fixed4(4000));
+  onDisc = {{"one.txt", 3000}};
+  EXPECT_EQ(verify(1).FileErrorCount, 1) << "not what was burned";
 }
 
 TEST_F(VerificationTest, ADriveThatDoesNotComeBackIsToldAndNothingIsSaved) {

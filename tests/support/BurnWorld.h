@@ -56,9 +56,11 @@ class NoArchive : public IndexArchive {
 class RecordedBits : public ArchiveBits {
  public:
   std::vector<std::string> cleared;
+  std::map<std::string, FileInfo> states;  ///< for which the bits were cleared
   bool doHasArchiveBit(const std::string&, const FileInfo&) override { return true; }
-  void doClearArchiveBit(const std::string& path, const FileInfo&) override {
+  void doClearArchiveBit(const std::string& path, const FileInfo& info) override {
     cleared.push_back(path);
+    states[path] = info;
   }
   void begin() override {}
   void commit() override {}

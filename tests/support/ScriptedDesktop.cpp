@@ -23,6 +23,7 @@ Answer ScriptedDesktop::doShowMessage(const MessageBox& message) {
   }
   if (!answerAllOk)
     ADD_FAILURE() << "unexpected question: " << message.title << ": " << message.text;
+  if (message.buttons == MessageButtons::SkipRetryStop) return Answer::Skip;
   const bool yesNo =
       message.buttons == MessageButtons::YesNo || message.buttons == MessageButtons::YesNoCancel;
   return yesNo ? Answer::Yes : Answer::Ok;

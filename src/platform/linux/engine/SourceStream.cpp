@@ -18,7 +18,7 @@ namespace korvenal {
 
 namespace {
 
-constexpr const char* ChangedText = "The file was changed while it was burned";
+constexpr const char* ChangedInBurn = "The file was changed while it was burned";
 constexpr int CancelBurn = static_cast<int>(ISO_CANCELED);
 constexpr int Rereadings = 3;  ///< of a file whose change time moves again and again
 
@@ -90,12 +90,12 @@ int SourceStream::openSource() {
   int error = 0;
   file_ = openSourceFile(source_.path, opened_, error);
   if (!file_) return fail(std::system_category().message(error));
-  if (!opened_.looksLike(source_.state)) return fail(ChangedText);
+  if (!opened_.looksLike(source_.state)) return fail(ChangedInBurn);
   // A new mode, owner or link explains a change time that moved alone. Without such a cause the
   // file was rewritten and its time put back.
   const bool explained =
       opened_.changed == source_.state.changed || opened_.keeping != source_.state.keeping;
-  return explained ? 0 : fail(ChangedText);
+  return explained ? 0 : fail(ChangedInBurn);
 }
 
 /// Reads the piece that begins so many bytes behind the start of the range into the buffer.
@@ -108,7 +108,7 @@ int SourceStream::readPiece(std::int64_t from) {
                                 source_.offset + from + static_cast<std::int64_t>(held_));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return fail(std::system_category().message(errno));
-    if (got == 0) return fail(ChangedText);
+    if (got == 0) return fail(ChangedInBurn);
     held_ += static_cast<std::size_t>(got);
   }
   return 0;
@@ -120,12 +120,12 @@ int SourceStream::checkUnchanged() {
     struct stat status {};
     if (::fstat(file_.get(), &status) != 0) return fail(std::system_category().message(errno));
     const SourceState now = SourceState::of(status);
-    if (!now.looksLike(opened_)) return fail(ChangedText);
+    if (!now.looksLike(opened_)) return fail(ChangedInBurn);
     if (now.changed == opened_.changed) return 0;
     opened_ = now;
     if (const int result = readAgain(); result != 0 || failed_) return result;
   }
-  return fail(ChangedText);
+  return fail(ChangedInBurn);
 }
 
 /// Settles whether the content that was handed out is still that of the file. The last piece is in
@@ -138,7 +138,7 @@ int SourceStream::readAgain() {
     again.add({context_.buffer().data(), held_});
     from += static_cast<std::int64_t>(held_);
   }
-  return again == digest_ ? 0 : fail(ChangedText);
+  return again == digest_ ? 0 : fail(ChangedInBurn);
 }
 
 /// Reads the next piece into the buffer. 0, or the code that cancels the burn.
