@@ -151,9 +151,9 @@ Answer QtDesktop::doShowMessage(const MessageBox& message) {
   box.setText(toQt(message.text));
   box.setStandardButtons(buttonsOf(message.buttons));
   if (message.buttons == MessageButtons::SkipRetryStop) {
-    box.button(QMessageBox::Ignore)->setText(QtDesktop::tr("&Skip"));
-    box.button(QMessageBox::Retry)->setText(QtDesktop::tr("&Retry"));
-    box.button(QMessageBox::Abort)->setText(QtDesktop::tr("S&top"));
+    box.button(QMessageBox::Ignore)->setText(QObject::tr("&Skip"));
+    box.button(QMessageBox::Retry)->setText(QObject::tr("&Retry"));
+    box.button(QMessageBox::Abort)->setText(QObject::tr("S&top"));
     box.setEscapeButton(QMessageBox::Abort);
   }
   if (message.noPreselected) box.setDefaultButton(QMessageBox::No);
