@@ -20,10 +20,10 @@ class RestoreFixture : public ConsoleFixture {
            "'\nbackup\n";
   }
   /// A disc of a set that another program wrote, with what lies in the folder of its number.
-  std::string makeDisc(int number) {
+  std::string makeDisc(int number, const std::string& identity = "") {
     const std::string name = std::to_string(number), image = temp / (name + ".iso");
     EXPECT_EQ(runProgram({"xorriso", "-outdev", "stdio:" + image, "-volid", "Backup #" + name,
-                          "-map", temp / name, "/"},
+                          "-volset_id", identity, "-map", temp / name, "/"},
                          temp / "printed"),
               0);
     return image;

@@ -110,7 +110,8 @@ TEST_F(RestoreTrust, AFullDiskEndsTheRunWhichGoesOnWhenThereIsRoom) {
   once("Action stop: Insufficient HDD space.", [this] { fs::remove(target + "/filler"); });
   // A person goes on where a script would end.
   const std::string again = "restore " + target + " --mode 3";
-  const Outcome outcome = run("index\n" + again + "\n" + again, false, {"ok", "yes", "ok", "ok", "ok"});
+  const Outcome outcome =
+      run("index\n" + again + "\n" + again, false, {"ok", "yes", "ok", "ok", "ok"});
   EXPECT_THAT(outcome.out, HasSubstr("* Failed: Insufficient HDD space."));
   EXPECT_THAT(outcome.out, HasSubstr("2 restored, 0 skipped, 0 failed, 1 not done yet."));
   EXPECT_THAT(outcome.out, HasSubstr("3 files selected: 3 restored, 0 skipped, 0 failed."));
@@ -163,6 +164,22 @@ TEST_F(RestoreTrust, AFileThatCannotBeWrittenKeepsNoDiscWanted) {
   EXPECT_THAT(outcome.out, HasSubstr("2 files selected: 1 restored, 0 skipped, 1 failed."));
   EXPECT_EQ(countOf(outcome.out, "Select drive (V:)"), 1) << outcome.out;
   EXPECT_THAT(outcome.out, HasSubstr("Is a directory"));
+}
+
+TEST_F(RestoreTrust, ADiscOfTheSetWithoutAWantedFileIsAskedForOnce) {
+  feeder = false;
+  temp.write("1/else", "text");
+  temp.write("2/file2", "text");
+  const std::string identity = "20261122100000-F Photos";
+  makeDisc(2, identity);
+  const Outcome outcome =
+      run("disc insert V " + makeDisc(1, identity) + "\nindex " +
+              writeIndex(test::IndexLines().file("file1", 4, 1).file("file2", 4, 2)) +
+              "\nselect all\nrestore " + target + "\nerrors",
+          false, {"no", "ok", "insert V " + temp.path() + "2.iso", "ok", "stop"});
+  EXPECT_EQ(outcome.code, ExitCode::Failed) << outcome.out;
+  EXPECT_THAT(outcome.out, HasSubstr("2 files selected: 1 restored, 0 skipped, 1 failed."));
+  EXPECT_THAT(outcome.out, HasSubstr("Backup file not found."));
 }
 
 TEST_F(RestoreTrust, ASecondRestoreBeginsWithAnEmptyErrorList) {
@@ -218,6 +235,24 @@ TEST_F(RestoreTrust, ADiscThatLeftTheDriveIsWantedAgainForWhatIsMissing) {
   EXPECT_THAT(outcome.out, HasSubstr("10 files selected: 10 restored, 0 skipped, 0 failed."));
   EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
   for (int i = 0; i < Files; ++i) EXPECT_TRUE(restored(std::to_string(i)) == content) << i;
+}
+
+TEST_F(RestoreTrust, APrivateFolderIsPrivateAgain) {
+  temp.write("source/private/deep/f", "secret");
+  const auto day = fs::last_write_time(source + "private") - std::chrono::hours(100);
+  for (const char* folder : {"private/deep", "private"}) {
+    fs::permissions(source + folder, fs::perms(*(folder + 7) == 0 ? 0700 : 0511));
+    fs::last_write_time(source + folder, day);
+  }
+  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
+  EXPECT_EQ(restore(0).code, ExitCode::Ok);
+  EXPECT_EQ(restored("private/deep/f"), "secret");
+  EXPECT_EQ(modeOf("private"), 0700U);
+  EXPECT_EQ(modeOf("private/deep"), 0511U);
+  EXPECT_LT(std::chrono::abs(fs::last_write_time(target + "/private") - day),
+            std::chrono::seconds(2));
+  for (const std::string& folder : {source, target + "/"})
+    fs::permissions(folder + "private/deep", fs::perms(0700));
 }
 
 TEST_F(RestoreTrust, FoldersComeBackWithTheirBitsAndDates) {
