@@ -150,6 +150,23 @@ TEST_F(DamagedDiscTest, FoldersThatNeverEndFailTheAppendWithTheirReason) {
   EXPECT_THAT(append(), HasSubstr("\\F "));
 }
 
+TEST_F(DamagedDiscTest, FoldersThatLieTooDeepFailTheAppend) {
+  const std::string source = dir.write("source", "");
+  const auto chain = [](int levels) {
+    std::string path = "d";
+    for (int level = 1; level < levels; ++level) path += "\\d";
+    return path;
+  };
+  for (const int levels : {1000, 1001}) {
+    blank(DiscDvdPlusR);
+    engine->do_ClearAll();
+    insert(chain(levels), "x", source);
+    ASSERT_EQ(prepareAndBurn().error, 0) << engine->do_GetErrorString();
+    EXPECT_THAT(append(), HasSubstr(levels == 1000 ? "" : "too deep"));
+    shelf->remove('V');
+  }
+}
+
 TEST_F(DamagedDiscTest, AnUnreadableFolderFailsTheAppend) {
   burnTree();
   const std::size_t bad = blockOf(record("FILE_0"));

@@ -15,7 +15,7 @@ namespace korvenal {
 namespace {
 
 constexpr std::int64_t MostEarlierEntries = 2'000'000;
-constexpr int MostLevels = 500;
+constexpr int MostLevels = 1000;  ///< as many as are read of any disc
 constexpr const char* OutOfMemory = "Out of memory";
 
 struct Waiting {
