@@ -49,7 +49,10 @@ bool DiscBurner::doCollectTrack(DiscAttempt& attempt) {
 }
 
 bool DiscBurner::doInsertIndex(DiscAttempt& attempt) {
-  return index_.doInsert(attempt.number, layout_.files().size()) || doLeaveWithoutIndex(attempt);
+  if (!index_.doInsert(attempt.number, layout_.files().size())) return doLeaveWithoutIndex(attempt);
+  // What changed is told by the index of its own disc alone.
+  if (index_.isMissing()) measuring_.doTakeOutChanged(layout_.files());
+  return true;
 }
 
 bool DiscBurner::doLeaveWithoutIndex(DiscAttempt& attempt) const {

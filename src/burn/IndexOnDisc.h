@@ -27,6 +27,8 @@ class IndexOnDisc {
   bool doInsert(int disc, std::size_t filesInLayout);
   /// Puts it in anew after the plan has changed once more, unless it was taken back. As above.
   bool doReplace(int disc, std::size_t filesInLayout);
+  /// The layout at hand lacks it, though the discs of this plan are to have one.
+  bool isMissing() const { return isWanted() && !withoutIndex_ && !place_; }
   /// Takes it out again when the disc is too small for both. False when there is nothing to take.
   bool doTakeBack(int disc);
 

@@ -93,6 +93,29 @@ TEST_F(IndexCopies, EachDiscHasOneAndAnyOfThemOpensTheSet) {
   EXPECT_EQ(test::TempDir::read(target + "/z.txt"), "the end") << outcome.out;
 }
 
+TEST_F(IndexCopies, TheOwnOneOfADiscTellsWhatChangedBeforeItWasBurned) {
+  writeTwoDiscs();
+  whenPrinted = {
+      {"Burning backup disc #2...", [this] { temp.write("source/z.txt", "rewritten"); }}};
+  const std::string tsv = temp / "plan.tsv";
+  Outcome outcome = run(backupTo(tsv));
+  ASSERT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
+  whenPrinted.clear();
+  for (const int disc : {1, 2}) {
+    outcome = run("disc insert V '" + imageOf(disc) +
+                  "'\nindex\nselect none\nselect z.txt\nlist z.txt\n" + "restore " + target +
+                  " --mode 0");
+    EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
+    EXPECT_EQ(test::TempDir::read(target + "/z.txt"), "rewritten");
+    const auto told = HasSubstr("Files of backup disc #2 had changed when it was burned");
+    if (disc == 1)
+      EXPECT_THAT(outcome.out, told);
+    else
+      EXPECT_THAT(outcome.out, Not(told)) << "the index opened is that of the disc";
+    fs::remove(target + "/z.txt");
+  }
+}
+
 TEST_F(IndexCopies, OneThatIsGoneBeforeTheFirstDiscIsWrittenAnew) {
   temp.write("source/a.txt", "text");
   const std::string tsv = temp / "plan.tsv";
