@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "burn/BackgroundWork.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -53,6 +54,7 @@ void Verification::doVerifyDisc(DiscAttempt& attempt, bool reset) {
   } else {
     services_.desktop.doYield();
     grids.doEventMessage("Verifying backup files...");
+    const MediumLock lock(services_.engine);
     doVerifyFiles(attempt);
     attempt.verified = true;
   }

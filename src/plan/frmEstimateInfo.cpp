@@ -21,6 +21,7 @@ frmEstimateInfo::frmEstimateInfo(const Job& job, const Plan& plan, Profile& prof
       files(std::to_string(plan.TotalFiles)),
       splitFiles(std::to_string(plan.TotalSplits)),
       totalSize(formatSizeText(plan.TotalSize, true)),
+      leftOut(plan.skippedNotes),
       vsDisc({"Disc No.", "Label", "Used", "Filled"}),
       vsDContents(job, plan),
       chkShowInfo(isWanted(profile)),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "job/Job.h"
 #include "plan/DiscContents.h"
@@ -32,6 +33,7 @@ class frmEstimateInfo : public Form {
   const std::string files;
   const std::string splitFiles;
   const std::string totalSize;
+  const std::vector<std::string> leftOut;  ///< lines about what the scan had to pass over
 
   Table vsDisc;
   DiscContents vsDContents;  ///< of the disc selected

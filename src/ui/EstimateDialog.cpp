@@ -7,6 +7,7 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 
+#include "platform/Text.h"
 #include "ui/DialogParts.h"
 #include "ui/DiscBar.h"
 #include "ui/Texts.h"
@@ -73,6 +74,7 @@ EstimateDialog::EstimateDialog(frmEstimateInfo& form, QWidget* parent)
   close->setDefault(true);
   auto* column = new QVBoxLayout(this);
   column->addWidget(totals());
+  if (!form.leftOut.empty()) column->addWidget(leftOut());
   column->addWidget(halves, 1);
   column->addLayout(buttonRow({chkShowInfo_, chkShowPath_}, {close}));
   connect(chkShowInfo_, &QCheckBox::clicked, this,
@@ -104,6 +106,20 @@ QWidget* EstimateDialog::totals() {
   large.setPointSizeF(large.pointSizeF() * 1.4);
   line->setFont(large);
   return line;
+}
+
+/// The first lines about what is not in the estimate; a run tells them all.
+QWidget* EstimateDialog::leftOut() {
+  constexpr std::size_t Shown = 5;
+  QStringList lines;
+  for (std::size_t i = 0; i < std::min(form_.leftOut.size(), Shown); ++i)
+    lines << toQt(Text::escaped(form_.leftOut[i]));
+  if (form_.leftOut.size() > Shown) lines << QStringLiteral("...");
+  auto* text = new QLabel(lines.join(QLatin1Char('\n')), this);
+  text->setObjectName(QStringLiteral("leftOut"));
+  text->setTextFormat(Qt::PlainText);
+  text->setWordWrap(true);
+  return text;
 }
 
 QTableView* EstimateDialog::addTable(const char* name, QAbstractItemModel& model) {

@@ -21,6 +21,7 @@ class EstimateDialog : public FormDialog {
 
  private:
   QWidget* totals();
+  QWidget* leftOut();
   QWidget* discs();
   QWidget* contents();
   QTableView* addTable(const char* name, QAbstractItemModel& model);

@@ -16,6 +16,24 @@ class EstimateDialogTest : public WindowFixture {
   }
 };
 
+TEST_F(EstimateDialogTest, WhatIsNotThereIsTold) {
+  makeFile("notes.txt", 2048);
+  doStart();
+  program->doTask01();
+  program->job.comboDiscType = 0;
+  int folder = 0;
+  program->addItems.doCreateItem(folder, "Photos", source.substr(0, source.size() - 1));
+  program->addItems.doCreateItem(folder, "Disk", "/not/mounted");
+  static_cast<MainWindow&>(window()).refresh();
+  person.when("frmEstimateInfo", [](QWidget& report) {
+    EXPECT_EQ(Person::find<QLabel>(report, "leftOut").text(),
+              QStringLiteral("Not existing, not backed up: /not/mounted"));
+    Person::press(report, "pbClose");
+  });
+  press("pbEstimate");
+  EXPECT_TRUE(person.isDone());
+}
+
 TEST_F(EstimateDialogTest, TheEstimateIsToldAndItsReportShowsEveryDisc) {
   makeFile("notes.txt", 2048);
   doStart();
