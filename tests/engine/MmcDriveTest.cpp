@@ -186,6 +186,7 @@ TEST_F(MmcDriveTest, ADiscThatTheDriveCannotTellFromTheOneBeforeIsReadAnew) {
   std::vector<std::string> media;
   for (const std::string name : {"first", "other"}) {
     engine->do_ClearAll();
+    engine->do_SetVolumeID(name);  // both may be burned within one second
     insert("\\", name, dir.write(name, name));
     ASSERT_TRUE(prepare());
     ASSERT_EQ(burn().error, 0) << engine->do_GetErrorString();
