@@ -30,8 +30,7 @@ TEST_F(KindChangeTest, TheNewerOfTwoBackupsHasTheNameWhateverKindItIs) {
   EXPECT_THAT(disc->listFolder('V', "file"), ElementsAre("file.001", "file.002"));
   EXPECT_EQ(readDisc("file\\file.002"), "piece 2");
   EXPECT_EQ(readDisc("folder"), "a file now");
-  EXPECT_EQ(readDisc("both\\kept") + readDisc("both\\added") + readDisc("beside"),
-            "keptaddedkept");
+  EXPECT_EQ(readDisc("both\\kept") + readDisc("both\\added") + readDisc("beside"), "keptaddedkept");
 }
 
 TEST_F(KindChangeTest, NamesOfOneBackupNeverReplaceEachOther) {
