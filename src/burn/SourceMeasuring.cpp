@@ -7,7 +7,7 @@ namespace korvenal {
 namespace {
 
 constexpr const char* OtherStateText = "The file has changed and no longer fits its pieces";
-constexpr const char* UntoldText = "The file has changed, and the disc has no room to tell so";
+constexpr const char* UntoldText = "The file has changed, and no index on its disc tells so";
 constexpr const char* GrownText = "The file has grown and does not fit on the disc";
 
 std::int64_t blocksOf(Fixed4 bytes) {

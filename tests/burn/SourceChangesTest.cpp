@@ -133,6 +133,17 @@ TEST_F(SourceChangesTest, APieceThatFailedInMidBurnLosesTheWholeFile) {
   EXPECT_EQ(writer.faults.files, 2) << "one row on each disc";
 }
 
+TEST_F(SourceChangesTest, ASizeThatNoIndexOnTheDiscTellsIsNotSaved) {
+  world.plan.IndexOnDiscs = true;  // that of disc 1 stands; no other can be written
+  write();
+  source("b.jpg").size = Fixed4(4000);
+  write();
+  EXPECT_FALSE(isOnDisc("Photos\\b.jpg"));
+  EXPECT_TRUE(isLost("b.jpg"));
+  EXPECT_TRUE(isOnDisc("Photos\\big.iso\\big.iso.002"));
+  EXPECT_THAT(world.events(), HasSubstr("*/src/b.jpg: The file has changed, and no index"));
+}
+
 TEST_F(SourceChangesTest, WhatHasGrownTooMuchStaysOutAndTheRestIsBurned) {
   world.plan.vsBuffer.clear();
   world.plan.clearTotals();
