@@ -117,12 +117,16 @@ Fixed4 BackupIndex::doWriteBackupIndex(const Plan& plan, const Header* header) {
   files_.doDeleteFile(plan.IndexZipPath);
   const int result = archive_.compress(plan.IndexZipPath, plan.IndexTempPath, IndexPassword,
                                        [this] { desktop_.doYield(); });
-  if (result == 0) {
-    desktop_.doYield();
-    if (files_.doFileExists(plan.IndexZipPath))
-      files_.doRename(plan.IndexZipPath, plan.IndexTempPath);
-  }
+  desktop_.doYield();
+  if (result == 0 && isReadable(plan)) files_.doRename(plan.IndexZipPath, plan.IndexTempPath);
   return files_.doGetFileSize(plan.IndexTempPath);
+}
+
+/// What packs too well would be taken for a bomb when it is opened: it stays as it is.
+bool BackupIndex::isReadable(const Plan& plan) const {
+  const Fixed4 packed = files_.doGetFileSize(plan.IndexZipPath);
+  return packed > Fixed4(0) &&
+         files_.doGetFileSize(plan.IndexTempPath) <= Fixed4(mostIndexBytesIn(packed.whole()));
 }
 
 bool BackupIndex::writeText(const Plan& plan, const Header* header) {

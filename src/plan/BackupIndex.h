@@ -42,6 +42,7 @@ class BackupIndex {
 
  private:
   bool writeText(const Plan& plan, const Header* header);
+  bool isReadable(const Plan& plan) const;
 
   Files& files_;
   IndexArchive& archive_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 namespace korvenal {
@@ -16,5 +17,13 @@ inline constexpr std::int64_t PieceMax = 1084227584;   ///< a rest up to this st
 /// Lines of an index with its header, and bytes of its text: more is not written, and not read.
 inline constexpr int MaxIndexLines = 2'000'000;
 inline constexpr std::int64_t MaxIndexBytes = 1LL << 30;
+
+/// Bytes of text that a packed index may hold. Hardly any index packs better than this; a bomb
+/// does.
+constexpr std::int64_t mostIndexBytesIn(std::int64_t packedBytes) {
+  constexpr std::int64_t MaxRatio = 128;
+  constexpr std::int64_t SmallTextBytes = 16LL << 20;
+  return std::min(MaxIndexBytes, SmallTextBytes + MaxRatio * packedBytes);
+}
 
 }  // namespace korvenal

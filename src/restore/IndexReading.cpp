@@ -10,10 +10,6 @@ namespace korvenal {
 
 namespace {
 
-/// No index packs better than this, but for small ones; a bomb does.
-constexpr std::int64_t MaxRatio = 128;
-constexpr std::int64_t SmallTextBytes = 16LL << 20;
-
 /// A file that goes away with its scope.
 class TemporaryFile {
  public:
@@ -39,9 +35,7 @@ std::optional<IndexReading::Content> IndexReading::doRead(const std::string& pat
 }
 
 std::optional<std::string> IndexReading::doExtract(const std::string& path) const {
-  const std::int64_t packedBytes = files_.doGetFileSize(path).whole();
-  const std::int64_t limit =
-      std::min(RestoreTree::MaxTextBytes, SmallTextBytes + MaxRatio * packedBytes);
+  const std::int64_t limit = mostIndexBytesIn(files_.doGetFileSize(path).whole());
   const TemporaryFile extracted(files_, workspace_.TempFolder + IndexScratchName);
   const auto pump = [this] { desktop_.doYield(); };
   if (archive_.extract(path, extracted.path(), IndexPassword, limit, pump) != 0)

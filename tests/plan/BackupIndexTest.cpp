@@ -30,6 +30,17 @@ TEST_F(BackupIndexFile, StaysPlainTextWhenItCannotBePacked) {
   EXPECT_EQ(Text::split(lines[0], '\t')[1], "My Job");
 }
 
+TEST_F(BackupIndexFile, StaysPlainTextWhenItPacksLikeABomb) {
+  std::vector<ListEntry> entries;
+  for (int i = 0; i < 50'000; ++i)
+    entries.push_back(file(std::string(200, 'n') + std::to_string(i), 1));
+  addItem("/s/f", folder(std::string(150, 'f'), std::move(entries)));
+  archive.packed = "small";
+  scan();
+  EXPECT_THAT(files.contents.at(plan.IndexTempPath), testing::StartsWith("KORVEN"));
+  EXPECT_GT(plan.IndexSizeFinal, Fixed4(mostIndexBytesIn(5)));
+}
+
 TEST_F(BackupIndexFile, ThatCannotBeWrittenIsTold) {
   workspace.TempFolder = files.brokenFolder;
   scan();

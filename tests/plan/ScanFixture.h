@@ -31,10 +31,11 @@ class PlainArchive : public IndexArchive {
  public:
   explicit PlainArchive(ListFiles& files) : files_(files) {}
   bool fails = false;
+  std::string packed;  ///< what an archive holds instead; empty: the text
 
   int compress(const std::string& archive, const std::string& file, const std::string&,
                const Pump&) override {
-    if (!fails) files_.contents[archive] = files_.contents[file];
+    if (!fails) files_.contents[archive] = packed.empty() ? files_.contents[file] : packed;
     return fails ? 1 : 0;
   }
   int extract(const std::string&, const std::string&, const std::string&, long long,
