@@ -67,7 +67,7 @@ class MmcDrive : public Drive {
   std::string problem_;        ///< why it could not be held
   bool busy_ = false;
   bool erased_ = false;  ///< by this program, and nothing has been written or changed since
-  MmcReport report_;  ///< of the disc, as of the last hold
+  MmcReport report_;     ///< of the disc, as of the last hold
   SessionChain chain_;
   std::vector<std::uint8_t> head_;  ///< of the disc that the readers are of
   SessionReaders readers_;
