@@ -21,6 +21,8 @@ bool ExistingFiles::mayWrite(const TargetFolder& target, const RestoredFile& fil
   if (ExistingMode == ExistingReplaceAll) return true;
   const FileInfo existing = target.doGetInfo(file.path);
   if (existing.kind == FileInfo::Kind::Missing) return true;
+  // A folder is no older state of a file: the writing tells that it is in the way.
+  if (existing.kind == FileInfo::Kind::Folder) return true;
   if (ExistingMode == ExistingSkip) return false;
   if (services_.page.SkipOpen && target.isInUse(file.path)) return false;
   if (services_.page.SkipSystem && (existing.attributes & AttributeSystem) != 0) return false;

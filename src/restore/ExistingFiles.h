@@ -22,6 +22,10 @@ class ExistingFiles {
 
   /// Takes the mode of the page; "replace all" holds until the next call.
   void doBegin() { ExistingMode = services_.page.RestoreOpt; }
+  /// True when an existing file may be replaced without a question.
+  bool replacesUnasked() const {
+    return ExistingMode == ExistingReplaceAll || ExistingMode == ExistingReplaceOlder;
+  }
   /// True when the file is to be written. May ask; a cancel sets `StopAction`.
   bool mayWrite(const TargetFolder& target, const RestoredFile& file);
 

@@ -10,6 +10,12 @@ namespace korvenal {
 namespace {
 
 constexpr const char* CannotBeJoined = "File restore failed.";
+constexpr const char* NameIsTaken = "Another restored file bears this name.";
+
+/// Alike for names that some file systems take for one.
+std::size_t keyOf(const std::string& path) {
+  return std::hash<std::string>()(Text::toUpper(path));
+}
 
 }  // namespace
 
@@ -24,6 +30,7 @@ FileRestore::FileRestore(const RestoreServices& services)
 void FileRestore::doBeginRestore() {
   rows_.clear();
   made_.clear();
+  namesTaken_.clear();
   split_ = {};
   anyWritten_ = false;
 }
@@ -130,6 +137,14 @@ bool FileRestore::mayWrite(int row, const RestoredFile& file) {
   return rows_.outcome(row) == Outcome::Unsafe || existing_.mayWrite(*target_, file);
 }
 
+/// True when a file that this restore brought back stands at the name and nobody would be asked.
+/// Names meet where files come back without their folders or the target knows no case.
+bool FileRestore::isNameTaken(int row, const RestoredFile& file) const {
+  return existing_.replacesUnasked() && rows_.outcome(row) != Outcome::Unsafe &&
+         namesTaken_.contains(keyOf(file.path)) &&
+         target_->doGetInfo(file.path).kind == FileInfo::Kind::File;
+}
+
 void FileRestore::noteFolders(int row, const std::string& path) {
   made_.note(*target_, path, std::string(page_.vsRestore.nameOnDisc(row)),
              [this](const std::string& folder) {
@@ -178,6 +193,12 @@ void FileRestore::doRestoreFile(int row) {
   }
   file.size = info.size;
   file.modified = Dates::digits(info.modified);
+  if (isNameTaken(row, file)) {
+    doCountError(NameIsTaken, file.shown);
+    settle(row, Outcome::Failed);
+    progress.doFinishFile();
+    return;
+  }
   const bool write = mayWrite(row, file);
   if (services_.state.StopAction) return;
   if (write) {
@@ -196,6 +217,7 @@ void FileRestore::doCopyFile(int row, const std::string& source, const RestoredF
   if (outcome) {
     ++counts_.restored;
     anyWritten_ = true;
+    namesTaken_.insert(keyOf(file.path));
     settle(row, Outcome::Restored);
   } else if (isRowsOwnFault(outcome, outcome.text + ".", file.shown)) {
     settle(row, Outcome::Failed);
@@ -208,6 +230,11 @@ void FileRestore::doRestoreSplitFile(int row) {
   // Only one split file can be open. An index that begins a second one gives up the first.
   if (isSplitOpen()) doGiveUpSplitFile(CannotBeJoined);
   const RestoredFile file = targetOf(row);
+  if (isNameTaken(row, file)) {
+    doCountError(NameIsTaken, file.shown);
+    settle(row, Outcome::Failed);
+    return;
+  }
   const bool write = mayWrite(row, file);
   if (services_.state.StopAction) return;
   if (!write) {
@@ -277,6 +304,7 @@ void FileRestore::doFinishSplitFile() {
   }
   ++counts_.restored;
   anyWritten_ = true;
+  namesTaken_.insert(keyOf(split_.target.path));
   settle(split_.row, Outcome::Restored);
   split_ = {};
 }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_set>
 
 #include "platform/TargetFolder.h"
 #include "restore/DiscClaims.h"
@@ -92,6 +93,7 @@ class FileRestore {
   bool isOver() const;
   RestoredFile targetOf(int row) const;
   bool mayWrite(int row, const RestoredFile& file);
+  bool isNameTaken(int row, const RestoredFile& file) const;
   void noteFolders(int row, const std::string& path);
   void settle(int row, Outcome outcome);
 
@@ -122,8 +124,9 @@ class FileRestore {
   RestoredRows rows_;
   MadeFolders made_;
   SplitFile split_;
-  bool anyWritten_ = false;   ///< in this restore
-  std::vector<int> settled_;  ///< rows that the disc in hand brought to an end
+  std::unordered_set<std::size_t> namesTaken_;  ///< keys of the paths that this restore wrote
+  bool anyWritten_ = false;                     ///< in this restore
+  std::vector<int> settled_;                    ///< rows that the disc in hand brought to an end
   // Of the call under way.
   DiscInHand disc_;
   TargetFolder* target_ = nullptr;

@@ -48,16 +48,42 @@ TEST_F(RestoreModes, FilesOfOneNameMeetWhenTheyComeBackWithoutFolders) {
     const char* mode;
     const char* answer;
     const char* content;
-  } cases[] = {{"0", "", "second"}, {"1", "answer No\n", "first"}, {"3", "", "first"}};
+    ExitCode code;
+  } cases[] = {{"0", "", "first", ExitCode::Failed},
+               {"2", "", "first", ExitCode::Failed},
+               {"1", "answer No\n", "first", ExitCode::Ok},
+               {"1", "answer Yes\n", "second", ExitCode::Ok},
+               {"3", "", "first", ExitCode::Ok}};
   for (const auto& given : cases) {
-    EXPECT_EQ(run("index\n" + std::string(given.answer) + "restore " + target +
-                  " --only-files --mode " + given.mode)
-                  .code,
-              ExitCode::Ok);
+    const Outcome outcome = run("index\n" + std::string(given.answer) + "restore " + target +
+                                " --only-files --mode " + given.mode + "\nerrors");
+    EXPECT_EQ(outcome.code, given.code) << outcome.out;
+    EXPECT_EQ(outcome.out.find("Another restored file bears this name.") != std::string::npos,
+              given.code == ExitCode::Failed);
     EXPECT_THAT(inTarget(), ElementsAre("f"));
     EXPECT_EQ(restored("f"), given.content) << given.mode;
     fs::remove(target + "/f");
   }
+}
+
+TEST_F(RestoreModes, AFolderInTheWayIsNoExistingFile) {
+  temp.write("source/f", "new");
+  fs::create_directories(target + "/f");
+  ASSERT_EQ(run(backupScript()).code, ExitCode::Ok);
+  const Outcome outcome = run("index\nrestore " + target + " --mode 3\nerrors");
+  EXPECT_EQ(outcome.code, ExitCode::Failed) << outcome.out;
+  EXPECT_THAT(outcome.out, HasSubstr("0 restored, 0 skipped, 1 failed."));
+}
+
+TEST_F(RestoreModes, AFileThatNobodyMayReadComesBackAsSuch) {
+  temp.write("1/sealed", "secret");
+  fs::permissions(temp / "1/sealed", fs::perms::none);
+  const std::string disc = makeDisc(1);
+  const Outcome outcome =
+      run("disc insert V " + disc + "\nindex " + writeIndex(test::IndexLines().file("sealed", 6)) +
+          "\nselect all\nrestore " + target);
+  EXPECT_EQ(outcome.code, ExitCode::Ok) << outcome.out;
+  EXPECT_EQ(fs::status(target + "/sealed").permissions(), fs::perms::none);
 }
 
 TEST_F(RestoreModes, AFileSplitOverThreeDiscsIsJoinedWhateverDrivesTheyLieIn) {

@@ -75,10 +75,10 @@ int openFile(int folder, const std::string& name, int flags, Descriptor& file,
   return refusalOf(status.st_mode);
 }
 
-/// Some file systems hold neither rights nor dates; the content counts. A disc that tells no rights
-/// gives the usual ones.
+/// Some file systems hold neither rights nor dates; the content counts. Where no source tells
+/// rights there are the usual ones; one that tells none at all means it.
 void setDateAndRights(int file, const FileInfo& info, mode_t usual) {
-  ::fchmod(file, info.permissions != 0 ? info.permissions & 0777U : usual);
+  ::fchmod(file, info.kind != FileInfo::Kind::Missing ? info.permissions & 0777U : usual);
   const timespec times[2] = {{0, UTIME_OMIT}, {info.modified, info.modifiedNanoseconds}};
   ::futimens(file, times);
 }
