@@ -22,6 +22,9 @@ class DiscCheck {
   bool hasRoom(DiscAttempt& attempt) const;
 
  private:
+  /// Nobody wants one disc of a backup erased for the next: it was left in the drive.
+  bool holdsEarlierDisc(const DiscAttempt& attempt) const;
+
   BurnServices& services_;
   DiscTexts& texts_;
 };
