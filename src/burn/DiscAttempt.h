@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "records/Records.h"
 
 namespace korvenal {
@@ -45,6 +46,10 @@ struct DiscAttempt {
   void doSucceed() {
     record.note = "Success.";
     success = true;
+  }
+  /// The disc is done, but not all that it was to hold.
+  void doNoteFileErrors() {
+    if (FileErrorCount > 0) record.note = Text::counted(FileErrorCount, "backup file") + " error.";
   }
 };
 

@@ -161,8 +161,10 @@ void DiscWriter::doSettle(DiscAttempt& attempt) {
 
   faults.discs += attempt.discError ? 1 : 0;
   // A disc that was not read again lacks what its burn left out all the same.
-  if (attempt.success && !attempt.verified)
+  if (attempt.success && !attempt.verified) {
     attempt.FileErrorCount = lostFilesOn(attempt.number, services_.plan.vsBuffer);
+    attempt.doNoteFileErrors();
+  }
   faults.files += attempt.FileErrorCount;
   faults.notVerified += attempt.success && !attempt.verified ? 1 : 0;
 }

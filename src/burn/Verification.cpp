@@ -60,8 +60,7 @@ void Verification::doVerifyDisc(DiscAttempt& attempt, bool reset) {
   }
   services_.page.pbStopEnabled = true;
   services_.page.OnlyShowErrorFileEnabled = true;
-  if (attempt.FileErrorCount > 0)
-    attempt.record.note = Text::counted(attempt.FileErrorCount, "backup file") + " error.";
+  attempt.doNoteFileErrors();
 }
 
 void Verification::doResetDisc() {

@@ -108,6 +108,19 @@ TEST_F(VerificationTest, AFileBurnedInAnotherSizeThanItHadAtTheScanIsToldAndSave
   EXPECT_EQ(verify(1).FileErrorCount, 1) << "not what was burned";
 }
 
+TEST_F(VerificationTest, WhatABurnLeftOutIsInTheRecordAlsoWhenNoDiscIsReadAgain) {
+  world.planOneFile(3000);
+  world.engine.drives['V'] = {.disc = FakeDisc{.type = DiscDvdPlusR}};
+  world.engine.unreadable = {"/src/one.txt"};
+  world.engine.loseDiscAtLoad = true;
+  DiscWriter writer(world.services);
+  DiscRequest request;
+  writer.doWriteDiscs(request);
+  EXPECT_TRUE(world.hasEvent("Skip verifying backup files."));
+  EXPECT_EQ(writer.faults.files, 1);
+  EXPECT_EQ(world.note(1), "1 backup file error.");
+}
+
 TEST_F(VerificationTest, ADriveThatDoesNotComeBackIsToldAndNothingIsSaved) {
   world.planThreeDiscs();
   world.job.optBackupType = 1;
