@@ -75,8 +75,12 @@ bool DiscBurner::doPrepareTrack(DiscAttempt& attempt) {
 bool DiscBurner::doMakeSmaller(DiscAttempt& attempt, std::int64_t excess) {
   // Without a copy of the index nothing on the disc would tell the new size of a grown file: that
   // file goes first.
-  if (measuring_.doTakeOutGrown(layout_.files(), excess))
-    return index_.doReplace(attempt.number, layout_.files().size()) || doLeaveWithoutIndex(attempt);
+  if (measuring_.doTakeOutGrown(layout_.files(), excess)) {
+    if (!index_.doReplace(attempt.number, layout_.files().size()))
+      return doLeaveWithoutIndex(attempt);
+    if (index_.isMissing()) measuring_.doTakeOutChanged(layout_.files());
+    return true;
+  }
   if (index_.doTakeBack(attempt.number)) {
     measuring_.doTakeOutChanged(layout_.files());
     return true;

@@ -129,8 +129,9 @@ int SourceChanges::lastPieceOf(int splitRow) const {
   return last;
 }
 
-bool SourceChanges::isResizedNow(int row) const {
-  return changedNow_.contains(row) && growth(row) != Fixed4(0);
+bool SourceChanges::isUntoldByFirst(int row) const {
+  // The index of disc 1 was written behind what changed before it.
+  return growth(row) != Fixed4(0) && table().row(fileRowOf(row)).disc != 1;
 }
 
 Fixed4 SourceChanges::growth(int row) const {

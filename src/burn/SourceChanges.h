@@ -40,8 +40,8 @@ class SourceChanges {
 
   /// The row that a piece belongs to; the row itself for any other.
   int fileRowOf(int row) const;
-  /// The try at hand has found the row in another size than the scan.
-  bool isResizedNow(int row) const;
+  /// The row has another size than at the scan, and the index of disc 1 does not tell so.
+  bool isUntoldByFirst(int row) const;
   /// Bytes that the row has grown by since the scan; negative when it has shrunk.
   Fixed4 growth(int row) const;
 

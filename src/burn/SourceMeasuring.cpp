@@ -137,7 +137,7 @@ bool SourceMeasuring::doTakeOutGrown(const std::vector<int>& files, std::int64_t
 
 void SourceMeasuring::doTakeOutChanged(const std::vector<int>& files) {
   for (std::size_t file = 0; file < files.size(); ++file)
-    if (!services_.plan.vsBuffer.row(files[file]).lost && changes_.isResizedNow(files[file]))
+    if (!services_.plan.vsBuffer.row(files[file]).lost && changes_.isUntoldByFirst(files[file]))
       doLeaveOut(files, static_cast<std::int32_t>(file), UntoldText);
   doJudgePieces(files);
 }

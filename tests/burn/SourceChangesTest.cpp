@@ -144,6 +144,26 @@ TEST_F(SourceChangesTest, ASizeThatNoIndexOnTheDiscTellsIsNotSaved) {
   EXPECT_THAT(world.events(), HasSubstr("*/src/b.jpg: The file has changed, and no index"));
 }
 
+TEST_F(SourceChangesTest, TheNewEndOfASplitFileStaysOutOfADiscThatLacksAnIndex) {
+  constexpr std::int64_t Whole = 5'000'000;
+  constexpr std::int64_t Cut = 4'194'304;
+  for (const int first : {1, 2}) {
+    BurnWorld fresh;
+    fresh.addFile(PlanTable::DiscRoot, "index", 900, 1);
+    const auto split = fresh.addFolder(PlanTable::DiscRoot, "big.iso", RowType::SplitFile, first);
+    fresh.plan.vsBuffer.rows().back().size = Whole;
+    fresh.addPiece(split, {1, 1, Cut}, first);
+    fresh.addPiece(split, {2, Cut + 1, Whole}, first + 1);
+    SourceChanges changes(fresh.plan);
+    changes.doBeginTry();
+    ASSERT_TRUE(changes.doFitPieces(2, {.kind = FileInfo::Kind::File, .size = Whole - 5}));
+    changes.doKeepTry();
+    changes.doBeginTry();
+    EXPECT_EQ(changes.isUntoldByFirst(4), first == 2) << "disc 1 tells what changed before it";
+    EXPECT_FALSE(changes.isUntoldByFirst(3));
+  }
+}
+
 TEST_F(SourceChangesTest, WhatHasGrownTooMuchStaysOutAndTheRestIsBurned) {
   world.plan.vsBuffer.clear();
   world.plan.clearTotals();

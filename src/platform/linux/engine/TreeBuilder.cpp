@@ -246,9 +246,10 @@ bool TreeBuilder::makeRoom(IsoDir* parent, const std::string& name, bool forFold
       iso_image_dir_get_node(track_->image.get(), parent, name.c_str(), &old, 0) != 1)
     return false;
   const bool isFolder = iso_node_get_type(old) == LIBISO_DIR;
+  if (isFolder && forFolder) return false;
   const bool isOurs = isFolder && std::find(folders_.begin(), folders_.end(),
                                             reinterpret_cast<IsoDir*>(old)) != folders_.end();
-  return !isOurs && !(isFolder && forFolder) && iso_node_remove(old) >= 0;
+  return !isOurs && iso_node_remove(old) >= 0;
 }
 
 bool TreeBuilder::insertFile(IsoDir* parent, std::uint32_t index, const std::string& name,
