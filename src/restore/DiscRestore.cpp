@@ -14,19 +14,26 @@ DiscRestore::DiscRestore(const RestoreServices& services)
 
 void DiscRestore::doBeginRestore() {
   files_.doBeginRestore();
+  target_ = targetAtHand();
+}
+
+DiscRestore::Target DiscRestore::targetAtHand() const {
+  const std::string& path = services_.page.txRestoreTo;
+  const FileInfo info = services_.files.doGetInfo(path);
+  return info.kind == FileInfo::Kind::Folder ? Target{path, info.inode} : Target();
 }
 
 void DiscRestore::doBeginRun(bool goesOn) {
   DiscErrorCount = 0;
-  if (!goesOn) return;
-  if (const auto target = services_.targets.open(services_.page.txRestoreTo))
-    files_.doGoOn(*target);
+  // Some file systems number a folder anew that nobody has open.
+  held_ = services_.targets.open(services_.page.txRestoreTo);
+  if (goesOn && held_ != nullptr) files_.doGoOn(*held_);
 }
 
 void DiscRestore::doEndRun() {
   if (isListDone()) faults.files += files_.doGiveUpOpenRows();
-  const auto target = services_.targets.open(services_.page.txRestoreTo);
-  files_.doEndRun(target.get());
+  files_.doEndRun(isTargetThere() ? held_.get() : nullptr);
+  held_.reset();
 }
 
 void DiscRestore::doPassNeedlessDiscs() {
@@ -74,6 +81,11 @@ void DiscRestore::doRestoreDiscs() {
   const auto target = services_.targets.open(services_.page.txRestoreTo);
   if (target == nullptr) {
     services_.grids.doEventMessage("*Please select where you want the files to be restored.");
+    state.TaskError = -1;
+  } else if (!isTargetThere()) {
+    // A disk that went away leaves the folder behind that it was mounted on.
+    services_.grids.doEventMessage("*Action stop: " + services_.page.txRestoreTo +
+                                   ": Another folder stands there now.");
     state.TaskError = -1;
   }
 

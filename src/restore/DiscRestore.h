@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -38,6 +40,8 @@ class DiscRestore {
   void doRestoreDiscs();
   /// A run ends, well or not. What is open when the list is done is told to be lost.
   void doEndRun();
+  /// True while the target is the folder that the restore began in.
+  bool isTargetThere() const { return !target_.path.empty() && target_ == targetAtHand(); }
   /// Of the whole restore so far.
   RestoreSum sum() const { return files_.sum(); }
 
@@ -52,6 +56,14 @@ class DiscRestore {
     bool failed = false;
   };
 
+  /// The target folder; another may come to stand at its path.
+  struct Target {
+    std::string path;
+    std::uint64_t inode = 0;
+    bool operator==(const Target&) const = default;
+  };
+
+  Target targetAtHand() const;
   bool isListDone() const;
   bool isOver() const;
   int wantedDisc() const;
@@ -80,6 +92,8 @@ class DiscRestore {
   DiscTexts texts_;
   DiscRecognition discs_;
   FileRestore files_;
+  Target target_;
+  std::unique_ptr<TargetFolder> held_;  ///< the target, while a run is at work
 };
 
 }  // namespace korvenal

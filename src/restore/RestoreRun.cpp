@@ -25,7 +25,8 @@ RestoreResult RestoreRun::doStartRestore() {
   state.ActionPage = RestorePageIndex;
   if (isRefused()) return {};
   discs_.faults = {};
-  if (!page.PreparedForRun) goesOn_ = false;
+  // With another target nothing is restored yet.
+  if (!page.PreparedForRun || !discs_.isTargetThere()) goesOn_ = false;
   if (!page.PreparedForRun && !doCollect()) {
     const bool stopped = state.StopAction;
     if (stopped) services_.grids.doEventMessage("Action stop by user.");
@@ -36,7 +37,7 @@ RestoreResult RestoreRun::doStartRestore() {
   const FlagScope running(state.ActionRunning);
   const FlagScope busy(state.ActionBusy);
   const End end = doRunRestore();
-  goesOn_ = end != End::Finished;
+  goesOn_ = end != End::Finished && discs_.isTargetThere();
   return {end, discs_.faults, discs_.sum()};
 }
 

@@ -222,6 +222,21 @@ TEST_F(RestoreTrust, ATargetThatTakesNothingEndsTheRunAtItsFirstDisc) {
   }
 }
 
+TEST_F(RestoreTrust, WhatWentAwayWithItsTargetIsRestoredAnew) {
+  feeder = false;
+  temp.write("1/file1", "text");
+  temp.write("2/file2", "text");
+  const std::string first = makeDisc(1), second = makeDisc(2);
+  const std::string index = writeIndex(test::IndexLines().file("file1", 4, 1).file("file2", 4, 2));
+  once("from backup disc #2...", [this] { fs::remove_all(target); });
+  const Outcome outcome = run("disc insert V " + first + "\nindex " + index +
+                                  "\nselect all\nrestore " + target + "\nrestore " + target,
+                              false,
+                              {"no", "ok", "insert V " + second, "ok", "insert V " + first, "ok",
+                               "insert V " + second, "ok"});
+  EXPECT_THAT(inTarget(), ElementsAre("file1", "file2")) << outcome.out;
+}
+
 TEST_F(RestoreTrust, ADiscThatLeftTheDriveIsWantedAgainForWhatIsMissing) {
   constexpr int Files = 10;
   const std::string content(3'000'000, 'x');
