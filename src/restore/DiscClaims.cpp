@@ -11,7 +11,6 @@ namespace korvenal {
 namespace {
 
 constexpr const char* NotSaved = "The file was not saved when this disc was burned.";
-constexpr const char* WrongSize = "The file on disc is not the one in the index.";
 constexpr int PieceType = 4;
 
 /// The path on disc of the file that a line tells of; empty for folders and split files.

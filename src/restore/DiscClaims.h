@@ -19,6 +19,8 @@ namespace korvenal {
 /// index tells which.
 class DiscClaims {
  public:
+  static constexpr const char* WrongSize = "The file on disc is not the one in the index.";
+
   explicit DiscClaims(const RestoreServices& services) : services_(services) {}
 
   /// From now on this disc is meant. The path of its list of files that were not saved when that

@@ -275,6 +275,7 @@ bool FileRestore::doRestorePart() {
   if (!fault.empty()) {
     doGiveUpSplitFile(fault);
   } else if (outcome) {
+    split_.joined += info.size;
     if (++split_.SplitNextPart > split_.SplitPartCount) doFinishSplitFile();
   } else if (isRowsOwnFault(outcome, outcome.text, split_.target.shown)) {
     doGiveUpSplitFile({});
@@ -295,6 +296,12 @@ FileOutcome FileRestore::doAppendPart(const std::string& source) {
 }
 
 void FileRestore::doFinishSplitFile() {
+  // Where the index tells not each part, their sum has to do.
+  const RestoreTree::Item& item = page_.vsRestore.item(split_.row);
+  if (item.knownParts < item.parts && split_.joined != item.size) {
+    doGiveUpSplitFile(DiscClaims::WrongSize);
+    return;
+  }
   FileOutcome outcome;
   services_.desktop.doAside([&] { outcome = split_.file->finish(); });
   if (!outcome) {

@@ -85,6 +85,7 @@ class FileRestore {
     std::string SplitBaseName;  ///< on disc, without the suffix of the part
     int SplitLastDisc = 0;
     RestoredFile target;
+    Fixed4 joined;                     ///< bytes of the parts before SplitNextPart
     std::unique_ptr<JoinedFile> file;  ///< from the first part on
     bool told = false;                 ///< that it is not whole
   };

@@ -109,6 +109,24 @@ TEST_F(RestoreModes, AFileSplitOverThreeDiscsIsJoinedWhateverDrivesTheyLieIn) {
   EXPECT_EQ(restored("A/after"), "after");
 }
 
+TEST_F(RestoreModes, PartsThatNoLineTellsOfAddUpToTheFile) {
+  temp.write("1/film/film.001", "one");
+  temp.write("1/film/film.002", "two");
+  const std::string insert = "disc insert V " + makeDisc(1) + "\nindex ";
+  for (const char* bytes : {"6", "7"}) {
+    const std::string index = writeIndex(
+        test::IndexLines()
+            .line({"2", "film\\", "", bytes, "3", test::IndexLines::Date, "2", "1", "1", "1"})
+            .line({"2", "film\\film", "", "3", "4", "", "1", "1", "1", "1"}));
+    const Outcome outcome =
+        run(insert + index + "\nselect all\nrestore " + target + " --mode 0\nerrors");
+    const bool whole = *bytes == '6';
+    EXPECT_EQ(outcome.code, whole ? ExitCode::Ok : ExitCode::Failed) << outcome.out;
+    EXPECT_EQ(outcome.out.find("The file on disc is not the one") == std::string::npos, whole);
+    EXPECT_EQ(restored("film"), "onetwo");
+  }
+}
+
 TEST_F(RestoreModes, OneFileOfAHundredDiscsAsksForItsDiscAlone) {
   feeder = false;
   test::IndexLines lines;
