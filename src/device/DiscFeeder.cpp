@@ -73,10 +73,12 @@ void DiscFeeder::doFeedRestore(const DiscRequest& request) {
     else if (mayServe(letter))
       free += letter;
   }
+  const bool marked = hasMarkedDisc(shelf, request);
   for (const int disc : wanted) {
     if (free.empty()) return;
-    const std::string file = findOfSet(shelf, disc, request).file;
-    if (file.empty())
+    const auto [file, fit] = findOfSet(shelf, disc, request);
+    // Of a set whose discs tell it, one that does not is for a person to choose.
+    if (file.empty() || (marked && fit != Fit::OfSet))
       missing_.push_back(disc);
     else if (trays_.insert(free.front(), file))
       free.erase(0, 1);
@@ -105,6 +107,18 @@ bool DiscFeeder::holdsWanted(char letter, int disc, const DiscRequest& request,
   if (!trays_.isImageDrive(letter)) return false;
   const Fit fit = fitOf(trays_.discIn(letter), disc, request);
   return fit != Fit::None && findOfSet(shelf, disc, request).fit <= fit;
+}
+
+bool DiscFeeder::hasMarkedDisc(const Shelf& shelf, const DiscRequest& request) const {
+  const auto isOfSet = [&request](const ImageDisc& disc) {
+    return std::any_of(disc.trees.begin(), disc.trees.end(), [&](const DiscSession& tree) {
+      return tree.identity.isSame(request.wantedSet.identity);
+    });
+  };
+  return std::any_of(shelf.begin(), shelf.end(), isOfSet) ||
+         std::any_of(drives_.begin(), drives_.end(), [&](char letter) {
+           return trays_.isImageDrive(letter) && isOfSet(trays_.discIn(letter));
+         });
 }
 
 DiscFeeder::Candidate DiscFeeder::findOfSet(const Shelf& shelf, int number,

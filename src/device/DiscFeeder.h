@@ -50,6 +50,8 @@ class DiscFeeder {
   };
   static Fit fitOf(const ImageDisc& disc, int number, const DiscRequest& request);
   bool holdsWanted(char letter, int disc, const DiscRequest& request, const Shelf& shelf) const;
+  /// True when a disc at hand bears the identity of the wanted set.
+  bool hasMarkedDisc(const Shelf& shelf, const DiscRequest& request) const;
   /// The newest of those that fit best.
   static Candidate findOfSet(const Shelf& shelf, int number, const DiscRequest& request);
   /// The newest of the discs that are meant. Empty: none is.

@@ -47,6 +47,13 @@ TEST_F(SetFeeding, OnlyADiscOfTheSetGoesIn) {
   trays_.onShelf = {disc("old", 10, {""})};
   feeder_.doFeedRestore(request_);
   EXPECT_EQ(trays_.nameIn('V'), "old") << "nothing speaks against it";
+
+  trays_.trays['V'] = {};
+  trays_.onShelf = {disc("old", 10, {""}), disc("first", 10, {"20261123141502-F A"})};
+  trays_.onShelf.back().trees.back().label = "Backup #1";
+  feeder_.doFeedRestore(request_);
+  EXPECT_EQ(trays_.nameIn('V'), "") << "the discs of this set tell it";
+  EXPECT_THAT(feeder_.missingDiscs(), ElementsAre(2));
 }
 
 TEST_F(SetFeeding, ABlankDiscThatLiesReadyIsUsedAgainWhenItIsOfTheType) {
