@@ -21,13 +21,27 @@ void SourceMeasuring::doFitSplitFiles(const DiscAttempt& attempt) {
   for (int row = 1; row < table.Rows(); ++row) {
     const PlanTable::Row& piece = table.row(row);
     if (piece.type != RowType::Piece || piece.disc != attempt.number || piece.lost) continue;
-    const FileInfo now = services_.files.doGetInfo(table.sourcePath(row));
+    if (!doFitSplitFile(row)) return;
+  }
+}
+
+bool SourceMeasuring::doFitSplitFile(int piece) {
+  const int split = changes_.fileRowOf(piece);
+  for (;;) {
+    const FileInfo now = services_.files.doGetInfo(services_.plan.vsBuffer.sourcePath(piece));
     // Why it cannot be read is told with the other sources.
-    if (now.kind != FileInfo::Kind::File) continue;
-    const int split = changes_.fileRowOf(row);
-    if (changes_.doFitPieces(split, now)) continue;
-    changes_.doLose(split);
-    doTellLost(row, OtherStateText);
+    if (now.kind != FileInfo::Kind::File || changes_.doFitPieces(split, now)) return true;
+    switch (doAskAbout(piece, OtherStateText)) {
+      case Wish::Skip:
+        changes_.doLose(split);
+        doTellLost(piece, OtherStateText);
+        return true;
+      case Wish::Retry:
+        break;
+      case Wish::Stop:
+        services_.state.StopAction = true;
+        return false;
+    }
   }
 }
 

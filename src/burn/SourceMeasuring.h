@@ -19,7 +19,7 @@ class SourceMeasuring {
       : services_(services), changes_(changes) {}
 
   /// Before the layout is made: the split files whose pieces go on the disc are taken as they are
-  /// now, or are lost.
+  /// now, or are lost; asked about like others that cannot be saved, and a stop may come of it.
   void doFitSplitFiles(const DiscAttempt& attempt);
   /// The layout of the disc stands; `files` are the rows of its files, in the order in which they
   /// were inserted. False when it was stopped.
@@ -36,6 +36,7 @@ class SourceMeasuring {
  private:
   enum class Wish { Skip, Retry, Stop };
 
+  bool doFitSplitFile(int piece);
   bool doLook(const std::vector<int>& files, bool& again);
   Wish doAskAbout(int row, const std::string& reason);
   void doJudgePieces(const std::vector<int>& files);

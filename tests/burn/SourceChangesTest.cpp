@@ -100,6 +100,23 @@ TEST_F(SourceChangesTest, APieceOfAnotherStateIsNotBurned) {
   EXPECT_FALSE(isLost("big.iso.001") || isLost("big.iso.002")) << "all begins anew";
 }
 
+TEST_F(SourceChangesTest, ASplitFileOfAnotherStateIsAskedAboutUnlessErrorsAreSkipped) {
+  world.settings.SkipError = false;
+  write();
+  ++source("big.iso").changedNanoseconds;
+  world.desktop.answers = {Answer::Retry, Answer::Stop};
+  write();
+  EXPECT_EQ(world.desktop.asked.size(), 2U);
+  EXPECT_EQ(world.note(2), "Action stop by user.");
+  EXPECT_FALSE(isLost("big.iso.002"));
+
+  world.state.StopAction = false;
+  world.desktop.answers = {Answer::Skip};
+  write();
+  EXPECT_TRUE(isOnDisc("Photos\\b.jpg"));
+  EXPECT_TRUE(isLost("big.iso.002"));
+}
+
 TEST_F(SourceChangesTest, ASplitFileIsTakenAsItIsNowWhenItFitsItsPieces) {
   constexpr std::int64_t FirstPiece = 4'194'304;
   source("big.iso").size = Fixed4(FirstPiece + 5);
