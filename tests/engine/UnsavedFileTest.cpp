@@ -222,6 +222,22 @@ TEST_F(UnsavedFileTest, AFileRewrittenBeforeItsTurnWithItsTimePutBackIsAChangedF
   EXPECT_THAT(unsaved(), ElementsAre("rewritten"));
 }
 
+TEST_F(UnsavedFileTest, APieceIsNotTakenFromAFileThatWasPutInThePlaceOfItsOwn) {
+  blank(DiscDvdPlusR);
+  const std::string split = dir.write("split", std::string(10 * BlockBytes, 's'));
+  engine->do_InsertFileWithName("\\", split, "split.001", "", -1, 8, 2 * BlockBytes, 0);
+  engine->do_SetFaultList(ListName, FaultList::Bytes);
+  measure();
+  ASSERT_TRUE(prepare());
+  const auto date = fs::last_write_time(split);
+  const std::string other = dir.write("other", std::string(10 * BlockBytes, 'o'));
+  fs::last_write_time(other, date);
+  ::chmod(other.c_str(), 0600);
+  fs::rename(other, split);
+  ASSERT_EQ(burn().error, 0);
+  EXPECT_THAT(unsaved(), ElementsAre("split.001"));
+}
+
 TEST_F(UnsavedFileTest, EveryTreeTellsTheDatesOfFiles) {
   blank(DiscCdR);
   const std::string old = dir.write("old", "old");

@@ -93,8 +93,11 @@ int SourceStream::openSource() {
   if (!opened_.looksLike(source_.state)) return fail(ChangedInBurn);
   // A new mode, owner or link explains a change time that moved alone. Without such a cause the
   // file was rewritten and its time put back.
-  const bool explained =
-      opened_.changed == source_.state.changed || opened_.keeping != source_.state.keeping;
+  // A piece goes with pieces that were read from that file, not from one put in its place.
+  const bool isWhole = source_.length == source_.state.size;
+  const bool isOther = !isWhole && opened_.inode != source_.state.inode;
+  const bool explained = opened_.changed == source_.state.changed ||
+                         (opened_.keeping != source_.state.keeping && !isOther);
   return explained ? 0 : fail(ChangedInBurn);
 }
 
