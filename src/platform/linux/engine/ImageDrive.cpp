@@ -11,6 +11,7 @@
 #include "platform/linux/Descriptor.h"
 #include "platform/linux/engine/FaultyBlocks.h"
 #include "platform/linux/engine/SessionChain.h"
+#include "platform/linux/engine/VolumeLabel.h"
 
 namespace korvenal {
 

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/BurnEngine.h"
 #include "platform/linux/engine/LibburnDevice.h"
 #include "platform/linux/engine/PatientDevice.h"
 
