@@ -12,6 +12,10 @@ namespace {
 constexpr const char* CannotBeJoined = "File restore failed.";
 constexpr const char* NameIsTaken = "Another restored file bears this name.";
 
+bool isForbidden(const FileOutcome& outcome) {
+  return outcome.code == EACCES || outcome.code == EPERM;
+}
+
 /// Alike for names that some file systems take for one.
 std::size_t keyOf(const std::string& path) {
   return std::hash<std::string>()(Text::toUpper(path));
@@ -369,9 +373,9 @@ bool FileRestore::isDiscGone() {
 }
 
 /// A target whose root is closed may hold folders that are open.
-bool FileRestore::isTargetClosed() {
+bool FileRestore::isTargetClosed(const FileOutcome& outcome) {
   const FileOutcome test = target_->doTestWriting();
-  if (test || (anyWritten_ && (test.code == EACCES || test.code == EPERM))) return false;
+  if (test || (isForbidden(test) && (anyWritten_ || !isForbidden(outcome)))) return false;
   counts_.targetFault = test.text;
   return true;
 }
@@ -393,7 +397,7 @@ void FileRestore::doTellFault(const FileOutcome& outcome, const std::string& tex
                               const std::string& file) {
   doCountError(text, file);
   counts_.diskFull = outcome.code == FileOutcome::DiskFull;
-  if (counts_.diskFull || isTargetClosed()) services_.state.TaskError = -1;
+  if (counts_.diskFull || isTargetClosed(outcome)) services_.state.TaskError = -1;
 }
 
 void FileRestore::doCountError(const std::string& message, const std::string& file) {

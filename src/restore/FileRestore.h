@@ -111,7 +111,7 @@ class FileRestore {
   void doGiveUpSplitFile(const std::string& message);
 
   bool isDiscGone();
-  bool isTargetClosed();
+  bool isTargetClosed(const FileOutcome& outcome);
   bool isRowsOwnFault(const FileOutcome& outcome, const std::string& text, const std::string& file);
   void doTellFault(const FileOutcome& outcome, const std::string& text, const std::string& file);
   void doCountError(const std::string& message, const std::string& file);

@@ -49,6 +49,12 @@ class RestoreTrust : public RestoreFixture {
     return writeIndex(
         test::IndexLines().folder("A", 2).split("A\\film", 12, {2, 3, 4}).file("A\\after", 5, 4));
   }
+  /// From now on with no more rights than the program's own folders give to all.
+  void beNobody() {
+    for (const char* folder : {"", "app", "app/Discs", "app/LOG", "scratch"})
+      fs::permissions(temp / folder, fs::perms(0777));
+    EXPECT_TRUE(geteuid() != 0 || seteuid(NobodyAtAll) == 0);
+  }
   mode_t modeOf(const std::string& path) const {
     struct stat status {};
     ::stat((target + "/" + path).c_str(), &status);
@@ -205,9 +211,7 @@ TEST_F(RestoreTrust, ATargetThatTakesNothingEndsTheRunAtItsFirstDisc) {
         return;
       }
       fs::permissions(target, fs::perms(0555));
-      for (const char* folder : {"", "app", "app/Discs", "app/LOG", "scratch"})
-        fs::permissions(temp / folder, fs::perms(0777));
-      EXPECT_TRUE(geteuid() != 0 || seteuid(NobodyAtAll) == 0);
+      beNobody();
     });
     const Outcome outcome =
         run("disc insert V " + image + "\nindex " + index + "\nselect all\nrestore " + target,
@@ -220,6 +224,26 @@ TEST_F(RestoreTrust, ATargetThatTakesNothingEndsTheRunAtItsFirstDisc) {
     fs::permissions(target, fs::perms(0700));
     whenPrinted.clear();
   }
+}
+
+TEST_F(RestoreTrust, AFaultOfOneFileEndsNoRunBelowAFolderOfAnother) {
+  temp.write("1/d/in the way", "text");
+  temp.write("1/d/next", "text");
+  fs::create_directories(target + "/d/in the way");
+  const std::string script =
+      "disc insert V " + makeDisc(1) + "\nindex " +
+      writeIndex(test::IndexLines().folder("d").file("d\\in the way", 4).file("d\\next", 4)) +
+      "\nselect all\nrestore " + target + " --mode 0";
+  once(BeforeCopy, [this] {
+    fs::permissions(target + "/d", fs::perms(0777));
+    fs::permissions(target, fs::perms(0555));
+    beNobody();
+  });
+  const Outcome outcome = run(script);
+  ASSERT_EQ(seteuid(getuid()), 0);
+  EXPECT_THAT(outcome.out, HasSubstr("2 files selected: 1 restored, 0 skipped, 1 failed."));
+  EXPECT_EQ(restored("d/next"), "text");
+  fs::permissions(target, fs::perms(0700));
 }
 
 TEST_F(RestoreTrust, WhatWentAwayWithItsTargetIsRestoredAnew) {
