@@ -3,6 +3,7 @@
 #include "platform/FaultList.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "restore/IndexNames.h"
 #include "restore/IndexReading.h"
 #include "restore/IndexText.h"
 
@@ -47,11 +48,17 @@ std::string DiscClaims::doReadFaults() {
 }
 
 std::vector<std::string> DiscClaims::faultLists() const {
-  std::string name = FaultList::nameBeside(services_.page.IndexName);
-  if (FaultList::isName(name)) return {std::move(name)};
-  // Of an index file that somebody renamed the name on the discs is not known: any list may be it.
+  const std::string name = FaultList::nameBeside(services_.page.IndexName);
+  // Of an index file that somebody renamed the name on the discs is not known: where its present
+  // one is that of no index, any list may be it, else any that a backup of its date has made.
+  const auto mayBeIt = [&](const std::string& one) {
+    if (!FaultList::isName(name) || one == name) return true;
+    const std::string index = one.substr(0, one.size() - FaultList::Extension.size()) + ".bdx";
+    return IndexNames::isOf(index, services_.page.identity);
+  };
   std::vector<std::string> lists = services_.files.listFolder(root_);
-  std::erase_if(lists, [](const std::string& one) { return !FaultList::isName(one); });
+  std::erase_if(lists,
+                [&](const std::string& one) { return !FaultList::isName(one) || !mayBeIt(one); });
   return lists;
 }
 

@@ -30,6 +30,17 @@ TEST(DiscClaims, AListedFileOrPieceIsNotRestored) {
   }
 }
 
+TEST(DiscClaims, TheListOfARenamedIndexIsFoundByItsDate) {
+  RestoreRig rig;
+  fillClaimedDisc(rig);
+  rig.page.IndexName = "_KORVEN{Mine(2026-11-22-10-00-F)}.bdx";
+  rig.discs.contents["Backup #1"][ListName] = *FaultList::format({"plain"}, 2048);
+  rig.discs.contents["Backup #1"]["_KORVEN{Photos(2026-11-23-10-00-F)}.unsaved"] =
+      *FaultList::format({"film\\film.002"}, 2048);
+  EXPECT_EQ(rig.run.doStartRestore().faults.files, 1);
+  EXPECT_EQ(rig.restored("plain") + rig.restored("film"), "onetwo");
+}
+
 TEST(DiscClaims, AListThatCannotBeReadIsToldAndAnErrorOnly) {
   RestoreRig rig;
   fillClaimedDisc(rig);
