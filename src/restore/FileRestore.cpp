@@ -92,7 +92,9 @@ RestoreCounts FileRestore::doRestoreFiles(const DiscInHand& disc, TargetFolder& 
   isThere_ = std::move(isThere);
   counts_ = {};
   settled_.clear();
-  if (const std::string list = claims_.doBeginDisc(disc); !list.empty()) {
+  const std::string list = claims_.doBeginDisc(disc);
+  isPaddingUnknown_ = !list.empty();
+  if (isPaddingUnknown_) {
     doCountError("The list of files that were not saved cannot be read.",
                  Paths::onDrive(disc.letter, Paths::doGetFilePart(list)));
   }
@@ -138,7 +140,10 @@ RestoredFile FileRestore::targetOf(int row) const {
 
 /// What this restore wrote itself is no existing file.
 bool FileRestore::mayWrite(int row, const RestoredFile& file) {
-  return rows_.outcome(row) == Outcome::Unsafe || existing_.mayWrite(*target_, file);
+  if (rows_.outcome(row) == Outcome::Unsafe) return true;
+  // What may be padding takes the place of nothing.
+  if (isPaddingUnknown_ && target_->doGetInfo(file.path).kind == FileInfo::Kind::File) return false;
+  return existing_.mayWrite(*target_, file);
 }
 
 /// True when a file that this restore brought back stands at the name and nobody would be asked.

@@ -122,6 +122,7 @@ class FileRestore {
   RestorePage& page_;
   ExistingFiles existing_;
   DiscClaims claims_;
+  bool isPaddingUnknown_ = false;  ///< the disc's list of files not saved cannot be read
   RestoredRows rows_;
   MadeFolders made_;
   SplitFile split_;

@@ -51,6 +51,16 @@ TEST(DiscClaims, AListThatCannotBeReadIsToldAndAnErrorOnly) {
   EXPECT_EQ(rig.restored("plain") + rig.restored("film"), "12345onetwo");
 }
 
+TEST(DiscClaims, WhatMayBePaddingReplacesNothing) {
+  RestoreRig rig;
+  fillClaimedDisc(rig);
+  rig.discs.contents["Backup #1"][ListName] = "cut";
+  rig.page.RestoreOpt = ExistingReplaceAll;
+  rig.folder.write("target/plain", "a good copy");
+  EXPECT_EQ(rig.run.doStartRestore().faults.files, 1);
+  EXPECT_EQ(rig.restored("plain") + rig.restored("film"), "a good copyonetwo");
+}
+
 TEST(DiscClaims, AFileOfAnotherSizeIsNotTheOneInTheIndex) {
   for (const std::string wrong : {"plain", "film\\film.001", "film\\film.002"}) {
     RestoreRig rig;
