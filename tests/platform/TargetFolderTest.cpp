@@ -200,6 +200,7 @@ TEST_F(TargetFolderTest, FoldersAreMadeForTheUserAloneAndDressedLater) {
   EXPECT_THAT(target_->takeMadeFolders(), testing::ElementsAre("x\\y", "x\\y\\z"));
   EXPECT_TRUE(target_->takeMadeFolders().empty());
   FileInfo look;
+  look.kind = FileInfo::Kind::Folder;
   look.permissions = 0751;
   look.modified = 1'000'000;
   look.owner = ::getuid();
