@@ -51,6 +51,7 @@ FileInfo MemoryDiscs::doGetInfo(DiscTree tree, std::string_view discPath) {
   } else if (discPath.empty() ||
              (inside != content->end() && inside->first.starts_with(asFolder(discPath)))) {
     info.kind = FileInfo::Kind::Folder;
+    info.permissions = 0755;
   }
   return info;
 }
